@@ -1,0 +1,85 @@
+#include "fluid/bips.hpp"
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+
+#include "fluid/file_location.hpp"
+#include "fluid/fluid_module.hpp"
+#include "fluid/numbers.hpp"
+#include "fluid/rows.hpp"
+#include "platform/fluid_database.hpp"
+
+namespace tessarel::fluid_module {
+namespace {
+
+constexpr Message opening_failed = "Error opening mixture parameter file BIPs.mix...";
+constexpr Message unexpected_data = "Unexpected data in mixture parameter file BIPs.mix...";
+
+/// Stores one row of the table; false when its entry is no number.
+bool read_row(std::string_view text, std::size_t k, BipTable& table) {
+  FixedText<74> row(text);
+  std::replace(row.data(), row.data() + row.size(), '\t', ' ');
+  table.cn[k][0].assign(row.view().substr(0, 32));
+  table.cn[k][1].assign(row.view().substr(32, 32));
+  return read_fixed(row.view().substr(64, 10), 5, table.bip[k]);
+}
+
+/// The entry of a pair, 0 where the table has none.
+double find_pair(const BipTable& table, std::string_view first, std::string_view second) noexcept {
+  for (std::size_t k = 0; k < table.cn.size(); ++k) {
+    const std::string_view a = table.cn[k][0].view(), b = table.cn[k][1].view();
+    if ((a == first && b == second) || (a == second && b == first)) return table.bip[k];
+  }
+  return 0.0;
+}
+
+void clear_k_ij(std::size_t n) noexcept {
+  for (std::size_t i = 0; i < n; ++i) std::fill_n(record.k_ij[i].begin(), n, 0.0);
+}
+
+}  // namespace
+
+Message readbips_rows(platform::ByteSource& bytes, int nrows, BipTable& table) {
+  LineReader lines(bytes);
+  const auto limit = static_cast<std::size_t>(std::clamp(nrows, 0, max_bips));
+  std::string_view row;
+  for (std::size_t k = 0; k < limit && lines.next(row); ++k)
+    if (!read_row(row, k, table)) return unexpected_data;
+  return no_errors;
+}
+
+Message readbipsfile(std::string_view filename, int nrows, BipTable& table) {
+  platform::FileBytes file(filename);
+  return file.is_open() ? readbips_rows(file, nrows, table) : opening_failed;
+}
+
+Message readbipsdb(std::string_view fluiddb, std::string_view filename, BipTable& table) {
+  static sqlite::FluidData data;
+  int status = 0;
+  const auto count = static_cast<std::size_t>(sqlite::getfluid(fluiddb, filename, data, status));
+  if (count == 0 || status == 0) return opening_failed;
+  for (std::size_t k = 0; k < count && !is_blank(data[k].view()); ++k)
+    if (!read_row(data[k].view(), k, table)) return unexpected_data;
+  return no_errors;
+}
+
+Message readbips_from(std::string_view filename) {
+  // Rows of an earlier, longer table stay and take part in the search.
+  static BipTable table;
+  const auto n = static_cast<std::size_t>(std::clamp(record.n, 0, nmax));
+  clear_k_ij(n);
+  if (n < 2) return no_errors;
+  const Message message = readbipsfile(filename, max_bips, table);
+  if (!ok(message)) return message;
+  for (std::size_t i = 0; i < n; ++i)
+    for (std::size_t j = i + 1; j < n; ++j)
+      record.k_ij[i][j] = record.k_ij[j][i] = find_pair(table, record.compname[i].view(), record.compname[j].view());
+  return no_errors;
+}
+
+Message readbips() {
+  return readbips_from(std::string(modulepath(model_key).trimmed()) + "BIPs.mix");
+}
+
+}  // namespace tessarel::fluid_module

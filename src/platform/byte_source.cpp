@@ -1,0 +1,40 @@
+#include "platform/byte_source.hpp"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string>
+
+#include "support/text.hpp"
+
+namespace tessarel::platform {
+
+FileBytes::FileBytes(std::string_view path) noexcept {
+  path = trimmed(path);
+  if (path.empty() || path.find('\0') != std::string_view::npos) return;
+  // Without O_NONBLOCK the open itself would wait for the writer of a pipe.
+  const int descriptor = ::open(std::string(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+  if (descriptor < 0) return;
+  struct stat status {};
+  if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
+    ::close(descriptor);
+    return;
+  }
+  descriptor_ = descriptor;
+}
+
+FileBytes::~FileBytes() {
+  if (descriptor_ >= 0) ::close(descriptor_);
+}
+
+std::size_t FileBytes::read(char* buffer, std::size_t size) noexcept {
+  ssize_t count = 0;
+  do {
+    count = ::read(descriptor_, buffer, size);
+  } while (count < 0 && errno == EINTR);
+  return count < 0 ? 0 : static_cast<std::size_t>(count);
+}
+
+}  // namespace tessarel::platform

@@ -1,0 +1,49 @@
+// Bytes to be read in sequence: a file, or memory in tests.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+
+namespace tessarel::platform {
+
+class ByteSource {
+ public:
+  virtual ~ByteSource() = default;
+  /// Reads up to `size` bytes; 0 at the end and after a read error.
+  virtual std::size_t read(char* buffer, std::size_t size) noexcept = 0;
+};
+
+/// Bytes in memory, which the caller keeps alive.
+class MemoryBytes final : public ByteSource {
+ public:
+  explicit MemoryBytes(std::string_view bytes) noexcept : bytes_(bytes) {}
+  std::size_t read(char* buffer, std::size_t size) noexcept override {
+    const std::size_t count = std::min(size, bytes_.size());
+    std::copy_n(bytes_.data(), count, buffer);
+    bytes_.remove_prefix(count);
+    return count;
+  }
+
+ private:
+  std::string_view bytes_;
+};
+
+/// A file opened for reading. Only regular files open: a directory, a pipe or a device counts as a failure, so that
+/// no read can block or go on for ever.
+class FileBytes final : public ByteSource {
+ public:
+  /// Blanks at the end of `path` are not part of it.
+  explicit FileBytes(std::string_view path) noexcept;
+  ~FileBytes() override;
+  FileBytes(const FileBytes&) = delete;
+  FileBytes& operator=(const FileBytes&) = delete;
+
+  [[nodiscard]] bool is_open() const noexcept { return descriptor_ >= 0; }
+  std::size_t read(char* buffer, std::size_t size) noexcept override;
+
+ private:
+  int descriptor_ = -1;
+};
+
+}  // namespace tessarel::platform

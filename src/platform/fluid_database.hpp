@@ -1,0 +1,28 @@
+// The fluid database: rows of text by record name, in one SQLite file "fluids.db".
+//
+// Table record(name text, row integer, text text): rows are numbered from 1. The file is made by
+// tools/make_fluid_database.cpp and only read here.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+#include "support/text.hpp"
+
+namespace tessarel::sqlite {
+
+inline constexpr std::size_t max_rows = 255;
+inline constexpr std::size_t row_length = 255;
+
+/// The rows of a record; row 1 stands at index 0.
+using FluidData = std::array<FixedText<row_length>, max_rows>;
+
+/// Fetches the record `name` from the database in the directory `fluiddb` and returns the number of rows delivered,
+/// 0 when the record does not exist or the database is missing or damaged. `status` is 1 with rows, else 0. Rows
+/// behind the delivered ones keep what they held.
+///
+/// One read-only connection is opened at the first read and kept until another directory is asked for.
+int getfluid(std::string_view fluiddb, std::string_view name, FluidData& fluiddata, int& status);
+
+}  // namespace tessarel::sqlite

@@ -1,0 +1,43 @@
+#include "platform/module_path.hpp"
+
+#include <dlfcn.h>
+#include <link.h>
+
+#include <filesystem>
+#include <string>
+#include <system_error>
+
+#include "support/text.hpp"
+
+namespace tessarel::platform {
+namespace {
+
+const char own_module = 0;  // an address inside this library, whatever file its code was linked into
+
+std::string find_own_path() {
+  Dl_info info{};
+  void* extra = nullptr;
+  if (dladdr1(&own_module, &info, &extra, RTLD_DL_LINKMAP) == 0 || extra == nullptr) return {};
+  std::error_code failure;
+  const char* loaded = static_cast<const link_map*>(extra)->l_name;
+  // The loader has no name for the main program, into which the code may be linked statically.
+  if (loaded == nullptr || *loaded == '\0') return std::filesystem::read_symlink("/proc/self/exe", failure).string();
+  // A symbolic link in the path is kept: the data lie beside the link when the library was loaded through one.
+  return std::filesystem::absolute(loaded, failure).string();
+}
+
+// Found at load time, before the host can change the working directory.
+const std::string own_path = find_own_path();
+
+}  // namespace
+
+ModuleHandle get_module_handle(std::string_view name) noexcept {
+  return same_text(name, "TESSAREL") ? &own_module : nullptr;
+}
+
+void get_module_file_name(ModuleHandle handle, char* buffer, std::size_t size) noexcept {
+  const bool known = handle == &own_module && own_path.size() <= size;
+  assign_padded(buffer, size, known ? std::string_view(own_path) : std::string_view{});
+}
+
+}  // namespace tessarel::platform

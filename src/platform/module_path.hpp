@@ -1,0 +1,18 @@
+// Where the library was loaded from.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace tessarel::platform {
+
+using ModuleHandle = const void*;
+
+/// A handle to the loaded library of that name, null when there is none. The name of this library is "TESSAREL".
+ModuleHandle get_module_handle(std::string_view name) noexcept;
+
+/// Writes the full path of the library into `buffer`, blank-padded. The buffer stays blank for a null handle and for
+/// a path that does not fit: half a path would name a wrong directory.
+void get_module_file_name(ModuleHandle handle, char* buffer, std::size_t size) noexcept;
+
+}  // namespace tessarel::platform
