@@ -1,0 +1,107 @@
+#include "fluid/bips.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "fluid/fluid_module.hpp"
+#include "platform/sample_database.hpp"
+#include "platform/temporary_directory.hpp"
+
+namespace tessarel::fluid_module {
+namespace {
+
+std::string row(const char* first, const char* second, const char* value) {
+  char text[80];
+  std::snprintf(text, sizeof text, "%-32s%-32s%10s", first, second, value);
+  return text;
+}
+
+void select(std::initializer_list<const char*> names) {
+  record.n = 0;
+  for (auto& line : record.k_ij) line.fill(9);
+  for (const char* name : names) record.compname[static_cast<std::size_t>(record.n++)].assign(name);
+}
+
+constexpr const char* no_file = "Error opening mixture parameter file BIPs.mix...";
+constexpr const char* bad_file = "Unexpected data in mixture parameter file BIPs.mix...";
+
+TEST(Bips, PairsAreFoundByNameInEitherOrderAndTheFirstRowCounts) {
+  const test::TemporaryDirectory directory;
+  const std::string file = directory.write(
+      "BIPs.mix", "\xEF\xBB\xBF" + row("alpha", "beta", "0.0150") + "\r\n" + row("gamma", "alpha", "1111.0") +
+                      "  ! comment\r\n\r\n" + row("beta", "alpha", "0.9") + "\r\n" + row("Beta", "gamma", "0.7") +
+                      "\r\n" + row("beta", "delta", "1500") + "\r\nshort row\r\n" + row("alpha", "delta", "-0.0200"));
+  select({"alpha", "beta", "gamma", "delta"});
+  ASSERT_EQ(readbips_from(file), "No errors");
+  const double expected[4][4] = {{0, 0.015, 1111, -0.02}, {0.015, 0, 0, 0.015}, {1111, 0, 0, 0}, {-0.02, 0.015, 0, 0}};
+  for (std::size_t i = 0; i < 4; ++i)
+    for (std::size_t j = 0; j < 4; ++j) EXPECT_EQ(record.k_ij[i][j], expected[i][j]) << i << j;
+  EXPECT_EQ(record.k_ij[4][0], 9) << "entries beyond n are not touched";
+
+  // The rows of an earlier, longer table stay behind a shorter one.
+  const std::string shorter = directory.write("shorter", row("alpha", "beta", "0.5"));
+  ASSERT_EQ(readbips_from(shorter), "No errors");
+  EXPECT_EQ(record.k_ij[0][1], 0.5);
+  EXPECT_EQ(record.k_ij[0][2], 1111);
+}
+
+TEST(Bips, APureFluidNeedsNoTable) {
+  select({"alpha"});
+  EXPECT_EQ(readbips_from("/nowhere/BIPs.mix"), "No errors");
+  EXPECT_EQ(record.k_ij[0][0], 0);
+}
+
+TEST(Bips, FailuresLeaveZeros) {
+  const test::TemporaryDirectory directory;
+  const std::string bad = directory.write("bad", row("a", "b", "0.1") + "\n" + row("a", "c", "0.1x"));
+  std::filesystem::create_directory(directory.path() + "directory");
+  for (const auto& [file, message] : {std::pair<std::string, const char*>{directory.path() + "none", no_file},
+                                      {directory.path() + "directory", no_file},
+                                      {"", no_file},
+                                      {bad, bad_file}}) {
+    select({"a", "b"});
+    EXPECT_EQ(readbips_from(file), message) << file;
+    EXPECT_EQ(record.k_ij[0][1], 0);
+    EXPECT_EQ(record.k_ij[1][1], 0);
+  }
+}
+
+TEST(Bips, ReadsNoMoreRowsThanAsked) {
+  const test::TemporaryDirectory directory;
+  std::string text;
+  for (int i = 1; i <= 1200; ++i)
+    text += row("a", std::to_string(i).c_str(), (std::to_string(i) + ".0").c_str()) + "\n";
+  const std::string file = directory.write("long", text + "garbage behind the last row that counts");
+  auto table = std::make_unique<BipTable>();
+  for (const int rows : {3, 0, -4}) EXPECT_EQ(readbipsfile(file, rows, *table), "No errors");
+  EXPECT_EQ(table->bip[2], 3);
+  EXPECT_EQ(table->bip[3], 0);
+  EXPECT_EQ(readbipsfile(file, 100000, *table), "No errors");
+  EXPECT_EQ(table->bip[999], 1000);
+  select({"1000", "a", "1001"});
+  ASSERT_EQ(readbips_from(file), "No errors");
+  EXPECT_EQ(record.k_ij[0][1], 1000);
+  EXPECT_EQ(record.k_ij[1][2], 0);
+}
+
+TEST(Bips, TheDatabaseRouteStopsAtABlankRow) {
+  const test::TemporaryDirectory directory;
+  test::add_record(directory.path(), "BIPs.mix",
+                   row("a", "b", "0.25") + "\n" + row("c", "d", "2222.0") + "\n\n" + row("e", "f", "0.5"));
+  test::add_record(directory.path(), "bad", row("a", "b", "0.25.1"));
+  auto table = std::make_unique<BipTable>();
+  EXPECT_EQ(readbipsdb(directory.path(), "BIPs.mix", *table), "No errors");
+  EXPECT_EQ(table->bip[0], 0.25);
+  EXPECT_EQ(table->cn[1][1].trimmed(), "d");
+  EXPECT_EQ(table->bip[1], 2222);
+  EXPECT_EQ(table->cn[3][0].trimmed(), "");
+  EXPECT_EQ(readbipsdb(directory.path(), "none", *table), no_file);
+  EXPECT_EQ(readbipsdb(directory.path(), "bad", *table), bad_file);
+}
+
+}  // namespace
+}  // namespace tessarel::fluid_module

@@ -1,0 +1,81 @@
+#include "fluid/cp0_module.hpp"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <functional>
+
+#include "fluid/fluid_module.hpp"
+
+namespace tessarel::cp0_module {
+namespace {
+
+/// Gauss-Legendre quadrature of order 5 on 64 panels.
+double integrate(const std::function<double(double)>& f, double from, double to) {
+  constexpr std::array<double, 5> node{0.0, 0.5384693101056831, -0.5384693101056831, 0.9061798459386640,
+                                       -0.9061798459386640};
+  constexpr std::array<double, 5> weight{0.5688888888888889, 0.4786286704993665, 0.4786286704993665, 0.2369268850561891,
+                                         0.2369268850561891};
+  const double half = (to - from) / 128;
+  double sum = 0;
+  for (int panel = 0; panel < 64; ++panel)
+    for (std::size_t k = 0; k < 5; ++k) sum += weight[k] * f(from + half * (2 * panel + 1 + node[k]));
+  return sum * half;
+}
+
+class Cp0 : public testing::Test {
+ protected:
+  void SetUp() override {
+    auto& r = fluid_module::record;
+    const double table[3][4] = {{32.57689, -23.1598, 138.8129, -77.30696},
+                                {19.38993, 98.06616, 68.3151, -64.39433},
+                                {-27.67383, 434.5152, -213.3424, 16.00877}};
+    for (std::size_t i = 0; i < 3; ++i) {
+      r.cp0_a[i] = table[i][0];
+      r.cp0_b[i] = table[i][1] / 1e3;
+      r.cp0_c[i] = table[i][2] / 1e6;
+      r.cp0_d[i] = table[i][3] / 1e9;
+      r.cp0_e[i] = 1e99;  // takes no part
+    }
+  }
+};
+
+TEST_F(Cp0, IntegralsAgreeWithQuadrature) {
+  for (int i = 0; i < 3; ++i) {
+    for (const double t : {90.0, 250.0, 298.0, 400.0, 1000.0}) {
+      const double integral = integrate([i](double s) { return calc_cp0(i, s); }, 298.15, t);
+      const double over_t = integrate([i](double s) { return calc_cp0(i, s) / s; }, 298.15, t);
+      EXPECT_NEAR(calc_icp0_dt(i, t), integral, 1e-10 * (1 + std::abs(integral)));
+      EXPECT_NEAR(calc_icp0_t_dt(i, t), over_t, 1e-12 * (1 + std::abs(over_t)));
+      const double h = 1e-3 * t;
+      EXPECT_NEAR(calc_dcp0_dt(i, t), (calc_cp0(i, t + h) - calc_cp0(i, t - h)) / (2 * h), 1e-6);
+    }
+    EXPECT_NEAR(calc_icp0_dt(i, 298.15), 0.0, 1e-11);
+    EXPECT_NEAR(calc_icp0_t_dt(i, 298.15), 0.0, 1e-14);
+  }
+  // Methane at 298.15 K; the tables give 35.7 J/(mol K).
+  EXPECT_NEAR(calc_cp0(0, 298.15), 35.7, 0.0177 * 35.7);
+}
+
+TEST_F(Cp0, AMixtureIsTheWeightedSum) {
+  const struct {
+    double (*component)(int, double);
+    double (*mixture)(int, const double*, double);
+  } members[] = {{calc_cp0, calc_cp0mix},
+                 {calc_dcp0_dt, calc_dcp0mix_dt},
+                 {calc_icp0_dt, calc_icp0mix_dt},
+                 {calc_icp0_t_dt, calc_icp0mix_t_dt}};
+  const double x[] = {0.2, 0.5, 0.3}, one[] = {1.0};
+  for (const auto& m : members) {
+    const double sum = 0.2 * m.component(0, 350) + 0.5 * m.component(1, 350) + 0.3 * m.component(2, 350);
+    EXPECT_NEAR(m.mixture(3, x, 350), sum, 1e-14 * std::abs(sum));
+    EXPECT_EQ(m.mixture(1, one, 350), m.component(0, 350));
+    EXPECT_EQ(m.mixture(0, nullptr, 350), 0.0);
+    EXPECT_EQ(m.component(-1, 350), -8888.8);
+    EXPECT_EQ(m.component(20, 350), -8888.8);
+  }
+}
+
+}  // namespace
+}  // namespace tessarel::cp0_module

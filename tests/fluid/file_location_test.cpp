@@ -1,0 +1,67 @@
+#include "fluid/file_location.hpp"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "platform/temporary_directory.hpp"
+
+namespace tessarel::fluid_module {
+namespace {
+
+constexpr const char* fallback = "/opt/Ostrakine/fluids/";
+
+TEST(FileLocation, DirectoriesBesideTheLibrary) {
+  const struct {
+    const char* file;
+    const char* module;
+    const char* fluids;
+  } cases[] = {
+      {"/a/b/lib/file", "/a/b/lib/", "/a/b/fluids/"},
+      {"/x/file", "/x/", fallback},
+      {"/xy/file", "/xy/", fallback},
+      {"a/b/file", "a/b/", fallback},
+      {"ab/c/file", "ab/c/", "ab/fluids/"},
+      {"ab/file", "ab/", "ab/fluids/"},
+      {"a/file", fallback, fallback},
+      {"/file", fallback, fallback},
+      {"//file", fallback, fallback},
+      {"file", fallback, fallback},
+      {"", fallback, fallback},
+      {"C:\\host\\bin\\model.dll", "C:\\host\\bin\\", "C:\\host\\fluids/"},
+      {"C:\\host/bin\\model.dll", "C:\\host/bin\\", "C:\\host/fluids/"},
+      {"/a/b/lib/", "/a/b/lib/", "/a/b/fluids/"},
+      {"/a b/c d/lib", "/a b/c d/", "/a b/fluids/"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(module_directory(PathText(c.file).view()).trimmed(), c.module) << c.file;
+    EXPECT_EQ(fluid_directory(PathText(c.file).view()).trimmed(), c.fluids) << c.file;
+  }
+}
+
+TEST(FileLocation, OfAnUnknownModuleIsTheFallback) {
+  EXPECT_EQ(modulepath("OTHER").trimmed(), fallback);
+  EXPECT_EQ(fluidpath("OTHER").trimmed(), fallback);
+  EXPECT_EQ(std::string_view(fallback).size(), 22U);
+}
+
+TEST(FileLocation, SearchListsAtMost500) {
+  const auto list = std::make_unique<FileList>();
+  const test::TemporaryDirectory directory;
+  list->fill(PathText("stale"));
+  searchdirectory(directory.path(), "*.saf", *list);
+  for (const PathText& name : *list) ASSERT_EQ(name.trimmed(), "");
+
+  for (int i = 0; i < 510; ++i) directory.write(std::to_string(1000 + i) + ".saf", "");
+  searchdirectory(PathText(directory.path()).view(), "*.saf   ", *list);
+  EXPECT_EQ(list->front().trimmed(), "1000.saf");
+  EXPECT_EQ(list->back().trimmed(), "1499.saf");
+
+  searchdirectory(directory.path(), "100?.saf", *list);
+  EXPECT_EQ((*list)[9].trimmed(), "1009.saf");
+  EXPECT_EQ((*list)[10].trimmed(), "");
+}
+
+}  // namespace
+}  // namespace tessarel::fluid_module

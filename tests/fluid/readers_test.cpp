@@ -1,0 +1,131 @@
+// The two routes of the readers, on temporary fluid directories.
+#include "fluid/readers.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <limits>
+#include <string>
+
+#include "fluid/fluid_module.hpp"
+#include "fluid/sample_records.hpp"
+#include "platform/sample_database.hpp"
+#include "platform/temporary_directory.hpp"
+
+namespace tessarel::fluid_module {
+namespace {
+
+using test::head;
+
+/// Names as a host hands them over, in fields of 12 characters.
+struct Names {
+  std::string text;
+  int n = 0;
+  Names(std::initializer_list<std::string> names) : n(static_cast<int>(names.size())) {
+    for (std::string name : names) {
+      name.resize(12, ' ');
+      text += name;
+    }
+  }
+  [[nodiscard]] NameList list() const { return {text.data(), 12}; }
+};
+
+std::string read(const std::string& directory, const Names& names) {
+  record.n = names.n;
+  return std::string(readfluids_from(directory, names.list()));
+}
+
+TEST(Readers, TheDatabaseComesFirstAndTheFileServesTheRest) {
+  const test::TemporaryDirectory directory;
+  test::add_record(directory.path(), "a.saf", head("from database") + "eof");
+  test::add_record(directory.path(), "bad.saf", head("from database") + "nonsense");
+  for (const char* name : {"a.saf", "b.saf", "bad.saf"}) directory.write(name, head("from file") + "eof");
+  EXPECT_EQ(read(directory.path(), {"a", "b", "bad"}), "No errors");
+  EXPECT_EQ(record.compname[0].trimmed(), "from database");
+  EXPECT_EQ(record.compname[1].trimmed(), "from file");
+  EXPECT_EQ(record.compname[2].trimmed(), "from file");
+  // Trailing blanks of the directory do not count.
+  EXPECT_EQ(read(directory.path() + "    ", {"b"}), "No errors");
+}
+
+TEST(Readers, StopAtTheFirstFailureAndKeepWhatWasRead) {
+  const test::TemporaryDirectory directory;
+  directory.write("a.saf", head("first") + "eof");
+  directory.write("bad.saf", head("inside") + "dipolar");
+  record.compname[2].assign("untouched");
+  EXPECT_EQ(read(directory.path(), {"a", "none", "a"}),
+            "Error opening fluid data file of " + directory.path() + "none.saf");
+  EXPECT_EQ(record.compname[0].trimmed(), "first");
+  EXPECT_EQ(record.compname[2].trimmed(), "untouched");
+  EXPECT_EQ(read(directory.path(), {"bad"}), "Unexpected data in fluid data file \"inside.saf\"...");
+}
+
+TEST(Readers, OnlyRegularFilesOfTheFluidDirectoryOpen) {
+  const test::TemporaryDirectory directory;
+  directory.write("a.saf", head() + "eof");
+  const std::string fluids = directory.path() + "fluids/";
+  std::filesystem::create_directories(fluids + "dir.saf");
+  std::filesystem::create_directories(fluids + "sub");
+  std::filesystem::copy(directory.path() + "a.saf", fluids + "sub/a.saf");
+  std::filesystem::copy(directory.path() + "a.saf", fluids + ".saf");
+  ASSERT_EQ(std::system(("mkfifo " + fluids + "pipe.saf").c_str()), 0);
+  for (const std::string& name : {std::string("../a"), std::string("sub/a"), std::string("sub\\a"), std::string("dir"),
+                                  std::string("pipe"), std::string(""), std::string("a\0", 2)}) {
+    const std::string message = read(fluids, {name});
+    EXPECT_EQ(message.substr(0, 34), "Error opening fluid data file of /") << name;
+  }
+  // No names at all, and a path that is too long for the library.
+  record.n = 1;
+  EXPECT_FALSE(ok(readfluids_from(fluids, NameList{nullptr, 5})));
+  EXPECT_FALSE(ok(readfluids_from(std::string(400, 'x'), Names{"a"}.list())));
+}
+
+TEST(Readers, RefuseAPlaceOutsideTheRecord) {
+  const test::TemporaryDirectory directory;
+  const std::string file = directory.write("a.saf", head() + "eof");
+  for (const int place : {-1, 20, 1000000, std::numeric_limits<int>::min()}) {
+    EXPECT_EQ(readfluidsfile(file, place), "Place of a component must be 1 to 20...");
+    EXPECT_EQ(readfluidsdb(directory.path(), "a.saf", place), "Place of a component must be 1 to 20...");
+  }
+  EXPECT_EQ(readfluidsfile(file, 19), "No errors");
+  EXPECT_EQ(readfluidsdb(directory.path(), "a.saf  ", 0), "Error opening fluid data file of a.saf");
+}
+
+TEST(Readers, SetfluidReadsTheShippedFluidsAndTheirBinaryParameters) {
+  const Names names{"methane", "n-butane"};
+  const double z[] = {0.25, 0.75};
+  record = Record{};
+  record.k_ij[0][0] = record.k_ij[1][0] = 5;
+  ASSERT_EQ(setfluid(2, names.list(), z), "No errors");
+  EXPECT_EQ(record.n, 2);
+  EXPECT_EQ(record.z[1], 0.75);
+  EXPECT_EQ(record.compname[1].trimmed(), "n-butane");
+  EXPECT_EQ(record.k_ij[0][1], 0.022);  // Gross & Sadowski 2001
+  EXPECT_EQ(record.k_ij[1][0], 0.022);
+  EXPECT_EQ(record.k_ij[0][0], 0);
+
+  ASSERT_EQ(setfluid(1, names.list(), z), "No errors");
+  EXPECT_EQ(record.k_ij[0][0], 0);
+  EXPECT_EQ(setfluid(-3, names.list(), nullptr), "No errors");
+  EXPECT_EQ(record.n, 0);
+}
+
+TEST(Readers, SetfluidRefusesWhatTheRecordCannotHold) {
+  record.n = 1;
+  const std::string names(21 * 12, ' ');
+  const double z[21] = {};
+  EXPECT_EQ(setfluid(21, {names.data(), 12}, z), "Number of components must not exceed 20...");
+  for (const double bad : {std::nan(""), std::numeric_limits<double>::infinity()}) {
+    EXPECT_EQ(setfluid(1, {names.data(), 12}, &bad), "Mole fractions must be finite numbers...");
+  }
+  EXPECT_EQ(setfluid(1, {names.data(), 12}, nullptr), "Mole fractions must be finite numbers...");
+  EXPECT_EQ(record.n, 1);
+  // Twenty components fit.
+  std::string twenty;
+  for (int i = 0; i < 20; ++i) twenty += "methane     ";
+  EXPECT_EQ(setfluid(20, {twenty.data(), 12}, z), "No errors");
+}
+
+}  // namespace
+}  // namespace tessarel::fluid_module

@@ -1,0 +1,79 @@
+#include "platform/file_search.hpp"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/byte_source.hpp"
+#include "platform/temporary_directory.hpp"
+
+namespace tessarel::platform {
+namespace {
+
+std::vector<std::string> search(const std::string& pattern) {
+  std::vector<std::string> names;
+  FindData data;
+  const SearchHandle handle = find_first_file(pattern, data);
+  if (handle == no_search) return names;
+  do names.emplace_back(data.name.trimmed());
+  while (find_next_file(handle, data));
+  find_close(handle);
+  EXPECT_FALSE(find_next_file(handle, data)) << "a closed search goes on";
+  return names;
+}
+
+TEST(FileSearch, FindsWhatMatches) {
+  const test::TemporaryDirectory directory;
+  for (const char* name : {"b.saf", "a.saf", "c.txt", "ab.saf"}) directory.write(name, "");
+  const std::string& path = directory.path();
+  std::string back_slashes = path;
+  for (char& c : back_slashes)
+    if (c == '/') c = '\\';
+  using Names = std::vector<std::string>;
+  const struct {
+    std::string pattern;
+    Names names;
+  } cases[] = {
+      {path + "*.saf", {"a.saf", "ab.saf", "b.saf"}},
+      {path + "?.saf", {"a.saf", "b.saf"}},
+      {path + "c.txt", {"c.txt"}},
+      {path + "*", {"a.saf", "ab.saf", "b.saf", "c.txt"}},
+      {back_slashes + "*.txt   ", {"c.txt"}},
+      {path + "*.db", {}},
+      {path, {}},
+      {path + "none/*", {}},
+      {path + std::string("*\0", 2), {}},
+      {"", {}},
+  };
+  for (const auto& c : cases) EXPECT_EQ(search(c.pattern), c.names) << c.pattern;
+}
+
+TEST(FileSearch, KeepsTwoSearchesApart) {
+  const test::TemporaryDirectory directory;
+  for (const char* name : {"1", "2"}) directory.write(name, "");
+  FindData first, second;
+  const SearchHandle a = find_first_file(directory.path() + "*", first);
+  const SearchHandle b = find_first_file(directory.path() + "*", second);
+  ASSERT_NE(a, b);
+  EXPECT_TRUE(find_next_file(a, first));
+  EXPECT_EQ(first.name.trimmed(), "2");
+  EXPECT_EQ(second.name.trimmed(), "1");
+  find_close(a);
+  EXPECT_TRUE(find_next_file(b, second));
+  find_close(b);
+  find_close(no_search);
+}
+
+TEST(FileBytes, OpensRegularFilesOnly) {
+  const test::TemporaryDirectory directory;
+  const std::string pipe = directory.path() + "pipe";
+  ASSERT_EQ(std::system(("mkfifo " + pipe).c_str()), 0);
+  for (const std::string& path :
+       {directory.path(), pipe, std::string("/dev/zero"), std::string(), directory.path() + "no"})
+    EXPECT_FALSE(FileBytes(path).is_open()) << path;
+  EXPECT_TRUE(FileBytes(directory.write("file", "x") + "   ").is_open());
+}
+
+}  // namespace
+}  // namespace tessarel::platform
