@@ -1,0 +1,158 @@
+/* Tessarel: thermodynamic properties of pure fluids and mixtures by the PC-SAFT equation of state.
+ *
+ * The entries a host needs: select a fluid with tessarel_setfluid, then ask for states with tessarel_tmdprop. The
+ * forward calculations beneath them are declared in <tessarel/routines.h>.
+ *
+ * Calling rules
+ *   - All arguments are pointers; integers and logicals are int32_t. A logical is true when its lowest bit is set; the
+ *     library returns true as -1. Arrays are contiguous, the first index running fastest.
+ *   - Texts are fields of fixed length, blank-padded and not terminated. The length of each text argument follows as a
+ *     size_t by value behind all other arguments, in the order of the texts; an array of texts has one length, that of
+ *     an element. This is the hidden-length convention of the usual Fortran compilers. Texts are case significant.
+ *   - An output text is cut at the field's length and padded with blanks; 80 characters hold nearly all messages, 300
+ *     hold all that name a file. A null field or a zero length receives nothing.
+ *   - `err` begins with "No errors" after success and holds a message otherwise. Nothing is thrown and no signal is
+ *     raised across this interface.
+ *   - Each entry is exported a second time with an underscore behind its name (tessarel_setfluid_), so a Fortran host
+ *     on Unix calls it as an external procedure without any binding.
+ *   - One fluid is selected at a time, for the whole process. Nothing here is thread safe: call from one thread.
+ *
+ * Units: molar SI at entry (K, Pa, m3/mol, J/mol, J/(mol K)) and engineering units at return (degrees Celsius, bar,
+ * m3/kg, kJ/kg, kJ/(kg K)), in the same variables. Do not feed a result straight back in.
+ */
+#ifndef TESSAREL_TESSAREL_H
+#define TESSAREL_TESSAREL_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#if defined(__GNUC__)
+#define TESSAREL_API __attribute__((visibility("default")))
+#else
+#define TESSAREL_API
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Selects a fluid or mixture, or changes the composition of the selected one.
+ *
+ *   nf     in   number of components, 1 to 20
+ *   names  in   nf text fields of names_len characters: names of fluids, that is of records in the fluid database or of
+ *               files <name>.saf in the fluid directory beside the library's directory
+ *   z      in   nf mole fractions. They are taken as given and not normalised: hand in fractions that sum to 1. They
+ *               must be finite, none negative and at least one positive. A fraction of zero is accepted in a mixture;
+ *               the component then adds nothing to any property, and leaving it out instead is faster.
+ *               With 111 added to z(1) (any value above 100 counts as such) the simplified hard-chain model with one
+ *               mean segment diameter is used, from then on until the library is unloaded.
+ *   err    out  "No errors", or
+ *               "TESSAREL error: number of components must be 1 to 20...",
+ *               "TESSAREL error: names of the components are missing...",
+ *               "TESSAREL error: mole fractions must be finite numbers, none negative, and not all zero...",
+ *               "TESSAREL error: null pointer argument..." (in these cases the selection is unchanged);
+ *               "Error opening fluid data file of <file>", "Unexpected data in fluid data file "<name>.saf"...",
+ *               "Error opening mixture parameter file ..." and their like from the data readers.
+ *
+ * With the same names as in the call before, no data is read: only the composition changes. This holds after a failed
+ * call too, so a failed selection must not be repeated with the same names: that would report "No errors" on what is
+ * left in memory. Select another fluid first.
+ */
+TESSAREL_API void tessarel_setfluid(const int32_t *nf, const char *names, const double *z, char *err, size_t names_len,
+                                    size_t err_len);
+
+/* version: 4 integers, always 2, 5, 1, 20. Needs no fluid. A null pointer is tolerated. */
+TESSAREL_API void tessarel_getversion(int32_t *version);
+
+/* Data of the selected fluid and its n components.
+ *
+ *   z          in   n mole fractions, the array handed to tessarel_setfluid. While the simplified model is in use, 111
+ *                   is taken off its first element: hand in the marked array.
+ *   molmass    out  molar mass of the mixture [kg/mol]
+ *   tc, pc     out  critical temperature [K] and pressure [Pa]; -8888.8 when not determined
+ *   tmin, tmax out  range of temperature shared by the components [K]
+ *   molmass_i, tc_i, pc_i, tmin_i, tmax_i  out  n values each: the same of the components
+ *
+ * With no fluid selected the five scalars are -8888.8 and no array is written. Null outputs are skipped; with a null z
+ * molmass is -8888.8.
+ */
+TESSAREL_API void tessarel_fluidinfo(const double *z, double *molmass, double *tc, double *pc, double *tmin,
+                                     double *tmax, double *molmass_i, double *tc_i, double *pc_i, double *tmin_i,
+                                     double *tmax_i);
+
+/* Returns a parameter of the first component, as stored.
+ *
+ *   name  in   "omega" acentric factor, "mseg" segment number, "sigma" segment diameter [A], "epsil" dispersion energy
+ *              over k [K], "dipole" [D], "quapole" [D A], "polariz" [A3]
+ *   err   out  "No errors", or with the result -8888.8 "TESSAREL parameter <name> not available..." or
+ *              "TESSAREL error: no fluid selected..."
+ */
+TESSAREL_API double tessarel_fluidparameter(const char *name, char *err, size_t name_len, size_t err_len);
+
+/* Load check: writes one line to the standard output. */
+TESSAREL_API void tessarel_sub(void);
+
+/* The state of the selected fluid from two of its properties.
+ *
+ *   spec   in   Positions 1 and 2: the input pair, "TP", "Tv", "vP", "Ts", "vu", "vh", "vs", "Pu", "Ph", "Ps", "hs",
+ *               "Pq", "Tq", "vq", "Pm" or "Tm". Position 3 is not looked at. Positions 4 to 6, read when the text has
+ *               at least 6 characters without trailing blanks:
+ *                 "Lph"          one liquid phase; the phase boundary is ignored
+ *                 "?ph"          one vapour phase, with any other character in the first place, also a small l
+ *                 "vap", "liq"   phase equilibrium considered, results for the vapour or the liquid
+ *                 anything else  phase equilibrium considered, overall state
+ *               A text shorter than 6 counts as padded with blanks.
+ *   order  in   1: the second-order properties cv to dcvdt; 2: lnphi; 3: both; any other value: neither. What is not
+ *               asked for is left as it is, but for the change of units below.
+ *
+ *                         at entry      at return
+ *   t        in, out      K             degrees Celsius
+ *   p        in, out      Pa            bar
+ *   v        in, out      m3/mol        m3/kg
+ *   u, h     in, out      J/mol         kJ/kg
+ *   s        in, out      J/(mol K)     kJ/(kg K)
+ *   q        in, out      mole fraction of vapour, or the metastable marker of "Pm" and "Tm"
+ *   cv       out                        kJ/(kg K)
+ *   dpdt     out                        Pa/K            at constant volume
+ *   dpdv     out                        Pa kg/m3        at constant temperature
+ *   d2pdt2   out                        Pa/K2           at constant volume
+ *   d2pdv2   out                        Pa (kg/m3)2     at constant temperature
+ *   d2pdtdv  out                        Pa kg/(m3 K)
+ *   dcvdt    out                        J/(kg K2)       at constant volume
+ *   x, y     out          n mole fractions of the liquid and of the vapour; not written in single-phase mode
+ *   lnphi    out          n logarithms of the fugacity coefficients
+ *   err      out  "No errors"; check it before any result is used.
+ *
+ * The pair named in `spec` is read at entry and everything else is written. h and u include the heat of formation:
+ * the reference is the ideal gas at 298.15 K and 1e5 Pa.
+ *
+ * The change of units takes place in every call that gets as far as a selected fluid and complete arguments, also after
+ * a failure: t comes back less 273.15, and so on. The molar mass for it is that of the selected composition, but of `y`
+ * with "vap" and of `x` with "liq". A host that uses these two for a pure fluid sets y(1) or x(1) to 1 before.
+ *
+ * Single-phase states take the density root of the phase named, also where that phase is metastable; where it has no
+ * root, the root of the other phase. Temperatures are searched between 150 K and 1000 K, pressures between 1000 Pa and
+ * 1e8 Pa. Where a search crosses the end of a phase's existence and meets no solution there, the state returned is the
+ * one next to that end and does not satisfy the input pair.
+ *
+ * Messages besides those of the solvers ("Brent_Root: root not bracketed...", "Brent_Root: no convergence...",
+ * "No convergence calculating density from T and P"):
+ *   "TESSAREL error: no fluid selected..." and "TESSAREL error: null pointer argument...": nothing else is written
+ *   "TESSAREL error: calculation as function of <spec> not available.": no such input pair
+ *   "TESSAREL error: calculation as function of <spec> not available yet: ...": the solver is not part of this version
+ *   "Function 'Pq' not available for single phase calculations...", also for Tq, vq, Pm, Tm
+ *   "TESSAREL error: input values must be finite numbers, temperature and volume positive..."
+ *   "TESSAREL error: no finite state found for the input values..."
+ *   "TESSAREL error: fugacity coefficients not available yet...": after order 2 or 3; the state itself is complete
+ *   "TESSAREL error: the ... term is not available yet: ...": the fluid needs a term that is not part of this version
+ */
+TESSAREL_API void tessarel_tmdprop(const char *spec, const int32_t *order, double *t, double *p, double *v, double *u,
+                                   double *h, double *s, double *q, double *cv, double *dpdt, double *dpdv,
+                                   double *d2pdt2, double *d2pdv2, double *d2pdtdv, double *dcvdt, double *x, double *y,
+                                   double *lnphi, char *err, size_t spec_len, size_t err_len);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
