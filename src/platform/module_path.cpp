@@ -18,18 +18,30 @@ std::string find_own_path() {
   Dl_info info{};
   void* extra = nullptr;
   if (dladdr1(&own_module, &info, &extra, RTLD_DL_LINKMAP) == 0 || extra == nullptr) return {};
-  std::error_code failure;
   const char* loaded = static_cast<const link_map*>(extra)->l_name;
+  if (loaded != nullptr && *loaded != '\0') return plain_path(loaded);
   // The loader has no name for the main program, into which the code may be linked statically.
-  if (loaded == nullptr || *loaded == '\0') return std::filesystem::read_symlink("/proc/self/exe", failure).string();
-  // A symbolic link in the path is kept: the data lie beside the link when the library was loaded through one.
-  return std::filesystem::absolute(loaded, failure).string();
+  std::error_code failure;
+  return std::filesystem::read_symlink("/proc/self/exe", failure).string();
 }
 
 // Found at load time, before the host can change the working directory.
 const std::string own_path = find_own_path();
 
 }  // namespace
+
+std::string plain_path(std::string_view loaded) {
+  std::error_code failure;
+  std::filesystem::path path;
+  bool climbs = false;
+  for (const auto& part : std::filesystem::absolute(std::filesystem::path(loaded), failure)) {
+    climbs = climbs || part == "..";
+    if (part != ".") path /= part;
+  }
+  // What ".." leads to depends on the links in front of it, so here the directory is resolved.
+  if (climbs) path = std::filesystem::canonical(path.parent_path(), failure) / path.filename();
+  return failure ? std::string() : path.string();
+}
 
 ModuleHandle get_module_handle(std::string_view name) noexcept {
   return same_text(name, "TESSAREL") ? &own_module : nullptr;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace tessarel::platform {
@@ -14,5 +15,10 @@ ModuleHandle get_module_handle(std::string_view name) noexcept;
 /// Writes the full path of the library into `buffer`, blank-padded. The buffer stays blank for a null handle and for
 /// a path that does not fit: half a path would name a wrong directory.
 void get_module_file_name(ModuleHandle handle, char* buffer, std::size_t size) noexcept;
+
+/// `loaded`, a path as the loader knows it, as an absolute path without "." and "..", since the data are found by
+/// counting its directories. Symbolic links are kept where that allows it: the data lie beside the link when the
+/// library was loaded through one. Empty when the path leads nowhere.
+std::string plain_path(std::string_view loaded);
 
 }  // namespace tessarel::platform

@@ -5,6 +5,7 @@
 #include <array>
 #include <filesystem>
 
+#include "platform/temporary_directory.hpp"
 #include "support/text.hpp"
 
 namespace tessarel::platform {
@@ -27,6 +28,28 @@ TEST(ModulePath, StaysBlankForAnotherModuleAndWhenItDoesNotFit) {
   EXPECT_EQ(get_module_handle("OTHER"), nullptr);
   EXPECT_EQ(file_name_of("OTHER", 256), "");
   EXPECT_EQ(file_name_of("TESSAREL", 4), "");
+}
+
+TEST(ModulePath, HasNoDetours) {
+  const test::TemporaryDirectory directory;
+  const std::string& base = directory.path();
+  std::filesystem::create_directories(base + "real/lib");
+  std::filesystem::create_directory_symlink("real/lib", base + "link");
+  directory.write("real/lib/x.so", "");
+  const std::string root = std::filesystem::canonical(base).string();
+  const struct {
+    std::string loaded, path;
+  } cases[] = {
+      {base + "real/lib/x.so", base + "real/lib/x.so"},
+      {base + "real/./lib/./x.so", base + "real/lib/x.so"},
+      {base + "real//lib///x.so", base + "real/lib/x.so"},
+      {base + "real/../real/lib/x.so", root + "/real/lib/x.so"},
+      {base + "link/x.so", base + "link/x.so"},
+      {base + "link/../lib/x.so", root + "/real/lib/x.so"},  // ".." of what the link leads to
+      {base + "none/../real/lib/x.so", ""},
+  };
+  for (const auto& c : cases) EXPECT_EQ(plain_path(c.loaded), c.path) << c.loaded;
+  EXPECT_EQ(plain_path("./x.so"), (std::filesystem::current_path() / "x.so").string());
 }
 
 }  // namespace
