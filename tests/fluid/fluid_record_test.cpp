@@ -177,6 +177,10 @@ TEST(FluidRecord, DamageIsReportedWithTheNameInsideTheRecord) {
       replaced(head(), "44.1", "1e999") + end,
       replaced(head(), "44.1", "inf") + end,
       replaced(head(), "-40\n", "") + end,  // a row too few
+      replaced(head(), "44.1",
+               "\xEF\xBB\xBF"
+               "44.1") +
+          end,  // byte-order mark inside
       "sample",
       "sample\n",
       "sample\n\n200\n",
