@@ -1,0 +1,109 @@
+#include "eos/density.hpp"
+
+#include <limits>
+
+#include "eos/fugacity.hpp"
+
+namespace tessarel::calc_vrho_module {
+
+using eos::MixtureState;
+using fluid_module::record;
+
+Message densiter(const MixtureState<double>& state, double p, double& eta) {
+  constexpr int max_iterations = 100;
+  const double start = eta;
+  for (int count = 1;; ++count) {
+    const auto [value, slope, curvature] = eos::p_eta12(state, eta);
+    const double residual = value / p - 1.0;
+    if (slope < 0 && count < max_iterations) {
+      // The unstable branch, where Newton's step would go the wrong way.
+      if (residual > 0 && curvature > 0)
+        eta = 0.001;
+      else if (residual < 0 && curvature < 0)
+        eta = 0.5;
+      else if (eta == start)
+        eta += 0.1;
+      else
+        eta = (eta + start) / 2.0;
+      continue;
+    }
+    const double step = residual / (slope / p);
+    const double next = eta - step;
+    if (next > 0.9)
+      eta = 0.6;
+    else if (next <= 0)
+      eta = 1e-10;
+    else
+      eta = next;
+    if (count > max_iterations) return "No convergence calculating density from T and P";
+    if (std::abs(step) < 1e-12 || std::abs(residual) < 1e-9) return no_errors;
+  }
+}
+
+namespace {
+
+double start_of(int phase) {
+  return phase == 1 ? liquid_start : vapour_start;
+}
+
+/// Number density of the liquid-like (1) or vapour-like (2) root.
+Message solve_root(const MixtureState<double>& state, double p, int phase, double& rho) {
+  double eta = start_of(phase);
+  const Message message = densiter(state, p, eta);
+  rho = eta / state.zeta_rho[3];
+  return message;
+}
+
+}  // namespace
+
+Message calc_v(double t, double p, int phase, double& v) {
+  if (phase != 1 && phase != 2) {
+    v = fluid_module::not_computed;
+    return "Phase code of the density must be 1 or 2...";
+  }
+  const Arena::Frame frame(eos::arena);
+  MixtureState<double> state;
+  eos::prepare(state, record.n, record.z.data(), 0, t);
+  double rho = 0;
+  const Message message = solve_root(state, p, phase, rho);
+  v = fluid_module::avogadro_factor / rho;
+  return message;
+}
+
+void calc_rho(int n, const double* x, double t, double p, int phase, double& rho) {
+  if (phase != 1 && phase != 2 && phase != -1) {
+    rho = std::numeric_limits<double>::quiet_NaN();
+    return;
+  }
+  const Arena::Frame frame(eos::arena);
+  MixtureState<double> state;
+  eos::prepare(state, n, x, 0, t);
+  if (phase != -1) {
+    solve_root(state, p, phase, rho);
+    return;
+  }
+  // Both roots; the lower Gibbs energy, sum of x lnphi, decides.
+  double root[2], gibbs[2];
+  for (int i = 0; i < 2; ++i) {
+    solve_root(state, p, i + 1, root[i]);
+    fluid_module::Vector lnphi;
+    fugacity::calc_lnphi_rho(n, x, t, root[i], lnphi.data());
+    gibbs[i] = 0;
+    for (int k = 0; k < n; ++k) gibbs[i] += x[k] * lnphi[eos::at(k)];
+  }
+  rho = gibbs[1] > gibbs[0] ? root[0] : root[1];
+}
+
+double calc_eta_rho(int n, const double* x, int ipure, double t, double rho) {
+  MixtureState<double> state;
+  state.comp = eos::select_components(n, x, ipure);
+  state.inverse_t = 1.0 / t;
+  eos::prepare_diameters(state);
+  return rho * state.zeta_rho[3];
+}
+
+double calc_rho_eta(int n, const double* x, int ipure, double t, double eta) {
+  return eta / calc_eta_rho(n, x, ipure, t, 1.0);
+}
+
+}  // namespace tessarel::calc_vrho_module

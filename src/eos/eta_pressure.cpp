@@ -1,0 +1,199 @@
+#include "eos/eta_pressure.hpp"
+
+#include <algorithm>
+
+namespace tessarel::eos {
+
+namespace {
+
+/// Converts derivatives by u = 1 / (1 - eta) to derivatives by eta: du/deta = u^2.
+EtaDerivatives from_u(double value, double by_u, double by_uu, double u) {
+  const double u2 = u * u;
+  return {value, by_u * u2, (by_uu * u2 + 2.0 * by_u * u) * u2};
+}
+
+/// mbar z_hs - z_chain, as a function of u.
+EtaDerivatives hard_chain_eta12(const MixtureState<double>& s, double u, double excess) {
+  const double a = s.hs_first, b = s.hs_second;
+  const double hs = hard_sphere_z(excess, u, a, b);
+  const double hs_u = 1.0 + a * (2.0 * u - 1.0) + 6.0 * b * u * excess;
+  const double hs_uu = 2.0 * a + b * (12.0 * u - 6.0);
+  // chain: weight_sum (u - 1) + u T, T = sum weight (y/(1+y) + 2y/(1+2y)), y = k (u - 1)
+  double t = 0, t_u = 0, t_uu = 0;
+  for (int i = 0; i < s.chains; ++i) {
+    const double k = s.chain_k[at(i)], w = s.chain_weight[at(i)];
+    const double y = k * excess;
+    const double p = 1.0 + y, q = p + y;
+    const double r = 1.0 / (p * q);
+    const double alpha = q * r, beta = p * r;  // 1/(1+y), 1/(1+2y)
+    const double ka = k * alpha, kb = 2.0 * k * beta;
+    const double fa = ka * alpha, fb = kb * beta;
+    t += w * y * (alpha + 2.0 * beta);
+    t_u += w * (fa + fb);
+    t_uu -= 2.0 * w * (fa * ka + fb * kb);
+  }
+  const double m = s.mbar;
+  return from_u(m * hs - s.chain_sum * excess - u * t, m * hs_u - s.chain_sum - t - u * t_u,
+                m * hs_uu - 2.0 * t_u - u * t_uu, u);
+}
+
+/// Sums of c_j eta^(j+1), with three derivatives by eta.
+struct IntegralDerivatives {
+  double value, first, second, third;
+};
+IntegralDerivatives integral_eta123(const Powers& c, double eta) {
+  double p = 7.0 * c[6], q = 42.0 * c[6], r = 210.0 * c[6], v = c[6];
+  p = p * eta + 6.0 * c[5], q = q * eta + 30.0 * c[5], r = r * eta + 120.0 * c[5], v = v * eta + c[5];
+  p = p * eta + 5.0 * c[4], q = q * eta + 20.0 * c[4], r = r * eta + 60.0 * c[4], v = v * eta + c[4];
+  p = p * eta + 4.0 * c[3], q = q * eta + 12.0 * c[3], r = r * eta + 24.0 * c[3], v = v * eta + c[3];
+  p = p * eta + 3.0 * c[2], q = q * eta + 6.0 * c[2], r = r * eta + 6.0 * c[2], v = v * eta + c[2];
+  p = p * eta + 2.0 * c[1], q = q * eta + 2.0 * c[1], v = v * eta + c[1];
+  p = p * eta + c[0], v = v * eta + c[0];
+  return {v * eta, p, q, r};
+}
+
+/// -pi rho D with D = 2 m2es3 (eta I1)' + m m2e2s3 (C1 eta I2)' and rho = eta / zeta_rho.
+EtaDerivatives dispersion_eta12(const MixtureState<double>& s, double eta, double u) {
+  const double m = s.mbar;
+  const double v = 1.0 / (2.0 - eta);
+  const double u2 = u * u, v2 = v * v, u3 = u2 * u, v3 = v2 * v;
+  // 1 / C1 and its derivatives by eta; d u^k = k u^(k+1), d v^k = k v^(k+1).
+  const double chain0 = u2 * (6.0 * u2 - 4.0 * u - 2.0), sphere0 = 3.0 * u2 - 4.0 * v2 - 2.0;
+  const double chain1 = u3 * (24.0 * u2 - 12.0 * u - 4.0), sphere1 = 6.0 * u3 - 8.0 * v3;
+  const double chain2 = u2 * u2 * (120.0 * u2 - 48.0 * u - 12.0), sphere2 = 18.0 * u2 * u2 - 24.0 * v2 * v2;
+  const double chain3 = u3 * u2 * (720.0 * u2 - 240.0 * u - 48.0), sphere3 = 72.0 * u3 * u2 - 96.0 * v3 * v2;
+  const double d0 = 1.0 + sphere0 + m * (chain0 - sphere0), d1 = sphere1 + m * (chain1 - sphere1);
+  const double d2 = sphere2 + m * (chain2 - sphere2), d3 = sphere3 + m * (chain3 - sphere3);
+  const double c = 1.0 / d0;
+  const double e1 = d1 * c, e2 = d2 * c, e3 = d3 * c;  // C1 = c: derivatives of a reciprocal
+  const double c_1 = -c * e1;
+  const double c_2 = c * (2.0 * e1 * e1 - e2);
+  const double c_3 = c * (6.0 * e1 * (e2 - e1 * e1) - e3);
+  const auto j1 = integral_eta123(s.apar, eta);
+  const auto j2 = integral_eta123(s.bpar, eta);
+  const double f1 = 2.0 * s.m2es3, f2 = m * s.m2e2s3;
+  const double g0 = f1 * j1.first + f2 * (c * j2.first + c_1 * j2.value);
+  const double g1 = f1 * j1.second + f2 * (c * j2.second + 2.0 * c_1 * j2.first + c_2 * j2.value);
+  const double g2 = f1 * j1.third + f2 * (c * j2.third + 3.0 * (c_1 * j2.second + c_2 * j2.first) + c_3 * j2.value);
+  const double factor = -pi / s.zeta_rho[3];
+  return {factor * eta * g0, factor * (g0 + eta * g1), factor * (2.0 * g1 + eta * g2)};
+}
+
+}  // namespace
+
+EtaDerivatives z_ass_eta12(const MixtureState<double>& s, double eta) {
+  const Arena::Frame frame(arena);
+  const auto& a = s.association;
+  const auto n = at(a.classes);
+  const double u = 1.0 / (1.0 - eta), per_rho = 1.0 / s.zeta_rho[3];
+  double* bond = arena.take<double>(3 * n * n);  // rho x strength g with two eta derivatives
+  double* moment = arena.take<double>(3 * n * n);  // the same times d ln(eta g)/d ln eta, for the value of z
+  for (std::size_t k = 0; k < n; ++k) {
+    for (std::size_t l = 0; l < n; ++l) {
+      const double kc = s.contact_k(a.component[k], a.component[l]);
+      const double w = a.strength[k * n + l] * s.comp.x[at(a.component[l])] * per_rho;
+      const double y = kc * (u - 1.0);
+      const double g = u * (1.0 + y) * (1.0 + 2.0 * y);
+      const double g_u = (1.0 + y) * (1.0 + 2.0 * y) + u * kc * (3.0 + 4.0 * y);
+      const double g_uu = 2.0 * kc * (3.0 + 4.0 * y) + 4.0 * u * kc * kc;
+      const double g_uuu = 12.0 * kc * kc;
+      const double u2 = u * u;
+      const double g1 = g_u * u2, g2 = (g_uu * u + 2.0 * g_u) * u2 * u;
+      const double g3 = ((g_uuu * u + 6.0 * g_uu) * u + 6.0 * g_u) * u2 * u2;
+      double* b = bond + 3 * (k * n + l);
+      b[0] = w * eta * g;
+      b[1] = w * (g + eta * g1);
+      b[2] = w * (2.0 * g1 + eta * g2);
+      double* m = moment + 3 * (k * n + l);
+      m[0] = eta * b[1];
+      m[1] = b[1] + eta * b[2];
+      m[2] = 2.0 * b[2] + eta * w * (3.0 * g2 + eta * g3);
+    }
+  }
+  // The fractions and their derivatives, iterated together.
+  double* x = arena.take<double>(3 * n);
+  double* next = arena.take<double>(3 * n);
+  for (std::size_t k = 0; k < n; ++k) x[3 * k] = 1.0, x[3 * k + 1] = x[3 * k + 2] = 0.0;
+  const double tolerance = site_tolerance(eta);
+  double error = 1.0;
+  for (int pass = 0; pass < max_site_passes && error > tolerance; ++pass) {
+    error = 0;
+    double size = 0;
+    for (std::size_t k = 0; k < n; ++k) {
+      double s0 = 0, s1 = 0, s2 = 0;
+      for (std::size_t l = 0; l < n; ++l) {
+        const double* b = bond + 3 * (k * n + l);
+        const double* xl = x + 3 * l;
+        s0 += b[0] * xl[0];
+        s1 += b[0] * xl[1] + b[1] * xl[0];
+        s2 += b[0] * xl[2] + 2.0 * b[1] * xl[1] + b[2] * xl[0];
+      }
+      double* to = next + 3 * k;
+      const double v = 1.0 / (1.0 + s0), v1 = v * s1;
+      to[0] = v;
+      to[1] = -v * v1;
+      to[2] = v * (2.0 * v1 * v1 - v * s2);
+      error += a.types[k] * (std::abs(to[0] - x[3 * k]) + std::abs(to[1] - x[3 * k + 1]));
+      size += a.types[k] * (std::abs(to[0]) + std::abs(to[1]));
+    }
+    for (std::size_t i = 0; i < 3 * n; ++i) x[i] += site_damping * (next[i] - x[i]);
+    // A derivative large against the tolerance cannot come closer to its fixed point than its rounding.
+    if (error < 4e-16 * size) break;
+  }
+  // z_assoc = -1/2 sum x_k n_k X_k sum over l of moment_kl X_l.
+  EtaDerivatives z{0, 0, 0};
+  for (std::size_t k = 0; k < n; ++k) {
+    double s0 = 0, s1 = 0, s2 = 0;
+    for (std::size_t l = 0; l < n; ++l) {
+      const double* m = moment + 3 * (k * n + l);
+      const double* xl = x + 3 * l;
+      s0 += m[0] * xl[0];
+      s1 += m[0] * xl[1] + m[1] * xl[0];
+      s2 += m[0] * xl[2] + 2.0 * m[1] * xl[1] + m[2] * xl[0];
+    }
+    const double w = -0.5 * a.sites[k] * s.comp.x[at(a.component[k])];
+    const double* xk = x + 3 * k;
+    z.value += w * xk[0] * s0;
+    z.first += w * (xk[0] * s1 + xk[1] * s0);
+    z.second += w * (xk[0] * s2 + 2.0 * xk[1] * s1 + xk[2] * s0);
+  }
+  return z;
+}
+
+EtaDerivatives z_pol_eta12(const MixtureState<double>& s, double eta) {
+  using N = Taylor<1, 2>;
+  const N e = numerics::variable<N>(eta);
+  const N rho = e * (1.0 / s.zeta_rho[3]);
+  N z(0.0);
+  for (int type = tables.first_type; type <= tables.last_type; ++type) {
+    const auto& second = s.polar.second[at(type)];
+    const auto& third = s.polar.third[at(type)];
+    const N rho2 = rho * rho;
+    z += pade_slope(N(rho * polar_polynomial(second, e)), N(rho2 * polar_polynomial(third, e)),
+                    N(rho * polar_slope(second, e, 1.0)), N(rho2 * polar_slope(third, e, 2.0)));
+  }
+  return {z.c[0], z.c[1], 2.0 * z.c[2]};
+}
+
+EtaDerivatives z_eta12(const MixtureState<double>& s, double eta) {
+  const double u = 1.0 / (1.0 - eta);
+  const auto hard = hard_chain_eta12(s, u, eta * u);
+  const auto disp = dispersion_eta12(s, eta, u);
+  EtaDerivatives z{1.0 + hard.value + disp.value, hard.first + disp.first, hard.second + disp.second};
+  const auto add = [&z](const EtaDerivatives& term) {
+    z.value += term.value;
+    z.first += term.first;
+    z.second += term.second;
+  };
+  if (s.associates) add(z_ass_eta12(s, eta));
+  if (s.is_polar) add(z_pol_eta12(s, eta));
+  return z;
+}
+
+EtaDerivatives p_eta12(const MixtureState<double>& s, double eta) {
+  const auto z = z_eta12(s, eta);
+  const double factor = fluid_module::pressure_factor * s.t / s.zeta_rho[3];  // p = factor eta z
+  return {factor * eta * z.value, factor * (z.value + eta * z.first), factor * (2.0 * z.first + eta * z.second)};
+}
+
+}  // namespace tessarel::eos

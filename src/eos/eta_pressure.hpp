@@ -1,0 +1,25 @@
+// The innermost loop of the library: pressure and its first two derivatives by the packing fraction, for the density
+// iteration. The formulas are those of terms.hpp with the derivatives by u = 1 / (1 - eta) written out; nothing that
+// depends on temperature and composition alone is computed here, and no exponential or logarithm is taken.
+#pragma once
+
+#include "eos/mixture_state.hpp"
+
+namespace tessarel::eos {
+
+/// A function of eta with its first two derivatives.
+struct EtaDerivatives {
+  double value, first, second;
+};
+
+/// z of a prepared state. The association term iterates the site fractions jointly with their first two derivatives.
+EtaDerivatives z_eta12(const MixtureState<double>& s, double eta);
+
+/// The association and polar terms of z on their own.
+EtaDerivatives z_ass_eta12(const MixtureState<double>& s, double eta);
+EtaDerivatives z_pol_eta12(const MixtureState<double>& s, double eta);
+
+/// p [Pa], dp/deta, d2p/deta2 of a prepared state.
+EtaDerivatives p_eta12(const MixtureState<double>& s, double eta);
+
+}  // namespace tessarel::eos

@@ -1,0 +1,252 @@
+#include "eos/fugacity.hpp"
+
+#include "eos/composition.hpp"
+#include "eos/density.hpp"
+#include "eos/helmholtz.hpp"
+#include "eos/mole_numbers.hpp"
+
+namespace tessarel::fugacity {
+
+using namespace eos;
+using numerics::variable;
+using fluid_module::pressure_factor;
+
+namespace {
+
+/// What the derivatives of lnphi are made of, at one state. A member is filled when its bit was asked for.
+enum : unsigned { first = 1, by_t = 2, by_rho = 4, second = 8, eos_z = 16 };
+
+struct Blocks {
+  double a, z, a_t, z_t, z_rho;
+  double *a_x, *a_tx, *a_xx, *z_x;
+  double p_t, p_rho;  ///< derivatives of the pressure
+};
+
+/// Fills the blocks `needs`; arrays come from the caller's arena frame. `state` is the state prepared at plain t.
+/// Without `eos_z` (or by_rho) z is left to the caller.
+Blocks prepare_blocks(const MixtureState<double>& state, int n, const double* x, double t, double rho, unsigned needs) {
+  Blocks b{};
+  const auto size = at(n);
+  b.a_x = arena.take<double>(size);
+  if ((needs & second) != 0) {
+    b.a_xx = arena.take<double>(size * size);
+    CompositionDerivatives<double> d{0, b.a_x, b.a_xx, nullptr};
+    composition_derivatives<2>(state, rho, d);
+    b.a = d.a;
+  }
+  if ((needs & by_t) != 0) {
+    using S = Taylor<1, 1>;
+    b.a_tx = arena.take<double>(size);
+    const Arena::Frame frame(arena);
+    MixtureState<S> heated;
+    prepare(heated, n, x, 0, variable<S>(t));
+    CompositionDerivatives<S> d;
+    d.first = arena.take<S>(size);
+    composition_derivatives<1>(heated, rho, d);
+    for (std::size_t i = 0; i < size; ++i) {
+      b.a_x[i] = d.first[i].c[0];
+      b.a_tx[i] = d.first[i].c[1];
+    }
+    b.a = d.a.c[0];
+    b.a_t = d.a.c[1];
+    const S z = residual_z(heated, rho);
+    b.z = z.c[0];
+    b.z_t = z.c[1];
+  }
+  if ((needs & by_rho) != 0) {
+    using S = Taylor<1, 2>;
+    b.z_x = arena.take<double>(size);
+    const Arena::Frame frame(arena);
+    CompositionDerivatives<S> d;
+    d.first = arena.take<S>(size);
+    composition_derivatives<1>(state, variable<S>(rho), d);
+    for (std::size_t i = 0; i < size; ++i) {
+      b.a_x[i] = d.first[i].c[0];
+      b.z_x[i] = rho * d.first[i].c[1];
+    }
+    b.a = d.a.c[0];
+    b.z = 1.0 + rho * d.a.c[1];
+    b.z_rho = d.a.c[1] + 2.0 * rho * d.a.c[2];
+  }
+  if ((needs & (second | by_t | by_rho)) == 0 && (needs & first) != 0) {
+    CompositionDerivatives<double> d{0, b.a_x, nullptr, nullptr};
+    if (n > 1)
+      composition_derivatives<1>(state, rho, d);
+    else
+      d.a = residual_a(state, rho);
+    b.a = d.a;
+  }
+  if ((needs & eos_z) != 0) b.z = residual_z(state, rho);
+  b.p_t = pressure_factor * rho * (t * b.z_t + b.z);
+  b.p_rho = pressure_factor * t * (rho * b.z_rho + b.z);
+  return b;
+}
+
+double mean(int n, const double* x, const double* f) {
+  double sum = 0;
+  for (int k = 0; k < n; ++k) sum += x[k] * f[k];
+  return sum;
+}
+
+void assemble_lnphi(int n, const double* x, const Blocks& b, double z, double* lnphi) {
+  const double common = b.a + z - 1.0 - std::log(z);
+  if (n == 1) {
+    lnphi[0] = common;
+    return;
+  }
+  const double s = mean(n, x, b.a_x);
+  for (int i = 0; i < n; ++i) lnphi[i] = b.a_x[i] + common - s;
+}
+
+/// By rho at constant t.
+void slope_rho(int n, const double* x, const Blocks& b, double z, double rho, double* out) {
+  const double common = (1.0 - 1.0 / z) * b.z_rho;
+  if (n == 1) {
+    out[0] = (z - 1.0) / rho + common;
+    return;
+  }
+  const double s = mean(n, x, b.z_x);
+  for (int i = 0; i < n; ++i) out[i] = (b.z_x[i] + z - 1.0 - s) / rho + common;
+}
+
+/// By t at constant rho.
+void slope_t(int n, const double* x, const Blocks& b, double z, double* out) {
+  const double common = b.a_t + (1.0 - 1.0 / z) * b.z_t;
+  if (n == 1) {
+    out[0] = common;
+    return;
+  }
+  const double s = mean(n, x, b.a_tx);
+  for (int i = 0; i < n; ++i) out[i] = b.a_tx[i] + common - s;
+}
+
+/// By x at constant t, rho.
+void slope_x(int n, const double* x, const Blocks& b, double z, double* out) {
+  for (int j = 0; j < n; ++j) {
+    const double* column = b.a_xx + j * n;
+    const double common = (1.0 - 1.0 / z) * b.z_x[j] - mean(n, x, column);
+    for (int i = 0; i < n; ++i) out[i + j * n] = column[i] + common;
+  }
+}
+
+/// M(i,j) - sum over k of x(k) M(i,k), in place.
+void project_rows(int n, const double* x, double* m) {
+  for (int i = 0; i < n; ++i) {
+    double s = 0;
+    for (int k = 0; k < n; ++k) s += x[k] * m[i + k * n];
+    for (int j = 0; j < n; ++j) m[i + j * n] -= s;
+  }
+}
+
+/// The outputs of a call; those not wanted are null.
+struct Outputs {
+  double *lnphi = nullptr, *dt = nullptr, *dp = nullptr, *dx = nullptr, *dn = nullptr;
+};
+
+/// All forms at constant t and p, from the blocks and z.
+void assemble_tp(int n, const double* x, double t, double rho, const Blocks& b, double z, const Outputs& out) {
+  if (out.lnphi != nullptr) assemble_lnphi(n, x, b, z, out.lnphi);
+  if (out.dt == nullptr && out.dp == nullptr && out.dx == nullptr && out.dn == nullptr) return;
+  const auto size = at(n);
+  double* by_density = arena.take<double>(size);
+  slope_rho(n, x, b, z, rho, by_density);
+  for (std::size_t i = 0; i < size; ++i) by_density[i] /= b.p_rho;  // now by p
+  if (out.dp != nullptr) std::copy_n(by_density, size, out.dp);
+  if (out.dt != nullptr) {
+    slope_t(n, x, b, z, out.dt);
+    for (std::size_t i = 0; i < size; ++i) out.dt[i] -= by_density[i] * b.p_t;
+  }
+  if (out.dx == nullptr && out.dn == nullptr) return;
+  double* matrix = out.dx != nullptr ? out.dx : out.dn;
+  slope_x(n, x, b, z, matrix);
+  for (int j = 0; j < n; ++j) {
+    const double p_x = pressure_factor * t * rho * b.z_x[j];
+    for (int i = 0; i < n; ++i) matrix[i + j * n] -= by_density[at(i)] * p_x;
+  }
+  if (out.dn == nullptr) return;
+  if (out.dn != matrix) std::copy_n(matrix, size * size, out.dn);
+  project_rows(n, x, out.dn);
+}
+
+unsigned needs_of(const Outputs& out) {
+  unsigned needs = 0;
+  if (out.lnphi != nullptr) needs |= first;
+  if (out.dt != nullptr) needs |= by_t | by_rho;
+  if (out.dp != nullptr) needs |= by_rho;
+  if (out.dx != nullptr || out.dn != nullptr) needs |= second | by_rho;
+  return needs;
+}
+
+/// The forms with a density solve. `z_from_p`: z = p / (K t rho), else that of the equation of state.
+void at_phase(int n, const double* x, double t, double p, int phase, bool z_from_p, const Outputs& out) {
+  const Arena::Frame frame(arena);
+  MixtureState<double> state;
+  prepare(state, n, x, 0, t);
+  double rho = 0;
+  if (phase == 1 || phase == 2) {
+    double eta = phase == 1 ? calc_vrho_module::liquid_start : calc_vrho_module::vapour_start;
+    calc_vrho_module::densiter(state, p, eta);
+    rho = eta / state.zeta_rho[3];
+  } else {
+    calc_vrho_module::calc_rho(n, x, t, p, phase, rho);
+  }
+  const Blocks b = prepare_blocks(state, n, x, t, rho, needs_of(out) | (z_from_p ? 0U : eos_z));
+  assemble_tp(n, x, t, rho, b, z_from_p ? p / (pressure_factor * t * rho) : b.z, out);
+}
+
+}  // namespace
+
+void calc_lnphi(int n, const double* x, double t, double p, int phase, double* lnphi) {
+  at_phase(n, x, t, p, phase, true, {.lnphi = lnphi});
+}
+void calc_lnphi_tp(int n, const double* x, double t, double p, int phase, double* lnphi, double* dt, double* dp) {
+  at_phase(n, x, t, p, phase, true, {.lnphi = lnphi, .dt = dt, .dp = dp});
+}
+void calc_lnphi_n(int n, const double* x, double t, double p, int phase, double* lnphi, double* dn) {
+  at_phase(n, x, t, p, phase, true, {.lnphi = lnphi, .dn = dn});
+}
+void calc_lnphi_tpn(int n, const double* x, double t, double p, int phase, double* lnphi, double* dt, double* dp,
+                    double* dn) {
+  at_phase(n, x, t, p, phase, true, {.lnphi = lnphi, .dt = dt, .dp = dp, .dn = dn});
+}
+void calc_dlnphi_dt(int n, const double* x, double t, double p, int phase, double* dt) {
+  at_phase(n, x, t, p, phase, false, {.dt = dt});
+}
+void calc_dlnphi_dp(int n, const double* x, double t, double p, int phase, double* dp) {
+  at_phase(n, x, t, p, phase, false, {.dp = dp});
+}
+void calc_dlnphi_dx(int n, const double* x, double t, double p, int phase, double* dx) {
+  at_phase(n, x, t, p, phase, false, {.dx = dx});
+}
+void calc_dlnphi_dn(int n, const double* x, double t, double p, int phase, double* dn) {
+  at_phase(n, x, t, p, phase, false, {.dn = dn});
+}
+
+namespace {
+
+/// The forms at a given density; p of 0 or less stands for the z of the equation of state.
+void at_density(int n, const double* x, double t, double rho, const double* p, const Outputs& out) {
+  const Arena::Frame frame(arena);
+  MixtureState<double> state;
+  prepare(state, n, x, 0, t);
+  const Blocks b = prepare_blocks(state, n, x, t, rho, needs_of(out) | (p == nullptr ? unsigned{eos_z} : 0U));
+  assemble_tp(n, x, t, rho, b, p == nullptr ? b.z : *p / (pressure_factor * t * rho), out);
+}
+
+}  // namespace
+
+void calc_lnphi_tprho(int n, const double* x, double t, double p, double rho, double* lnphi) {
+  at_density(n, x, t, rho, &p, {.lnphi = lnphi});
+}
+void calc_lnphi_tpxn(int n, const double* x, double t, double p, double rho, double* dt, double* dp, double* dx,
+                     double* dn) {
+  at_density(n, x, t, rho, &p, {.dt = dt, .dp = dp, .dx = dx, .dn = dn});
+}
+void calc_lnphi_rho(int n, const double* x, double t, double rho, double* lnphi) {
+  at_density(n, x, t, rho, nullptr, {.lnphi = lnphi});
+}
+void calc_dlnphi_dp_rho(int n, const double* x, double t, double rho, double* dp) {
+  at_density(n, x, t, rho, nullptr, {.dp = dp});
+}
+
+}  // namespace tessarel::fugacity

@@ -1,0 +1,59 @@
+// Derivatives by mole numbers at a total of one mole from those by independent fractions, for a function of the
+// fractions x_k = N_k / N: the chain rule with dx_k/dN_i = delta_ki - x_k, and its repetitions.
+#pragma once
+
+#include <cstddef>
+
+namespace tessarel::eos {
+
+/// f_n from f_x; the arrays may be the same.
+inline void project_first(std::size_t n, const double* x, const double* f_x, double* f_n) {
+  double mean = 0;
+  for (std::size_t k = 0; k < n; ++k) mean += x[k] * f_x[k];
+  for (std::size_t i = 0; i < n; ++i) f_n[i] = f_x[i] - mean;
+}
+
+/// f_nn from f_x and f_xx; `row` is a work array of n.
+inline void project_second(std::size_t n, const double* x, const double* f_x, const double* f_xx, double* row,
+                           double* f_nn) {
+  double s1 = 0, s2 = 0;
+  for (std::size_t i = 0; i < n; ++i) {
+    row[i] = 0;
+    for (std::size_t l = 0; l < n; ++l) row[i] += x[l] * f_xx[i * n + l];
+    s1 += x[i] * f_x[i];
+    s2 += x[i] * row[i];
+  }
+  for (std::size_t i = 0; i < n; ++i)
+    for (std::size_t j = 0; j < n; ++j)
+      f_nn[i * n + j] = f_xx[i * n + j] - row[i] - row[j] + s2 - (f_x[i] + f_x[j] - 2.0 * s1);
+}
+
+/// f_nnn from the derivatives by x; `work` is an array of n + n + n^2.
+inline void project_third(std::size_t n, const double* x, const double* f_x, const double* f_xx, const double* f_xxx,
+                          double* work, double* f_nnn) {
+  double* r = work;
+  double* q = work + n;
+  double* m = work + 2 * n;  // sum over l of x_l f_ijl
+  double s1 = 0, s2 = 0, s3 = 0;
+  for (std::size_t i = 0; i < n; ++i) {
+    r[i] = q[i] = 0;
+    for (std::size_t j = 0; j < n; ++j) {
+      double sum = 0;
+      for (std::size_t l = 0; l < n; ++l) sum += x[l] * f_xxx[(i * n + j) * n + l];
+      m[i * n + j] = sum;
+      r[i] += x[j] * f_xx[i * n + j];
+      q[i] += x[j] * sum;
+    }
+    s1 += x[i] * f_x[i];
+    s2 += x[i] * r[i];
+    s3 += x[i] * q[i];
+  }
+  for (std::size_t i = 0; i < n; ++i)
+    for (std::size_t j = 0; j < n; ++j)
+      for (std::size_t k = 0; k < n; ++k)
+        f_nnn[(i * n + j) * n + k] = f_xxx[(i * n + j) * n + k] - m[i * n + j] - m[i * n + k] - m[j * n + k] + q[i] +
+                                     q[j] + q[k] - s3 - 2.0 * (f_xx[i * n + j] + f_xx[i * n + k] + f_xx[j * n + k]) +
+                                     4.0 * (r[i] + r[j] + r[k]) - 6.0 * s2 + 2.0 * (f_x[i] + f_x[j] + f_x[k]) - 6.0 * s1;
+}
+
+}  // namespace tessarel::eos

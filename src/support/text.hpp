@@ -1,0 +1,73 @@
+// Text as the library's hosts exchange it: fixed-length, blank-padded, not terminated.
+//
+// Two forms exist. FixedText<N> is storage inside the fluid record; TextField is a view of a field that the
+// caller owns. Both cut on assignment, pad with blanks, and compare with trailing blanks ignored.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+namespace tessarel {
+
+/// A message of a routine: a view of text with static storage. Success is the literal no_errors.
+using Message = std::string_view;
+
+inline constexpr Message no_errors = "No errors";
+
+/// True when `message` reports success.
+[[nodiscard]] constexpr bool ok(Message message) noexcept {
+  return message == no_errors;
+}
+
+/// `text` without its trailing blanks.
+[[nodiscard]] constexpr std::string_view trimmed(std::string_view text) noexcept {
+  const auto last = text.find_last_not_of(' ');
+  return last == std::string_view::npos ? std::string_view{} : text.substr(0, last + 1);
+}
+
+/// Comparison of blank-padded texts of any two lengths.
+[[nodiscard]] constexpr bool same_text(std::string_view a, std::string_view b) noexcept {
+  return trimmed(a) == trimmed(b);
+}
+
+/// Copies `source` into a field of `size` characters, cut or blank-padded. A null field is left alone.
+inline void assign_padded(char* field, std::size_t size, std::string_view source) noexcept {
+  if (field == nullptr || size == 0) return;
+  const std::size_t used = std::min(size, source.size());
+  std::copy_n(source.data(), used, field);
+  std::fill(field + used, field + size, ' ');
+}
+
+/// Blank-padded text of N characters.
+template <std::size_t N>
+class FixedText {
+ public:
+  FixedText() noexcept { chars_.fill(' '); }
+  FixedText(std::string_view source) noexcept { assign(source); }
+
+  void assign(std::string_view source) noexcept { assign_padded(chars_.data(), N, source); }
+  [[nodiscard]] std::string_view view() const noexcept { return {chars_.data(), N}; }
+  [[nodiscard]] std::string_view trimmed() const noexcept { return tessarel::trimmed(view()); }
+  [[nodiscard]] char* data() noexcept { return chars_.data(); }
+  [[nodiscard]] static constexpr std::size_t size() noexcept { return N; }
+
+ private:
+  std::array<char, N> chars_;
+};
+
+/// A caller's text field. A null pointer or a zero length is an empty input and swallows any output.
+struct TextField {
+  char* data = nullptr;
+  std::size_t size = 0;
+
+  void assign(std::string_view source) const noexcept { assign_padded(data, size, source); }
+};
+
+/// A caller's input text; null or zero-length reads as empty.
+[[nodiscard]] constexpr std::string_view input_text(const char* data, std::size_t size) noexcept {
+  return data == nullptr ? std::string_view{} : std::string_view{data, size};
+}
+
+}  // namespace tessarel
