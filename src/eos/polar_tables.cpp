@@ -142,4 +142,11 @@ void setpolarpar() {
   }
 }
 
+void update_polar_constants() {
+  if (record.is_quapole) qqconst();
+  if (record.is_dipole) ddconst();
+  if (record.is_quadip) dqconst();
+  setpolarpar();
+}
+
 }  // namespace tessarel::eos

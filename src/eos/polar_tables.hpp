@@ -31,4 +31,7 @@ void qqconst();      ///< fills qq_a, qq_b, qq_c where all moments differ from 0
 void dqconst();      ///< fills dq_a, dq_b, dq_c
 void setpolarpar();  ///< fills gamma2, gamma3 and the range s to e of types in force
 
+/// All of the above that the moments of the selected fluid call for; the polar flags are set.
+void update_polar_constants();
+
 }  // namespace tessarel::eos

@@ -1,0 +1,207 @@
+// Every quantity of the evaluation stack against values computed in 40-digit arithmetic.
+#include <cmath>
+#include <fstream>
+#include <functional>
+#include <map>
+
+#include "eos/caloric.hpp"
+#include "eos/composition.hpp"
+#include "eos/compressibility.hpp"
+#include "eos/fugacity.hpp"
+#include "eos/helmholtz.hpp"
+#include "eos/pressure.hpp"
+#include "reference_fluids.hpp"
+
+namespace tessarel::testing {
+namespace {
+
+using namespace calc_a_module;
+using namespace calc_z_module;
+using namespace calc_p_module;
+using namespace calc_hsu_module;
+using namespace fugacity;
+using fluid_module::record;
+
+struct State {
+  int n;
+  const double* x;
+  double t, rho, p;
+};
+using Values = std::vector<double>;
+
+template <class F>
+auto scalar(F f) {
+  return [f](const State& s) { return Values{f(s.n, s.x, s.t, s.rho)}; };
+}
+template <class F>
+auto array(F f, int rank) {
+  return [f, rank](const State& s) {
+    std::size_t size = 1;
+    for (int i = 0; i < rank; ++i) size *= static_cast<std::size_t>(s.n);
+    Values out(size);
+    f(s.n, s.x, s.t, s.rho, out.data());
+    return out;
+  };
+}
+/// The forms at given t and p, through the phase whose density is that of the state.
+template <class F>
+auto at_pressure(F f, int rank) {
+  return array(
+      [f](int n, const double* x, double t, double rho, double* out) {
+        Values dt(20), dp(20), dx(400), dn(400);
+        calc_lnphi_tpxn(n, x, t, calc_p_rho(n, x, t, rho), rho, dt.data(), dp.data(), dx.data(), dn.data());
+        const auto& from = f(dt, dp, dx, dn);
+        std::copy_n(from.begin(), n * (&from == &dx || &from == &dn ? n : 1), out);
+      },
+      rank);
+}
+template <class F>
+auto term(F member) {
+  return [member](const State& s) {
+    const Arena::Frame frame(eos::arena);
+    eos::MixtureState<double> state;
+    eos::prepare(state, s.n, s.x, 0, s.t);
+    eos::HelmholtzBlocks<double> blocks;
+    eos::prepare_a_blocks(state, s.rho, eos::site_tolerance(s.rho), blocks);
+    return Values{eos::helmholtz_terms(blocks).*member};
+  };
+}
+auto caloric(int which) {
+  return [which](const State& s) {
+    double h = 0, entropy = 0, u = 0;
+    calc_hsu(s.t, s.p, fluid_module::avogadro_factor / s.rho, h, entropy, u);
+    return Values{which == 0 ? h : which == 1 ? entropy : u};
+  };
+}
+
+struct Quantity {
+  std::function<Values(const State&)> evaluate;
+  int order = 0;  ///< of the derivative; the third and fourth get a wider tolerance
+};
+
+const std::map<std::string, Quantity>& quantities() {
+  using Terms = eos::HelmholtzTerms<double>;
+  const auto z_pure_or_mixture = [](auto f) {
+    return scalar([f](int n, const double* x, double t, double rho) { return f(n, x, 0, t, rho); });
+  };
+  static const std::map<std::string, Quantity> table = {
+      {"calc_a", {scalar(calc_a)}},
+      {"part_hs", {term(&Terms::hs)}},
+      {"part_chain", {term(&Terms::chain)}},
+      {"part_disp", {term(&Terms::disp)}},
+      {"part_assoc", {term(&Terms::assoc)}},
+      {"part_polar", {term(&Terms::polar)}},
+      {"calc_da_dt", {scalar(calc_da_dt)}},
+      {"calc_d2a_dt2", {scalar(calc_d2a_dt2)}},
+      {"calc_d3a_dt3", {scalar(calc_d3a_dt3), 3}},
+      {"calc_da_drho", {scalar(calc_da_drho)}},
+      {"calc_d2a_drho2", {scalar(calc_d2a_drho2)}},
+      {"calc_d3a_drho3", {scalar(calc_d3a_drho3), 3}},
+      {"calc_d4a_drho4", {scalar(calc_d4a_drho4), 4}},
+      {"calc_da_dx", {array(calc_da_dx, 1)}},
+      {"calc_d2a_dxdx", {array(calc_d2a_dxdx, 2)}},
+      {"calc_d3a_dxdxdx", {array(calc_d3a_dxdxdx, 3), 3}},
+      {"calc_d2a_dtdx", {array(calc_d2a_dtdx, 1)}},
+      {"calc_z", {z_pure_or_mixture(calc_z)}},
+      {"calc_dz_drho", {z_pure_or_mixture(calc_dz_drho)}},
+      {"calc_d2z_drho2", {z_pure_or_mixture(calc_d2z_drho2)}},
+      {"calc_d3z_drho3", {z_pure_or_mixture(calc_d3z_drho3), 3}},
+      {"calc_dz_dt", {scalar(calc_dz_dt)}},
+      {"calc_d2z_dt2", {scalar(calc_d2z_dt2)}},
+      {"calc_d2z_dtdrho", {scalar(calc_d2z_dtdrho)}},
+      {"calc_dz_dx", {array(calc_dz_dx, 1)}},
+      {"calc_d2z_dxdx", {array(calc_d2z_dxdx, 2)}},
+      {"calc_p_rho", {scalar(calc_p_rho)}},
+      {"calc_dp_dt", {scalar(calc_dp_dt)}},
+      {"calc_d2p_dt2", {scalar(calc_d2p_dt2)}},
+      {"calc_dp_drho", {scalar(calc_dp_drho)}},
+      {"calc_d2p_drho2", {scalar(calc_d2p_drho2)}},
+      {"calc_d3p_drho3", {scalar(calc_d3p_drho3), 3}},
+      {"calc_d2p_dtdrho", {scalar(calc_d2p_dtdrho)}},
+      {"calc_h", {caloric(0)}},
+      {"calc_s", {caloric(1)}},
+      {"calc_u", {caloric(2)}},
+      {"calc_cv", {scalar(calc_cv)}},
+      {"calc_dcv_dt", {scalar(calc_dcv_dt), 3}},
+      {"calc_lnphi_rho", {array(calc_lnphi_rho, 1)}},
+      {"calc_dlnphi_dt_rho", {array(calc_dlnphi_dt_rho, 1)}},
+      {"calc_dlnphi_dp_rho", {array(calc_dlnphi_dp_rho, 1)}},
+      {"calc_dlnphi_drho_t", {array(calc_dlnphi_drho_t, 1)}},
+      {"calc_dlnphi_dx_rho", {array(calc_dlnphi_dx_rho, 2)}},
+      {"calc_dlnphi_dt", {at_pressure([](auto& dt, auto&, auto&, auto&) -> auto& { return dt; }, 1)}},
+      {"calc_dlnphi_dx", {at_pressure([](auto&, auto&, auto& dx, auto&) -> auto& { return dx; }, 2)}},
+      {"calc_dlnphi_dn", {at_pressure([](auto&, auto&, auto&, auto& dn) -> auto& { return dn; }, 2)}},
+  };
+  return table;
+}
+
+struct Row {
+  std::string mixture, kij, simplified;
+  double t, rho;
+  std::string index;
+  double value;
+};
+
+/// Rows by case and quantity.
+std::map<std::string, std::map<std::string, std::vector<Row>>> read_states() {
+  std::map<std::string, std::map<std::string, std::vector<Row>>> cases;
+  std::ifstream file(std::string(TEST_DATA_DIR) + "/reference/states.csv");
+  std::string line;
+  std::getline(file, line);
+  while (std::getline(file, line)) {
+    auto f = split(line, ',');
+    cases[f.at(0)][f.at(6)].push_back({f[1], f[2], f[3], std::stod(f[4]), std::stod(f[5]), f[7], std::stod(f.at(8))});
+  }
+  return cases;
+}
+
+/// Position of a 1-based index `i;j;k` in an array laid out first-index-fastest.
+std::size_t position(const std::string& index, std::size_t n) {
+  std::size_t at = 0, stride = 1;
+  for (const std::string& part : split(index, ';')) {
+    at += (std::stoul(part) - 1) * stride;
+    stride *= n;
+  }
+  return at;
+}
+
+class ReferenceStates : public ::testing::TestWithParam<std::string> {};
+
+TEST_P(ReferenceStates, EveryQuantity) {
+  static const auto cases = read_states();
+  for (const auto& [quantity, rows] : cases.at(GetParam())) {
+    const Row& head = rows.front();
+    const Mixture mixture = parse_components(head.mixture);
+    select_reference(mixture, head.kij, head.simplified == "1");
+    const auto found = quantities().find(quantity);
+    ASSERT_NE(found, quantities().end()) << quantity << " is not tested";
+    const State state{record.n, record.z.data(), head.t, head.rho,
+                      calc_p_rho(record.n, record.z.data(), head.t, head.rho)};
+    const Values values = found->second.evaluate(state);
+    double largest = 0;
+    for (const Row& row : rows) largest = std::max(largest, std::abs(row.value));
+    const bool high_order = found->second.order >= 3;
+    double tolerance = high_order ? 1e-10 : 1e-11;
+    if (record.is_assoc || record.is_polar) tolerance *= 10;
+    for (const Row& row : rows)
+      EXPECT_NEAR(values.at(position(row.index, mixture.x.size())), row.value, tolerance * largest)
+          << quantity << "(" << row.index << ")";
+  }
+  record.is_simp = false;
+}
+
+std::vector<std::string> case_names() {
+  std::vector<std::string> names;
+  for (const auto& [name, rows] : read_states()) names.push_back(name);
+  return names;
+}
+
+INSTANTIATE_TEST_SUITE_P(All, ReferenceStates, ::testing::ValuesIn(case_names()), [](const auto& tested) {
+  std::string name = tested.param;
+  for (char& c : name)
+    if (std::isalnum(static_cast<unsigned char>(c)) == 0) c = '_';
+  return name;
+});
+
+}  // namespace
+}  // namespace tessarel::testing
