@@ -143,7 +143,6 @@ TESSAREL_API void tessarel_sub(void);
  *   "Function 'Pq' not available for single phase calculations...", also for Tq, vq, Pm, Tm
  *   "TESSAREL error: input values must be finite numbers, temperature and volume positive..."
  *   "TESSAREL error: no finite state found for the input values..."
- *   "TESSAREL error: fugacity coefficients not available yet...": after order 2 or 3; the state itself is complete
  *   "TESSAREL error: the ... term is not available yet: ...": the fluid needs a term that is not part of this version
  */
 TESSAREL_API void tessarel_tmdprop(const char *spec, const int32_t *order, double *t, double *p, double *v, double *u,

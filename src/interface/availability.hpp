@@ -7,7 +7,6 @@
 
 namespace tessarel::availability {
 
-inline constexpr Message no_fugacity = "TESSAREL error: fugacity coefficients not available yet...";
 inline constexpr Message only_single_phase =
     " not available yet: only single-phase states, with \"Lph\" or \"Vph\" in positions 4 to 6...";
 inline constexpr Message no_solver = " not available yet: its solver is not part of this version...";

@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 
+#include "eos/fugacity.hpp"
 #include "interface/availability.hpp"
 #include "interface/boundary.hpp"
 #include "interface/input_spec.hpp"
@@ -129,8 +130,8 @@ extern "C" void tessarel_tmdprop(const char* spec, const int32_t* order, double*
 
   boundary::guarded(errors, [&] {
     if (!dispatch(input, {*t, *p, *v, *u, *h, *s}, errors)) return;
+    const double rho = fluid_module::avogadro_factor / *v;
     if (*order == 1 || *order == 3) {
-      const double rho = fluid_module::avogadro_factor / *v;
       const SecondOrder d = calc_sectmdprop(record.n, composition, *t, rho);
       *cv = d.cv;
       *dpdt = d.dpdt;
@@ -141,7 +142,11 @@ extern "C" void tessarel_tmdprop(const char* spec, const int32_t* order, double*
       *dcvdt = d.dcvdt;
       if (!all_finite({d.cv, d.dpdt, d.dpdv, d.d2pdt2, d.d2pdv2, d.d2pdtdv, d.dcvdt})) errors.assign(no_state);
     }
-    if (*order == 2 || *order == 3) errors.assign(availability::no_fugacity);
+    if (*order == 2 || *order == 3) {
+      const int n = record.n;
+      fugacity::calc_lnphi_tprho(n, composition, *t, *p, rho, lnphi);
+      if (!std::all_of(lnphi, lnphi + n, [](double value) { return std::isfinite(value); })) errors.assign(no_state);
+    }
   });
 
   const EngineeringUnits units(composition);

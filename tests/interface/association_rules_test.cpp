@@ -1,0 +1,100 @@
+// Combining rules of association and the flags that follow from the parameters.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "fluid/fluid_module.hpp"
+#include "fluid/selection.hpp"
+#include "interface/host.hpp"
+
+namespace {
+
+using namespace tessarel::fluid_module;
+
+TEST(AssociationRules, CrossValuesOfTwoAlcohols) {
+  ASSERT_EQ(host::select({"methanol", "propane", "water"}, {0.3, 0.3, 0.4}), "No errors");
+  EXPECT_TRUE(record.is_assoc);
+  EXPECT_TRUE(record.is_assoc_cmp[0] && !record.is_assoc_cmp[1] && record.is_assoc_cmp[2]);
+  // Gross & Sadowski 2002: methanol sigma 3.23 A, kappa 0.035176, 2899.5 K; water 3.0007 A, 0.034868, 2500.7 K.
+  const double ratio = std::sqrt(3.23 * 3.0007) / (0.5 * (3.23 + 3.0007));
+  const double kappa = std::sqrt(0.035176 * 0.034868) * std::pow(ratio, 3);
+  for (const auto& [i, j] : {std::pair{0u, 2u}, {2u, 0u}}) {
+    EXPECT_NEAR(record.kap_hb[i][j], kappa, 1e-15);
+    EXPECT_DOUBLE_EQ(record.eps_hb[i][j][0][1], 0.5 * (2899.5 + 2500.7));
+    EXPECT_DOUBLE_EQ(record.eps_hb[i][j][1][0], 0.5 * (2899.5 + 2500.7));
+  }
+}
+
+/// Two components by hand: `types` site types each, energy 1000 (i + 1) + 10 (a + 1) + (b + 1) between a and b of i.
+void fill_sites(int types1, int types2) {
+  record.n = 2;
+  for (std::size_t i = 0; i < 2; ++i) {
+    record.nhb_typ[i] = i == 0 ? types1 : types2;
+    record.sigma[i] = 3;
+    record.kap_hb[i][i] = 0.01;
+    for (std::size_t a = 0; a < max_sites; ++a)
+      for (std::size_t b = 0; b < max_sites; ++b) {
+        record.eps_hb[i][i][a][b] =
+            static_cast<double>(1000 * (i + 1) + 10 * (std::min(a, b) + 1) + std::max(a, b) + 1);
+        record.eps_hb[i][1 - i][a][b] = -1;
+      }
+  }
+}
+
+class ThreeSiteTypes : public testing::Test {
+ protected:
+  void SetUp() override { saved_ = record; }
+  void TearDown() override { record = saved_; }
+
+ private:
+  Record saved_;
+};
+
+TEST_F(ThreeSiteTypes, FixedRuleReplacesTheMeanOfThirdAndFirst) {
+  fill_sites(3, 2);
+  setassocpar();
+  EXPECT_DOUBLE_EQ(record.eps_hb[0][1][0][1], (1012 + 2012) / 2.0);
+  EXPECT_DOUBLE_EQ(record.eps_hb[0][1][2][0], (1013 + 2012) / 2.0);
+  EXPECT_DOUBLE_EQ(record.eps_hb[1][0][0][2], (1013 + 2012) / 2.0);
+  EXPECT_DOUBLE_EQ(record.eps_hb[0][1][1][1], -1);          // equal types are not written
+  EXPECT_DOUBLE_EQ(record.eps_hb[0][1][2][1], 1023 / 2.0);  // the partner has no third type
+}
+
+TEST_F(ThreeSiteTypes, SecondComponentHasTheLastWord) {
+  fill_sites(3, 3);
+  setassocpar();
+  EXPECT_DOUBLE_EQ(record.eps_hb[0][1][2][0], (1013 + 2012) / 2.0);
+  EXPECT_DOUBLE_EQ(record.eps_hb[1][0][0][2], (1013 + 2012) / 2.0);
+  EXPECT_DOUBLE_EQ(record.eps_hb[1][0][2][0], (2013 + 1012) / 2.0);
+  EXPECT_DOUBLE_EQ(record.eps_hb[0][1][0][2], (2013 + 1012) / 2.0);
+}
+
+TEST_F(ThreeSiteTypes, AloneTheyKeepTheirOwnEnergies) {
+  fill_sites(3, 3);
+  record.n = 1;
+  setassocpar();
+  EXPECT_TRUE(record.is_assoc);
+  EXPECT_DOUBLE_EQ(record.eps_hb[0][0][2][0], 1013);
+}
+
+TEST(PolarFlags, FollowTheMoments) {
+  struct {
+    std::vector<std::string> names;
+    bool dipole, quapole;
+  } cases[] = {{{"propane"}, false, false},
+               {{"propane", "acetone"}, true, false},
+               {{"nitrogen", "propane"}, false, true},
+               {{"nitrogen", "acetone"}, true, true}};
+  for (const auto& c : cases) {
+    ASSERT_EQ(host::select(c.names, std::vector<double>(c.names.size(), 0.5)), "No errors");
+    EXPECT_EQ(record.is_dipole, c.dipole);
+    EXPECT_EQ(record.is_quapole, c.quapole);
+    EXPECT_EQ(record.is_polar, c.dipole || c.quapole);
+    EXPECT_EQ(record.is_quadip, c.dipole && c.quapole);
+    EXPECT_EQ(record.is_polar_cmp[0], c.names[0] == "nitrogen");
+    for (std::size_t i = 0; i < nmax; ++i)
+      for (std::size_t j = 0; j < nmax; ++j) EXPECT_EQ(record.del[i][j], i == j && i < c.names.size() ? 1 : 0);
+  }
+}
+
+}  // namespace

@@ -1,0 +1,116 @@
+// The library as a host sees it: calls through the C interface only.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cctype>
+#include <cmath>
+#include <cstdint>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/text.hpp"
+#include "tessarel/tessarel.h"
+
+namespace host {
+
+inline std::string text(const char* field, std::size_t size) {
+  return std::string(tessarel::trimmed({field, size}));
+}
+
+/// Selects and returns the message. `width` is the length of a name field.
+inline std::string select(const std::vector<std::string>& names, const std::vector<double>& z, std::size_t width = 32) {
+  std::string fields;
+  for (std::string name : names) {
+    name.resize(width, ' ');
+    fields += name;
+  }
+  const auto nf = static_cast<std::int32_t>(names.size());
+  std::array<char, 300> err{};
+  tessarel_setfluid(&nf, fields.data(), z.data(), err.data(), width, err.size());
+  return text(err.data(), err.size());
+}
+
+/// One property call: fields in the order of the arguments, as the caller hands them in and gets them back.
+struct Call {
+  double t = 0, p = 0, v = 0, u = 0, h = 0, s = 0, q = 0;
+  double cv = 0, dpdt = 0, dpdv = 0, d2pdt2 = 0, d2pdv2 = 0, d2pdtdv = 0, dcvdt = 0;
+  std::array<double, 20> x{}, y{}, lnphi{};
+  std::string err;
+
+  Call& run(std::string_view spec, std::int32_t order = 0) {
+    std::array<char, 200> field{};
+    tessarel_tmdprop(spec.data(), &order, &t, &p, &v, &u, &h, &s, &q, &cv, &dpdt, &dpdv, &d2pdt2, &d2pdv2, &d2pdtdv,
+                     &dcvdt, x.data(), y.data(), lnphi.data(), field.data(), spec.size(), field.size());
+    err = text(field.data(), field.size());
+    return *this;
+  }
+};
+
+/// A state from two molar SI values.
+inline Call at_tp(std::string_view spec, double t, double p, std::int32_t order = 0) {
+  Call call;
+  call.t = t;
+  call.p = p;
+  return call.run(spec, order);
+}
+inline Call at_tv(double t, double v, std::int32_t order = 0) {
+  Call call;
+  call.t = t;
+  call.v = v;
+  return call.run("Tv Vph", order);
+}
+
+/// Molar mass of the selected fluid [kg/mol].
+inline double molar_mass(const std::vector<double>& z) {
+  double mass = 0;
+  tessarel_fluidinfo(z.data(), &mass, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
+  return mass;
+}
+
+/// The results of a call as the molar SI values of a next one.
+inline Call to_inputs(const Call& result, double mass) {
+  Call inputs;
+  inputs.t = result.t + 273.15;
+  inputs.p = result.p * 1e5;
+  inputs.v = result.v * mass;
+  inputs.u = result.u * mass * 1000;
+  inputs.h = result.h * mass * 1000;
+  inputs.s = result.s * mass * 1000;
+  return inputs;
+}
+
+/// Fluids and mixtures of the tests, with one liquid-like and one vapour-like state [K, Pa].
+struct Case {
+  const char* title;
+  std::vector<std::string> names;
+  std::vector<double> z;
+  double t_liquid, p_liquid, t_vapour, p_vapour;
+};
+
+inline void PrintTo(const Case& fluid, std::ostream* out) {
+  *out << fluid.title;
+}
+
+/// The name of a case in the list of tests.
+inline std::string case_name(const testing::TestParamInfo<Case>& test) {
+  std::string name = test.param.title;
+  std::erase_if(name, [](unsigned char c) { return std::isalnum(c) == 0; });
+  return name;
+}
+
+inline const std::vector<Case>& cases() {
+  static const std::vector<Case> list = {
+      {"propane", {"propane"}, {1}, 250, 50e5, 330, 5e5},
+      {"n-hexane", {"n-hexane"}, {1}, 300, 20e5, 420, 3e5},
+      {"toluene", {"toluene"}, {1}, 350, 300e5, 500, 8e5},
+      {"natural gas", {"methane", "ethane", "propane", "n-butane"}, {0.4, 0.3, 0.2, 0.1}, 200, 100e5, 350, 20e5},
+      {"solvents", {"n-hexane", "benzene", "cyclohexane"}, {0.5, 0.3, 0.2}, 300, 10e5, 450, 2e5},
+  };
+  return list;
+}
+
+}  // namespace host

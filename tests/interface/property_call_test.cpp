@@ -1,0 +1,238 @@
+// The property call seen from a host: its text, its messages, its units.
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "fluid/fluid_module.hpp"
+#include "interface/host.hpp"
+
+namespace {
+
+using host::Call;
+using tessarel::fluid_module::record;
+
+constexpr double propane_mass = 0.044097;  // kg/mol
+
+class PropertyCall : public testing::Test {
+ protected:
+  void SetUp() override { ASSERT_EQ(host::select({"propane"}, {1}), "No errors"); }
+};
+
+Call filled(double value) {
+  Call call;
+  for (double Call::*f : {&Call::t, &Call::p, &Call::v, &Call::u, &Call::h, &Call::s, &Call::q, &Call::cv, &Call::dpdt,
+                          &Call::dpdv, &Call::d2pdt2, &Call::d2pdv2, &Call::d2pdtdv, &Call::dcvdt})
+    call.*f = value;
+  return call;
+}
+
+TEST_F(PropertyCall, FourthPositionChoosesTheBranch) {
+  const double liquid = host::at_tp("TP Lph", 300, 9e5).v, vapour = host::at_tp("TP Vph", 300, 9e5).v;
+  for (const char* spec : {"TP lph", "TP vph", "TP  ph", "TPxVph", "TP Vph and more", "TP_?ph"})
+    EXPECT_EQ(host::at_tp(spec, 300, 9e5).v, vapour) << spec;
+  for (const char* spec : {"TPxLph", "TP Lphase   "}) EXPECT_EQ(host::at_tp(spec, 300, 9e5).v, liquid) << spec;
+}
+
+TEST_F(PropertyCall, Messages) {
+  const std::string function = "TESSAREL error: calculation as function of ";
+  const std::string only =
+      " not available yet: only single-phase states, with \"Lph\" or \"Vph\" in positions 4 to 6...";
+  const std::string no_solver = " not available yet: its solver is not part of this version...";
+  const std::string bracket = "Brent_Root: root not bracketed...";
+  const std::string finite = "TESSAREL error: input values must be finite numbers, temperature and volume positive...";
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  struct {
+    std::string_view spec;
+    double t, p, v, h;
+    std::string message;
+  } cases[] = {
+      {"XX", 300, 1e5, 1, 0, function + "XX not available."},
+      {"tp Vph   ", 300, 1e5, 1, 0, function + "tp Vph    not available."},
+      {"", 300, 1e5, 1, 0, function + " not available."},
+      {"T", 300, 1e5, 1, 0, function + "T not available."},
+      {"PT Vph", 300, 1e5, 1, 0, function + "PT Vph not available."},
+      {"TP", 300, 1e5, 1, 0, function + "TP" + only},
+      {"TP    ", 300, 1e5, 1, 0, function + "TP" + only},
+      {"TP ph ", 300, 1e5, 1, 0, function + "TP ph" + only},
+      {"TP vap", 300, 1e5, 1, 0, function + "TP vap" + only},
+      {"TP_new", 300, 1e5, 1, 0, function + "TP_new" + only},
+      {"Tq", 300, 1e5, 1, 0, function + "Tq" + no_solver},
+      {"Pm liq", 300, 1e5, 1, 0, function + "Pm liq" + no_solver},
+      {"Pq Vph", 300, 1e5, 1, 0, "Function 'Pq' not available for single phase calculations..."},
+      {"Tq Lph", 300, 1e5, 1, 0, "Function 'Tq' not available for single phase calculations..."},
+      {"vq Vph", 300, 1e5, 1, 0, "Function 'vq' not available for single phase calculations..."},
+      {"Pm Vph", 300, 1e5, 1, 0, "Function 'Pm' not available for single phase calculations..."},
+      {"Tm Lph", 300, 1e5, 1, 0, "Function 'Tm' not available for single phase calculations..."},
+      {"TP Vph", 0, 1e5, 1, 0, finite},
+      {"TP Vph", -5, 1e5, 1, 0, finite},
+      {"TP Vph", nan, 1e5, 1, 0, finite},
+      {"TP Lph", 300, nan, 1, 0, finite},
+      {"Tv Lph", 300, 1e5, 0, 0, finite},
+      {"vP Lph", 300, 1e5, -1, 0, finite},
+      {"Ph Vph", 300, 1e5, 1, 1 / 0.0, finite},
+      {"TP Vph", 300, 0, 1, 0, "No convergence calculating density from T and P"},
+      {"Ph Vph", 300, 1e5, 1, 1e12, bracket},
+      {"Ph Lph", 300, 1e5, 1, -1e12, bracket},
+      {"vh Vph", 300, 1e5, 1e-3, 1e12, bracket},
+      {"vP Vph", 300, 1e9, 1e-2, 0, bracket},
+  };
+  for (const auto& c : cases) {
+    Call call;
+    call.t = c.t;
+    call.p = c.p;
+    call.v = c.v;
+    call.h = c.h;
+    EXPECT_EQ(call.run(c.spec, 1).err, c.message) << "'" << c.spec << "'";
+  }
+}
+
+// The temperature bracket of a volume-pressure search does not follow the fluid.
+TEST_F(PropertyCall, SearchEndsAt150Kelvin) {
+  for (const auto& [t, message] : {std::pair{140.0, "Brent_Root: root not bracketed..."}, {151.0, "No errors"}}) {
+    Call call = host::to_inputs(host::at_tp("TP Lph", t, 20e5), propane_mass);
+    EXPECT_EQ(call.run("vP Lph").err, message) << t;
+  }
+}
+
+TEST_F(PropertyCall, FailureConvertsUnitsOfWhatIsThere) {
+  Call call = filled(2.0);
+  call.cv = -8888.8;
+  call.run("XX Vph", 1);
+  const double f = 1 / propane_mass;
+  EXPECT_DOUBLE_EQ(call.t, 2 - 273.15);
+  EXPECT_DOUBLE_EQ(call.p, 2e-5);
+  EXPECT_DOUBLE_EQ(call.v, 2 * f);
+  for (const double value : {call.u, call.h, call.s}) EXPECT_DOUBLE_EQ(value, 2 * f / 1000);
+  EXPECT_EQ(call.q, 2);
+  EXPECT_EQ(call.cv, -8888.8);
+  EXPECT_EQ(call.dpdt, 2);
+  EXPECT_EQ(call.d2pdt2, 2);
+  EXPECT_DOUBLE_EQ(call.dpdv, 2 / f);
+  EXPECT_DOUBLE_EQ(call.d2pdv2, 2 / f / f);
+  EXPECT_DOUBLE_EQ(call.d2pdtdv, 2 / f);
+  EXPECT_DOUBLE_EQ(call.dcvdt, 2 * f);
+}
+
+TEST_F(PropertyCall, PhaseSuffixTakesTheMolarMassFromItsComposition) {
+  for (const char* spec : {"XX vap", "XX liq"}) {
+    Call call = filled(2.0);
+    call.x[0] = spec[3] == 'l' ? 0.5 : 100;
+    call.y[0] = spec[3] == 'v' ? 0.5 : 100;
+    call.run(spec);
+    EXPECT_DOUBLE_EQ(call.v, 2 / (0.5 * propane_mass)) << spec;
+  }
+}
+
+TEST_F(PropertyCall, FailedSearchLeavesOutputsAndZeroesTheUnknown) {
+  Call call = filled(7.0);
+  call.p = 1e5;
+  call.h = 1e12;
+  call.run("Ph Vph");
+  EXPECT_DOUBLE_EQ(call.t, -273.15);
+  EXPECT_DOUBLE_EQ(call.p, 1);
+  EXPECT_DOUBLE_EQ(call.v, 7 / propane_mass);
+  EXPECT_DOUBLE_EQ(call.s, 7 / propane_mass / 1000);
+}
+
+TEST_F(PropertyCall, OrderSelectsTheOutputs) {
+  for (const std::int32_t order : {-1, 0, 1, 2, 3, 4, 5, std::numeric_limits<std::int32_t>::max()}) {
+    Call call = filled(-8888.8);
+    call.t = 300;
+    call.p = 1e5;
+    call.lnphi.fill(77);
+    call.run("TP Vph", order);
+    EXPECT_EQ(call.err, "No errors");
+    const bool second = order == 1 || order == 3, fugacity = order == 2 || order == 3;
+    EXPECT_EQ(call.cv != -8888.8, second) << order;
+    EXPECT_EQ(call.d2pdt2 != -8888.8, second) << order;
+    EXPECT_EQ(call.lnphi[0] != 77, fugacity) << order;
+    EXPECT_EQ(call.lnphi[1], 77);
+    EXPECT_EQ(call.q, -8888.8);
+  }
+}
+
+// ln phi of a pure fluid is the departure of the Gibbs energy from the ideal gas at the same t and p.
+TEST_F(PropertyCall, FugacityIsTheGibbsDeparture) {
+  constexpr double gas_constant = 8.31441;
+  for (const char* spec : {"TP Lph", "TP Vph"}) {
+    const double t = 300, p = 9e5;
+    const Call real = host::at_tp(spec, t, p, 3), ideal = host::at_tp("TP Vph", t, 1e-2);
+    const auto gibbs = [&](const Call& a) { return (a.h - t * a.s) * 1000 * propane_mass; };
+    const double departure = gibbs(real) - gibbs(ideal) - gas_constant * t * std::log(p / 1e-2);
+    EXPECT_NEAR(real.lnphi[0], departure / (gas_constant * t), 1e-8) << spec;
+  }
+}
+
+TEST_F(PropertyCall, TextIsReadWithinItsLength) {
+  // What lies behind the field does not count.
+  const char* behind = "TP Lphase";
+  Call call;
+  call.t = 300;
+  call.p = 9e5;
+  EXPECT_EQ(call.run({behind, 5}).err.substr(0, 49), "TESSAREL error: calculation as function of TP Lp ");
+  Call missing;
+  missing.t = 300;
+  EXPECT_EQ(missing.run({}).t, 300 - 273.15);
+}
+
+TEST_F(PropertyCall, MessagesAreCutAtTheField) {
+  const std::int32_t order = 0;
+  double a = 1;
+  std::array<double, 20> list{};
+  std::string field(8, '#');
+  const auto call = [&](const char* spec, std::size_t size, char* err, std::size_t err_size) {
+    tessarel_tmdprop(spec, &order, &a, &a, &a, &a, &a, &a, &a, &a, &a, &a, &a, &a, &a, &a, list.data(), list.data(),
+                     list.data(), err, size, err_size);
+  };
+  call("XX", 2, field.data(), 5);
+  EXPECT_EQ(field, "TESSA###");
+  call(nullptr, 1000, field.data(), 6);
+  EXPECT_EQ(field, "TESSAR##");
+  call("XX", 2, nullptr, 6);
+  call("XX", 2, field.data(), 0);
+  EXPECT_EQ(field, "TESSAR##");
+}
+
+TEST_F(PropertyCall, NullPointersAndNoFluidWriteNothing) {
+  const std::int32_t order = 1;
+  double t = 300, p = 1e5, rest = 7;
+  std::array<double, 20> list{};
+  std::array<char, 60> err{};
+  const auto call = [&](double* v) {
+    tessarel_tmdprop("TP Vph", &order, &t, &p, v, &rest, &rest, &rest, &rest, &rest, &rest, &rest, &rest, &rest, &rest,
+                     &rest, list.data(), list.data(), list.data(), err.data(), 6, err.size());
+    EXPECT_EQ(t, 300);
+    EXPECT_EQ(p, 1e5);
+    EXPECT_EQ(rest, 7);
+    return host::text(err.data(), err.size());
+  };
+  EXPECT_EQ(call(nullptr), "TESSAREL error: null pointer argument...");
+
+  const int n = std::exchange(record.n, 0);
+  double v = 7, mass = 7;
+  EXPECT_EQ(call(&v), "TESSAREL error: no fluid selected...");
+  EXPECT_EQ(v, 7);
+  EXPECT_EQ(tessarel_fluidparameter("mseg", err.data(), 4, err.size()), -8888.8);
+  EXPECT_EQ(host::text(err.data(), err.size()), "TESSAREL error: no fluid selected...");
+  tessarel_fluidinfo(list.data(), &mass, nullptr, nullptr, nullptr, nullptr, &v, nullptr, nullptr, nullptr, nullptr);
+  EXPECT_EQ(mass, -8888.8);
+  EXPECT_EQ(v, 7);
+  record.n = n;
+}
+
+// Whatever comes in, the call ends, and "No errors" comes with finite numbers only.
+TEST_F(PropertyCall, ExtremeInputsEndInFiniteNumbersOrAMessage) {
+  for (const char* spec : {"TP Lph", "TP Vph", "Tv Vph", "vP Lph", "Ts Vph", "vu Vph", "vh Vph", "vs Vph", "Pu Lph",
+                           "Ph Vph", "Ps Lph", "hs Lph", "hs Vph"})
+    for (const double first : {5e-324, 1e-30, 1e-6, 1.0, 1e6, 1e300, -1e-3, -1e5, 0.0})
+      for (const double second : {5e-324, 1e-30, 1e-6, 1.0, 1e6, 1e300, -1e-3, -1e5, 0.0}) {
+        Call call = filled(first);
+        for (double Call::*f : {&Call::v, &Call::h, &Call::s}) call.*f = second;
+        call.run(spec, 3);
+        if (call.err != "No errors") continue;
+        for (double Call::*f : {&Call::t, &Call::p, &Call::v, &Call::u, &Call::h, &Call::s, &Call::cv, &Call::dpdv})
+          EXPECT_TRUE(std::isfinite(call.*f)) << spec << " " << first << " " << second;
+      }
+}
+
+}  // namespace

@@ -1,0 +1,213 @@
+// Selection of fluids: arguments, re-selection, marks, failures.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "fluid/fluid_module.hpp"
+#include "interface/host.hpp"
+
+namespace {
+
+using tessarel::fluid_module::record;
+
+class Selection : public testing::Test {
+ protected:
+  void SetUp() override { ASSERT_EQ(host::select({"propane"}, {1}), "No errors"); }
+  void TearDown() override { record.is_simp = false; }
+};
+
+TEST_F(Selection, BadArgumentsAreRefusedAndChangeNothing) {
+  const double nan = std::numeric_limits<double>::quiet_NaN(), inf = std::numeric_limits<double>::infinity();
+  const std::string number = "TESSAREL error: number of components must be 1 to 20...";
+  const std::string fractions =
+      "TESSAREL error: mole fractions must be finite numbers, none negative, and not all zero...";
+  const std::string names_missing = "TESSAREL error: names of the components are missing...";
+  const std::string null = "TESSAREL error: null pointer argument...";
+  const char* names = "ethane          n-butane        ";
+  const std::int32_t zero = 0, two = 2, many = 21, least = std::numeric_limits<std::int32_t>::min();
+  struct {
+    const std::int32_t* nf;
+    const char* names;
+    std::size_t length;
+    std::array<double, 2> z;
+    bool null_z;
+    const std::string& expected;
+  } cases[] = {
+      {&zero, names, 16, {1, 0}, false, number},
+      {&many, names, 16, {1, 0}, false, number},
+      {&least, names, 16, {1, 0}, false, number},
+      {nullptr, names, 16, {1, 0}, false, null},
+      {&two, names, 16, {1, 0}, true, null},
+      {&two, nullptr, 16, {1, 0}, false, names_missing},
+      {&two, names, 0, {1, 0}, false, names_missing},
+      {&two, names, 16, {nan, 0.5}, false, fractions},
+      {&two, names, 16, {0.5, nan}, false, fractions},
+      {&two, names, 16, {inf, 0.5}, false, fractions},
+      {&two, names, 16, {0.5, -inf}, false, fractions},
+      {&two, names, 16, {1.1, -0.1}, false, fractions},
+      {&two, names, 16, {0, 0}, false, fractions},
+      {&two, names, 16, {111, 0}, false, fractions},
+      {&two, names, 16, {110.5, 0.5}, false, fractions},
+  };
+  for (const auto& c : cases) {
+    std::array<char, 120> err{};
+    tessarel_setfluid(c.nf, c.names, c.null_z ? nullptr : c.z.data(), err.data(), c.length, err.size());
+    EXPECT_EQ(host::text(err.data(), err.size()), c.expected);
+    EXPECT_EQ(record.n, 1);
+    EXPECT_EQ(record.compfile[0].trimmed(), "propane");
+    EXPECT_EQ(record.z[0], 1.0);
+    EXPECT_FALSE(record.is_simp);
+  }
+}
+
+TEST_F(Selection, MessagesAreCutAtTheFieldAndNullFieldsSkipped) {
+  const std::int32_t bad = 0, one = 1;
+  const double z = 1;
+  std::string field = "##########";
+  tessarel_setfluid(&bad, "propane", &z, field.data(), 7, 4);
+  EXPECT_EQ(field, "TESS######");
+  tessarel_setfluid(&one, "propane", &z, field.data(), 7, 10);
+  EXPECT_EQ(field, "No errors ");
+  tessarel_setfluid(&bad, "propane", &z, nullptr, 7, 10);
+  tessarel_setfluid(&bad, "propane", &z, field.data(), 7, 0);
+  EXPECT_EQ(field, "No errors ");
+}
+
+TEST_F(Selection, SameNamesReadNothing) {
+  record.sigma[0] = 4.5;  // would be overwritten by a read
+  for (const std::size_t width : {7, 16, 32, 100}) {
+    EXPECT_EQ(host::select({"propane"}, {0.5}, width), "No errors");
+    EXPECT_EQ(record.sigma[0], 4.5);
+    EXPECT_EQ(record.z[0], 0.5);
+  }
+}
+
+TEST_F(Selection, AnotherNameOrNumberReadsAll) {
+  record.sigma[0] = 4.5;
+  EXPECT_EQ(host::select({"propane", "ethane"}, {0.5, 0.5}), "No errors");
+  EXPECT_EQ(record.sigma[0], 3.6184);
+  record.sigma[0] = 4.5;
+  EXPECT_EQ(host::select({"propane", "n-butane"}, {0.5, 0.5}), "No errors");
+  EXPECT_EQ(record.sigma[0], 3.6184);
+  record.sigma[0] = 4.5;
+  EXPECT_EQ(host::select({"propane"}, {1}), "No errors");
+  EXPECT_EQ(record.sigma[0], 3.6184);
+}
+
+TEST_F(Selection, FailedReadIsForgottenBySameNames) {
+  const std::string message = host::select({"no such fluid"}, {1});
+  EXPECT_EQ(message.substr(0, 34), "Error opening fluid data file of /");
+  EXPECT_NE(message.find("no such fluid.saf"), std::string::npos);
+  EXPECT_EQ(record.z[0], 1.0);
+  EXPECT_EQ(host::select({"no such fluid"}, {1}), "No errors");
+}
+
+TEST_F(Selection, RangeIsSharedByTheComponents) {
+  EXPECT_EQ(record.tlowest, 130);
+  EXPECT_EQ(record.plowest, 1.0);
+  ASSERT_EQ(host::select({"methane", "n-butane", "ethane"}, {0.5, 0.3, 0.2}), "No errors");
+  EXPECT_EQ(record.tlowest, 149);
+  EXPECT_EQ(record.thighest, 1000);
+  EXPECT_EQ(record.plowest, 1000.0);
+  EXPECT_EQ(record.plowest_bub, 1000.0);
+  EXPECT_EQ(record.phighest, 5e7);
+}
+
+TEST_F(Selection, MarkedFractionSelectsTheSimplifiedModelForGood) {
+  const std::vector<double> marked = {111.7, 0.3}, plain = {0.7, 0.3};
+  ASSERT_EQ(host::select({"methane", "n-hexane"}, plain), "No errors");
+  const double mass = host::molar_mass(plain);
+  const double pressure = host::at_tv(300, 1e-4).p;
+  ASSERT_EQ(host::select({"methane", "n-hexane"}, marked), "No errors");
+  EXPECT_NEAR(record.z[0], 0.7, 1e-14);
+  EXPECT_NEAR(host::molar_mass(marked), mass, 1e-15);
+  const double simplified = host::at_tv(300, 1e-4).p;
+  EXPECT_GT(std::abs(simplified / pressure - 1), 1e-3);
+  ASSERT_EQ(host::select({"methane", "n-hexane"}, plain), "No errors");
+  EXPECT_NEAR(host::at_tv(300, 1e-4).p, simplified, 1e-9 * std::abs(simplified));
+  // From now on the mark is taken off whatever array is handed in.
+  EXPECT_NEAR(host::molar_mass(plain), mass - 111 * 0.016043, 1e-12);
+}
+
+TEST_F(Selection, ZeroFractionAddsNothing) {
+  ASSERT_EQ(host::select({"methane", "ethane"}, {0.6, 0.4}), "No errors");
+  const host::Call two = host::at_tp("TP Lph", 180, 60e5, 1);
+  ASSERT_EQ(host::select({"methane", "n-hexane", "ethane"}, {0.6, 0, 0.4}), "No errors");
+  const host::Call three = host::at_tp("TP Lph", 180, 60e5, 1);
+  ASSERT_EQ(three.err, "No errors");
+  for (double host::Call::*f : {&host::Call::v, &host::Call::h, &host::Call::s, &host::Call::u, &host::Call::cv,
+                                &host::Call::dpdv, &host::Call::d2pdtdv, &host::Call::dcvdt})
+    EXPECT_NEAR(three.*f, two.*f, 1e-10 * std::abs(two.*f));
+}
+
+TEST_F(Selection, TwentyComponents) {
+  const std::vector<std::string> names = {"methane",   "ethane",      "propane",           "n-butane", "n-pentane",
+                                          "n-hexane",  "n-heptane",   "n-octane",          "n-nonane", "n-decane",
+                                          "isobutane", "isopentane",  "cyclohexane",       "benzene",  "toluene",
+                                          "argon",     "nitrogen np", "carbon dioxide np", "oxygen",   "ethane e23"};
+  ASSERT_EQ(host::select(names, std::vector<double>(20, 0.05)), "No errors");
+  EXPECT_EQ(host::at_tp("TP Vph", 500, 1e5, 1).err, "No errors");
+}
+
+TEST(FluidReport, VersionAndScalars) {
+  std::array<std::int32_t, 5> version = {0, 0, 0, 0, 77};
+  tessarel_getversion(version.data());
+  EXPECT_EQ(version, (std::array<std::int32_t, 5>{2, 5, 1, 20, 77}));
+  tessarel_getversion(nullptr);
+
+  const std::vector<double> z = {0.25, 0.75};
+  ASSERT_EQ(host::select({"methane", "n-butane"}, z), "No errors");
+  double mass = 0, tc = 0, pc = 0, tmin = 0, tmax = 0;
+  std::array<double, 3> masses{0, 0, 77}, tci{0, 0, 77}, pci{0, 0, 77}, tmins{0, 0, 77}, tmaxs{0, 0, 77};
+  tessarel_fluidinfo(z.data(), &mass, &tc, &pc, &tmin, &tmax, masses.data(), tci.data(), pci.data(), tmins.data(),
+                     tmaxs.data());
+  EXPECT_NEAR(mass, 0.25 * 0.016043 + 0.75 * 0.058124, 1e-16);
+  EXPECT_NEAR(masses[0], 0.016043, 1e-17);
+  EXPECT_EQ(tmins, (std::array<double, 3>{91, 149, 77}));
+  EXPECT_EQ(tmaxs, (std::array<double, 3>{1000, 1000, 77}));
+  EXPECT_EQ(tmin, 149);
+  EXPECT_EQ(tmax, 1000);
+  for (const auto& list : {masses, tci, pci}) EXPECT_EQ(list[2], 77);
+  tessarel_fluidinfo(nullptr, &mass, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
+  EXPECT_EQ(mass, -8888.8);
+}
+
+TEST(FluidReport, ParametersOfTheFirstComponent) {
+  ASSERT_EQ(host::select({"propane", "methane"}, {0.5, 0.5}), "No errors");
+  struct {
+    std::string_view name;
+    double value;
+    const char* message;
+  } cases[] = {
+      {"omega", 0.1521, "No errors"},
+      {"mseg", 2.002, "No errors"},
+      {"sigma   ", 3.6184, "No errors"},
+      {"epsil", 208.11, "No errors"},
+      {"dipole", 0, "No errors"},
+      {"quapole", 0, "No errors"},
+      {"polariz", 6.29, "No errors"},
+      {"SIGMA", -8888.8, "TESSAREL parameter SIGMA not available..."},
+      {" sigma", -8888.8, "TESSAREL parameter  sigma not available..."},
+      {"parat  ", -8888.8, "TESSAREL parameter parat not available..."},
+      {"", -8888.8, "TESSAREL parameter  not available..."},
+  };
+  for (const auto& c : cases) {
+    std::array<char, 60> err{};
+    EXPECT_EQ(tessarel_fluidparameter(c.name.data(), err.data(), c.name.size(), err.size()), c.value);
+    EXPECT_EQ(host::text(err.data(), err.size()), c.message);
+  }
+  EXPECT_EQ(tessarel_fluidparameter(nullptr, nullptr, 0, 0), -8888.8);
+  const std::string endless(100000, 'x');
+  std::array<char, 60> err{};
+  tessarel_fluidparameter(endless.data(), err.data(), endless.size(), err.size());
+  EXPECT_EQ(host::text(err.data(), err.size()), "TESSAREL parameter " + std::string(41, 'x'));
+}
+
+TEST(FluidReport, GreetingLine) {
+  testing::internal::CaptureStdout();
+  tessarel_sub();
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "****** Hello from the TESSAREL    ******\n");
+}
+
+}  // namespace
