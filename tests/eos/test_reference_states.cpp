@@ -10,7 +10,7 @@
 #include "eos/fugacity.hpp"
 #include "eos/helmholtz.hpp"
 #include "eos/pressure.hpp"
-#include "reference_fluids.hpp"
+#include "common/reference_fluids.hpp"
 
 namespace tessarel::testing {
 namespace {

@@ -1,0 +1,112 @@
+#include "flash/adapters.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "eos/compressibility.hpp"
+#include "eos/density.hpp"
+#include "eos/fugacity.hpp"
+#include "eos/helmholtz.hpp"
+#include "eos/pressure.hpp"
+#include "fluid/fluid_module.hpp"
+
+namespace tessarel::flash {
+
+using fluid_module::avogadro_factor;
+using fluid_module::gas_constant;
+using fluid_module::pressure_factor;
+
+namespace {
+
+constexpr double pascal_per_bar = 100000.0;
+constexpr bool phase_switch = false;  // a sign convention of `ic` that no caller asks for
+
+/// Phase code of the equation of state for one of the flash.
+int phase_of(std::int32_t mt) {
+  return mt == 1 ? 1 : mt == -1 ? 2 : -1;
+}
+
+/// The properties at a number density and the reduced volume that belongs to it.
+double properties(int n, const double* x, double t, double rho, double vr, double& p, double* aux) {
+  double a = 0, a_t = 0, a_tt = 0, a_ttt = 0;
+  a = calc_a_module::calc_a(n, x, t, rho);
+  calc_a_module::calc_da_dt123(n, x, t, rho, a_t, a_tt, a_ttt);
+  const double z_t = calc_z_module::calc_dz_dt(n, x, t, rho);
+  const double z_rho = calc_z_module::calc_dz_drho(n, x, 0, t, rho);
+  if (p == 0) p = calc_p_module::calc_p_rho(n, x, t, rho) * 1e-5;
+  const double z = p * vr / t;
+  const double dpdv = -pressure_factor * t * (rho * z_rho + z) * rho * rho / avogadro_factor;
+  const double dpdt = pressure_factor * rho * (t * z_t + z);
+  const double w = -100000.0 * dpdt / (gas_constant * dpdv);
+  aux[2] = t * (z - 1.0 - t * a_t);
+  aux[3] = std::log(z) - a - t * a_t;
+  aux[4] = -t * (2.0 * a_t + t * a_tt) - 1.0 - (t / gas_constant) * dpdt * dpdt / dpdv;
+  aux[5] = 1.0 / p - w;
+  aux[6] = vr - t * w;
+  aux[7] = dpdv * gas_constant * 1e-10;
+  aux[8] = w;
+  aux[9] = aux[7] / t;
+  return z;
+}
+
+}  // namespace
+
+void fugacoeff(std::int32_t icon, std::int32_t mt, int n, const double* z, double t, double p, double* lnphi,
+               double* dlnphi_dt, double* dlnphi_dp, double* dlnphi_dn, std::int32_t& ic, std::int32_t& ierr) {
+  ierr = 0;
+  ic = mt == 0 ? 2 : 1;
+  if (phase_switch) ic = -ic;
+  double sum = 0;
+  for (int i = 0; i < n; ++i) sum += z[i];
+  fluid_module::Vector fractions;
+  for (int i = 0; i < n; ++i) fractions[static_cast<std::size_t>(i)] = z[i] / sum;
+  const double* x = fractions.data();
+  const double pressure = p * pascal_per_bar;
+  const int phase = phase_of(mt);
+  std::fill_n(lnphi, n, 0.0);
+  const bool by_tp = icon == 2 || icon == 6, by_n = icon == 3 || icon == 6;
+  if (by_tp) {
+    std::fill_n(dlnphi_dt, n, 0.0);
+    std::fill_n(dlnphi_dp, n, 0.0);
+  }
+  if (by_n) std::fill_n(dlnphi_dn, n * n, 0.0);
+  switch (icon) {
+    case 1:
+      fugacity::calc_lnphi(n, x, t, pressure, phase, lnphi);
+      break;
+    case 2:
+      fugacity::calc_lnphi_tp(n, x, t, pressure, phase, lnphi, dlnphi_dt, dlnphi_dp);
+      break;
+    case 3:
+      fugacity::calc_lnphi_n(n, x, t, pressure, phase, lnphi, dlnphi_dn);
+      break;
+    case 6:
+      fugacity::calc_lnphi_tpn(n, x, t, pressure, phase, lnphi, dlnphi_dt, dlnphi_dp, dlnphi_dn);
+      break;
+    default:
+      break;
+  }
+  if (by_tp)
+    for (int i = 0; i < n; ++i) dlnphi_dp[i] *= pascal_per_bar;
+}
+
+void fluiddata(int i, double& tc, double& pc, double& omega) {
+  const auto k = static_cast<std::size_t>(i - 1);
+  tc = fluid_module::record.tci[k];
+  pc = fluid_module::record.pci[k] / pascal_per_bar;
+  omega = fluid_module::record.omega[k];
+}
+
+void auxprop(int n, const double* x, double t, double& p, std::int32_t mt, double& z, double* aux) {
+  double rho = 0;
+  calc_vrho_module::calc_rho(n, x, t, p * pascal_per_bar, phase_of(mt), rho);
+  const double vr = avogadro_factor / rho / gas_constant * 100000.0;
+  z = properties(n, x, t, rho, vr, p, aux);
+}
+
+void auxprop_v(int n, const double* x, double t, double& p, double v, double* aux) {
+  const double rho = avogadro_factor / v / gas_constant * 100000.0;
+  properties(n, x, t, rho, v, p, aux);
+}
+
+}  // namespace tessarel::flash

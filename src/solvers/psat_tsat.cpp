@@ -1,0 +1,99 @@
+#include "solvers/psat_tsat.hpp"
+
+#include <cmath>
+
+#include "eos/fugacity.hpp"
+#include "fluid/fluid_module.hpp"
+
+namespace tessarel::calc_psat_tsat {
+
+using fluid_module::not_computed;
+using fluid_module::record;
+
+namespace {
+
+constexpr int max_evaluations = 25;
+constexpr double step_tolerance = 1e-9, residual_tolerance = 1e-6;
+constexpr double same_density = 1e-8;  ///< roots closer than this [1/A3] have merged into one
+constexpr double at_critical = 1e-8;   ///< distance from tc [K] or pc [Pa] within which the point is critical
+
+struct Roots {
+  double lnphi_l, lnphi_v, rho_l, rho_v;
+
+  [[nodiscard]] bool merged() const { return std::abs(rho_l - rho_v) < same_density; }
+  /// The only root is on the liquid side of the critical density.
+  [[nodiscard]] bool dense() const { return rho_v >= record.rhoc * fluid_module::avogadro_factor; }
+};
+
+/// Newton's method for equal fugacities of both roots in `unknown`. `evaluate` gives the roots, `slopes` the
+/// derivatives of both lnphi; `retreat` moves the unknown when the roots have merged. False after the limit.
+template <class Evaluate, class Slopes, class Retreat>
+bool equal_fugacities(double& unknown, Evaluate&& evaluate, Slopes&& slopes, Retreat&& retreat) {
+  int count = 0;
+  while (true) {
+    Roots roots{};
+    for (;;) {
+      ++count;
+      roots = evaluate(unknown);
+      if (!roots.merged() || count > max_evaluations) break;
+      unknown = retreat(roots.dense());
+    }
+    const double f = roots.lnphi_l - roots.lnphi_v;
+    double d_l = 0, d_v = 0;
+    slopes(unknown, roots, d_l, d_v);
+    const double correction = f / (d_l - d_v);
+    unknown -= correction;
+    if (count > max_evaluations) return false;
+    if (std::abs(correction) < step_tolerance || std::abs(f) < residual_tolerance) return true;
+  }
+}
+
+Roots roots_at(double t, double p) {
+  Roots r{};
+  fugacity::calc_lnphi_rho_pure(t, p, r.lnphi_l, r.lnphi_v, r.rho_l, r.rho_v);
+  return r;
+}
+
+}  // namespace
+
+Message calc_psat(double t, double& psat) {
+  psat = not_computed;
+  if (t < record.tlowest) return "Temperature less than minimum temperature...";
+  if (std::abs(t - record.tc) < at_critical) {
+    psat = record.pc;
+    return no_errors;
+  }
+  if (t > record.tc) return "Temperature greater than critical temperature...";
+  constexpr double start = 0.1;
+  double p = start;
+  const bool converged = equal_fugacities(
+      p, [t](double pressure) { return roots_at(t, pressure); },
+      [t](double pressure, const Roots& r, double& d_l, double& d_v) {
+        fugacity::calc_dlnphi_dp_rho_pure(t, pressure, r.rho_l, r.rho_v, d_l, d_v);
+      },
+      [&p](bool dense) { return dense ? (p + start) / 2.0 : (record.pc + p) / 2.0; });
+  psat = p;
+  return converged ? no_errors : "No convergence calculating saturation pressure...";
+}
+
+Message calc_tsat(double p, double& tsat) {
+  tsat = not_computed;
+  constexpr double lowest_pressure = 0.1;
+  if (p < lowest_pressure) return "Pressure less than minimum pressure...";
+  if (std::abs(p - record.pc) < at_critical) {
+    tsat = record.tc;
+    return no_errors;
+  }
+  if (p > record.pc) return "Pressure greater than critical pressure...";
+  double t = record.tlowest;
+  const bool converged = equal_fugacities(
+      t, [p](double temperature) { return roots_at(temperature, p); },
+      [p](double temperature, const Roots& r, double& d_l, double& d_v) {
+        fugacity::calc_dlnphi_dt_rho_pure(temperature, p, r.rho_l, r.rho_v, d_l, d_v);
+      },
+      [&t](bool dense) { return dense ? (record.tc + t) / 2.0 : (t + record.tlowest) / 2.0; });
+  tsat = t;
+  return converged ? no_errors : "No convergence calculating saturation temperature...";
+}
+
+}  // namespace tessarel::calc_psat_tsat
