@@ -69,9 +69,11 @@ TESSAREL_API void tessarel_getversion(int32_t *version);
  *   z          in   n mole fractions, the array handed to tessarel_setfluid. While the simplified model is in use, 111
  *                   is taken off its first element: hand in the marked array.
  *   molmass    out  molar mass of the mixture [kg/mol]
- *   tc, pc     out  critical temperature [K] and pressure [Pa]; -8888.8 when not determined
+ *   tc, pc     out  critical temperature [K] and pressure [Pa] of the model; of a mixture the averages of the
+ *                   components' values over the mole fractions
  *   tmin, tmax out  range of temperature shared by the components [K]
- *   molmass_i, tc_i, pc_i, tmin_i, tmax_i  out  n values each: the same of the components
+ *   molmass_i, tc_i, pc_i, tmin_i, tmax_i  out  n values each: the same of the components. tc_i and pc_i belong to
+ *                   mixtures; for a pure fluid they hold what the last mixture left, and tc and pc are its values.
  *
  * With no fluid selected the five scalars are -8888.8 and no array is written. Null outputs are skipped; with a null z
  * molmass is -8888.8.
@@ -143,7 +145,6 @@ TESSAREL_API void tessarel_sub(void);
  *   "Function 'Pq' not available for single phase calculations...", also for Tq, vq, Pm, Tm
  *   "TESSAREL error: input values must be finite numbers, temperature and volume positive..."
  *   "TESSAREL error: no finite state found for the input values..."
- *   "TESSAREL error: the ... term is not available yet: ...": the fluid needs a term that is not part of this version
  */
 TESSAREL_API void tessarel_tmdprop(const char *spec, const int32_t *order, double *t, double *p, double *v, double *u,
                                    double *h, double *s, double *q, double *cv, double *dpdt, double *dpdv,

@@ -1,11 +1,12 @@
 // Selection of a fluid: names and a composition become the one global record that every later call works on.
 #include <cmath>
 
+#include "envelope/critical_point.hpp"
+#include "eos/polar_tables.hpp"
 #include "eos/tables.hpp"
 #include "fluid/bips.hpp"
 #include "fluid/readers.hpp"
 #include "fluid/selection.hpp"
-#include "interface/availability.hpp"
 #include "interface/boundary.hpp"
 #include "solvers/psat_tsat.hpp"
 #include "tessarel/tessarel.h"
@@ -52,10 +53,20 @@ Message select_components(int nf, NameList names) {
   if (ok(err)) {
     setassocpar();
     set_polar_flags();
+    eos::update_polar_constants();
   }
   set_kronecker_delta();
   eos::update_tables();
   return err;
+}
+
+/// A failure is not reported: a host may need no more than single-phase states.
+void find_critical_point() {
+  critical_point_module::critpoint();
+  if (record.n < 2) return;
+  // The extrema of the phase envelope, until one is traced.
+  record.tcritherm = record.tcribar = record.tc;
+  record.pcritherm = record.pcribar = record.pc;
 }
 
 Message select(int nf, NameList names, const double* z) {
@@ -67,7 +78,7 @@ Message select(int nf, NameList names, const double* z) {
     record.is_simp = true;  // for good: nothing sets it back
     record.z[0] = unmarked(record.z[0]);
   }
-  availability::mark_missing_results();
+  find_critical_point();
   return calc_psat_tsat::calc_ptrange();
 }
 

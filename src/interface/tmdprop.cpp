@@ -97,7 +97,6 @@ bool dispatch(const InputSpec& spec, const State& state, TextField err) {
     return false;
   }
   if (row->liquid == nullptr) return fail(row->no_single_phase);
-  if (const Message gap = availability::model_gap(); !ok(gap)) return fail(gap);
   if (!valid_inputs(row->code, state)) return fail(bad_input);
 
   auto* solver = spec.liquid ? row->liquid : row->vapour;

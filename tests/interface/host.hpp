@@ -108,6 +108,9 @@ inline const std::vector<Case>& cases() {
       {"n-hexane", {"n-hexane"}, {1}, 300, 20e5, 420, 3e5},
       {"toluene", {"toluene"}, {1}, 350, 300e5, 500, 8e5},
       {"natural gas", {"methane", "ethane", "propane", "n-butane"}, {0.4, 0.3, 0.2, 0.1}, 200, 100e5, 350, 20e5},
+      {"water", {"water"}, {1}, 320, 50e5, 450, 2e5},
+      {"carbon dioxide", {"carbon dioxide"}, {1}, 250, 60e5, 330, 20e5},
+      {"polar and associating", {"methanol", "acetone", "water"}, {0.3, 0.3, 0.4}, 310, 10e5, 430, 2e5},
       {"solvents", {"n-hexane", "benzene", "cyclohexane"}, {0.5, 0.3, 0.2}, 300, 10e5, 450, 2e5},
   };
   return list;

@@ -150,6 +150,50 @@ TEST_F(Selection, TwentyComponents) {
   EXPECT_EQ(host::at_tp("TP Vph", 500, 1e5, 1).err, "No errors");
 }
 
+// Association and polar terms enter by selection alone: pressures of the published model in 40-digit arithmetic.
+TEST(SelectedModel, PressureHasEveryTerm) {
+  struct {
+    const char* name;
+    double t, rho, z;  // rho in 1/A3
+  } cases[] = {
+      {"propane", 300, 0.0068, 1.2976107306717920e-1},         {"methanol", 330, 0.01445, 8.9726118715726468e-2},
+      {"water", 450, 0.0002, 9.2971944503655573e-1},           {"acetone", 320, 0.0078, 3.1551850365748627e-2},
+      {"carbon dioxide", 260, 0.0135, -3.2658785714802503e-2},
+  };
+  for (const auto& c : cases) {
+    ASSERT_EQ(host::select({c.name}, {1}), "No errors");
+    const double expected = 13806622.169047227 * c.z * c.t * c.rho / 1e5;
+    EXPECT_NEAR(host::at_tv(c.t, 6.022045e-7 / c.rho).p, expected,
+                1e-10 * std::abs(expected) / std::min(1.0, std::abs(c.z)))
+        << c.name;
+  }
+}
+
+TEST(FluidReport, CriticalPointsAreFoundAtSelection) {
+  // Reference equations of state; the model is known to overshoot.
+  double tc = 0, pc = 0;
+  std::array<double, 2> tci{}, pci{};
+  const double pure = 1;
+  const auto report = [&](const double* z) {
+    tessarel_fluidinfo(z, nullptr, &tc, &pc, nullptr, nullptr, nullptr, tci.data(), pci.data(), nullptr, nullptr);
+  };
+  ASSERT_EQ(host::select({"propane"}, {1}), "No errors");
+  report(&pure);
+  EXPECT_NEAR(tc, 369.9, 8);
+  EXPECT_NEAR(pc, 42.5e5, 5e5);
+  const double propane_tc = tc;
+  const std::vector<double> z = {0.25, 0.75};
+  for (const double first : {0.25, 0.6}) {  // the second time by composition alone
+    ASSERT_EQ(host::select({"methane", "propane"}, {first, 1 - first}), "No errors");
+    report(z.data());
+    EXPECT_DOUBLE_EQ(tci[1], propane_tc);
+    EXPECT_NEAR(tc, first * tci[0] + (1 - first) * tci[1], 1e-10);
+    EXPECT_NEAR(pc, first * pci[0] + (1 - first) * pci[1], 1e-6);
+    EXPECT_EQ(record.tcritherm, tc);
+    EXPECT_EQ(record.pcribar, pc);
+  }
+}
+
 TEST(FluidReport, VersionAndScalars) {
   std::array<std::int32_t, 5> version = {0, 0, 0, 0, 77};
   tessarel_getversion(version.data());
