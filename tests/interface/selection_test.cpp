@@ -76,7 +76,7 @@ TEST_F(Selection, MessagesAreCutAtTheFieldAndNullFieldsSkipped) {
 
 TEST_F(Selection, SameNamesReadNothing) {
   record.sigma[0] = 4.5;  // would be overwritten by a read
-  for (const std::size_t width : {7, 16, 32, 100}) {
+  for (const std::size_t width : {7u, 16u, 32u, 100u}) {
     EXPECT_EQ(host::select({"propane"}, {0.5}, width), "No errors");
     EXPECT_EQ(record.sigma[0], 4.5);
     EXPECT_EQ(record.z[0], 0.5);

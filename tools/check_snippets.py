@@ -1,0 +1,53 @@
+#!/usr/bin/env python3
+"""Compiles and runs the C snippets and runs the Python snippets of the documentation against a build tree.
+
+Usage: check_snippets.py BUILD_DIR
+
+A snippet is a fenced block marked c or python that holds a whole program. A line `path/to/libtessarel.so` in it stands
+for the built library.
+"""
+
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+PAGES = ["README.md", *sorted(str(p.relative_to(ROOT)) for p in (ROOT / "docs").glob("*.md"))]
+
+
+def run(command):
+    done = subprocess.run(command, capture_output=True, text=True, timeout=120)
+    if done.returncode != 0:
+        sys.exit(f"{' '.join(command)}\n{done.stdout}{done.stderr}")
+    return done.stdout
+
+
+def main():
+    build = pathlib.Path(sys.argv[1]).resolve()
+    library = build / "lib" / "libtessarel.so"
+    count = 0
+    with tempfile.TemporaryDirectory() as directory:
+        work = pathlib.Path(directory)
+        for page in PAGES:
+            text = (ROOT / page).read_text(encoding="utf-8")
+            for language, body in re.findall(r"^```(c|python)\n(.*?)^```$", text, re.S | re.M):
+                count += 1
+                if language == "c":
+                    source, program = work / "snippet.c", work / "snippet"
+                    source.write_text(body)
+                    run(["cc", "-std=c11", "-Wall", "-Werror", f"-I{ROOT}/include", str(source), "-o", str(program),
+                         f"-L{build}/lib", "-ltessarel", f"-Wl,-rpath,{build}/lib"])
+                    output = run([str(program)])
+                else:
+                    source = work / "snippet.py"
+                    source.write_text(body.replace("path/to/libtessarel.so", str(library)))
+                    output = run([sys.executable, str(source)])
+                print(f"{page}: {language} snippet ran\n{output}")
+    if count == 0:
+        sys.exit("no snippet found")
+
+
+if __name__ == "__main__":
+    main()
