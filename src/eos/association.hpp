@@ -8,7 +8,8 @@
 // unknown, by the same damped iteration with all lower orders held.
 //
 // At the solution a_assoc is stationary in X (Michelsen & Hendriks 2001), so a first derivative needs no derivative
-// of X: with Q = -rho/2 sum x_i x_k n_ia n_kb X_ia X_kb delta_ikab the slope by anything in delta is that of Q at fixed X.
+// of X: with Q = -rho/2 sum x_i x_k n_ia n_kb X_ia X_kb delta_ikab the slope by anything in delta is that of Q at fixed
+// X.
 #pragma once
 
 #include <cmath>
@@ -71,7 +72,8 @@ int solve_unbonded(int count, const double* types, const numerics::Taylor<V, K>*
           sum += numerics::detail::fold_factors<F, 1>([&](auto j, auto rest) { return b.c[j] * x[l].c[rest]; });
         }
         y[k].c[order] = sum;
-        r[k] = -x0[k] * numerics::detail::fold_factors<F, 1>([&](auto j, auto rest) { return y[k].c[j] * x[k].c[rest]; });
+        r[k] =
+            -x0[k] * numerics::detail::fold_factors<F, 1>([&](auto j, auto rest) { return y[k].c[j] * x[k].c[rest]; });
       }
       status |= solve_unbonded_order(count, types, bond0, tolerance, x0, r, v);
       for (std::size_t k = 0; k < n; ++k) x[k].c[order] = v[k];
@@ -88,10 +90,10 @@ int solve_unbonded(int count, const double* types, const numerics::Taylor<V, K>*
 template <class T>
 struct AssociationState {
   int classes = 0;
-  const int* component = nullptr;   ///< place of each class's component in the mixture state
-  const double* types = nullptr;    ///< site types in each class
-  const double* sites = nullptr;    ///< sites of each class on a molecule
-  const T* strength = nullptr;      ///< [k * classes + l], sum over partners of volume (exp(energy / t) - 1) [A3]
+  const int* component = nullptr;  ///< place of each class's component in the mixture state
+  const double* types = nullptr;   ///< site types in each class
+  const double* sites = nullptr;   ///< sites of each class on a molecule
+  const T* strength = nullptr;     ///< [k * classes + l], sum over partners of volume (exp(energy / t) - 1) [A3]
 };
 
 /// The temperature part for the components `places` maps to 0 and above (-1: not present). Arrays live in the

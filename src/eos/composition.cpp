@@ -11,7 +11,7 @@ namespace {
 /// The gradients of the moments and the Hessians of the two quadratic ones.
 template <class S>
 struct MomentGradients {
-  S* row = nullptr;  ///< [moment * n + i]
+  S* row = nullptr;                    ///< [moment * n + i]
   S* hessian[2] = {nullptr, nullptr};  ///< of m2es3 and m2e2s3, [i * n + j]
   std::size_t n = 0;
 
@@ -24,7 +24,8 @@ MomentGradients<S> moment_gradients(const MixtureState<T>& s, const S& rho, std:
   const std::size_t n = at(s.comp.count);
   g.n = n;
   g.row = arena.take<S>(count * n);
-  for (auto& h : g.hessian) h = arena.take<S>(n * n);
+  if constexpr (K >= 2)
+    for (auto& h : g.hessian) h = arena.take<S>(n * n);
   const S packing = rho * pi_6;
   for (std::size_t i = 0; i < n; ++i) {
     const double m = record.mseg[at(s.comp.index[i])];
@@ -35,28 +36,34 @@ MomentGradients<S> moment_gradients(const MixtureState<T>& s, const S& rho, std:
     g.row[moment::zeta3 * n + i] = zeta1 * s.d[i] * s.d[i];
   }
   const T scale1 = s.inverse_t * 2.0, scale2 = s.inverse_t * s.inverse_t * 2.0;
-  for (std::size_t i = 0; i < n; ++i) {
-    const auto ri = at(s.comp.index[i]);
-    for (std::size_t j = 0; j <= i; ++j) {
-      const auto rj = at(s.comp.index[j]);
-      T term1, term2;
-      if (tables.constant_energies) {
-        term1 = T(tables.first[ri][rj]);
-        term2 = T(tables.second[ri][rj]);
-      } else {
-        pair_terms(ri, rj, s.t, s.inverse_t, term1, term2);
-      }
-      g.hessian[0][i * n + j] = g.hessian[0][j * n + i] = S(term1 * scale1);
-      g.hessian[1][i * n + j] = g.hessian[1][j * n + i] = S(term2 * scale2);
-    }
-  }
-  for (std::size_t q = 0; q < 2; ++q) {
-    S* row = g.row + (moment::m2es3 + q) * n;
+  // Row i of a sum and its Hessian; with constant energies the sums run over plain numbers.
+  const auto fill = [&](auto&& terms, auto zero) {
     for (std::size_t i = 0; i < n; ++i) {
-      S sum(0.0);
-      for (std::size_t j = 0; j < n; ++j) sum += g.hessian[q][i * n + j] * s.comp.x[j];
-      row[i] = sum;
+      auto sum1 = zero, sum2 = zero;
+      for (std::size_t j = 0; j < n; ++j) {
+        auto term1 = zero, term2 = zero;
+        terms(at(s.comp.index[i]), at(s.comp.index[j]), term1, term2);
+        sum1 += term1 * s.comp.x[j];
+        sum2 += term2 * s.comp.x[j];
+        if constexpr (K >= 2) {
+          g.hessian[0][i * n + j] = S(term1 * scale1);
+          g.hessian[1][i * n + j] = S(term2 * scale2);
+        }
+      }
+      g.row[moment::m2es3 * n + i] = S(sum1 * scale1);
+      g.row[moment::m2e2s3 * n + i] = S(sum2 * scale2);
     }
+  };
+  if (tables.constant_energies) {
+    fill(
+        [](std::size_t i, std::size_t j, double& term1, double& term2) {
+          term1 = tables.first[i][j];
+          term2 = tables.second[i][j];
+        },
+        0.0);
+  } else {
+    fill([&s](std::size_t i, std::size_t j, T& term1, T& term2) { pair_terms(i, j, s.t, s.inverse_t, term1, term2); },
+         T(0.0));
   }
   return g;
 }
@@ -120,8 +127,8 @@ void contract_second(OuterDerivatives<S>& f, const MomentGradients<S>& g, const 
   S* half = arena.take<S>(m * n);  // sum over b of F_ab M_b,j
   for (std::size_t a = 0; a < m; ++a) {
     for (std::size_t j = 0; j < n; ++j) {
-      S sum(0.0);
-      for (std::size_t b = 0; b < m; ++b) sum += f.f2[a * m + b] * g[b][j];
+      S sum = f.f2[a * m] * g[0][j];
+      for (std::size_t b = 1; b < m; ++b) sum += f.f2[a * m + b] * g[b][j];
       half[a * n + j] = sum;
     }
   }
@@ -216,12 +223,14 @@ void composition_derivatives(const MixtureState<T>& s, const R& density, Composi
 
 using T1 = Taylor<1, 1>;
 using T2 = Taylor<1, 2>;
+using T21 = Taylor<2, 1>;
 template void composition_derivatives<1>(const MixtureState<double>&, const double&, CompositionDerivatives<double>&);
 template void composition_derivatives<2>(const MixtureState<double>&, const double&, CompositionDerivatives<double>&);
 template void composition_derivatives<3>(const MixtureState<double>&, const double&, CompositionDerivatives<double>&);
 template void composition_derivatives<1>(const MixtureState<T1>&, const double&, CompositionDerivatives<T1>&);
 template void composition_derivatives<1>(const MixtureState<double>&, const T1&, CompositionDerivatives<T1>&);
 template void composition_derivatives<1>(const MixtureState<double>&, const T2&, CompositionDerivatives<T2>&);
+template void composition_derivatives<1>(const MixtureState<T21>&, const T21&, CompositionDerivatives<T21>&);
 template void composition_derivatives<2>(const MixtureState<double>&, const T1&, CompositionDerivatives<T1>&);
 
 }  // namespace tessarel::eos

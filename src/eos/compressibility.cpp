@@ -148,8 +148,7 @@ void calc_dz_dn(int n, const double* x, double t, double rho, double* z_n) {
     step_amount(n, x, i, factor, stepped.data());
     return calc_z(n, stepped.data(), 0, t, factor * rho);
   };
-  for (int i = 0; i < n; ++i)
-    z_n[i] = (z_at(i, AmountStep::up) - z_at(i, AmountStep::down)) / (2.0 * AmountStep::size);
+  for (int i = 0; i < n; ++i) z_n[i] = (z_at(i, AmountStep::up) - z_at(i, AmountStep::down)) / (2.0 * AmountStep::size);
 }
 
 double calc_dz_dp(int n, const double* x, double t, double p) {

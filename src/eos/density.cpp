@@ -50,7 +50,7 @@ double start_of(int phase) {
 Message solve_root(const MixtureState<double>& state, double p, int phase, double& rho) {
   double eta = start_of(phase);
   const Message message = densiter(state, p, eta);
-  rho = eta / state.zeta_rho[3];
+  rho = eta * state.rho_eta;
   return message;
 }
 

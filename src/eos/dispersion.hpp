@@ -23,14 +23,13 @@ using numerics::Taylor;
 using Powers = std::array<double, 7>;  ///< coefficients of eta^0 to eta^6
 
 /// Universal constants of the integrals: [power][order in the mean segment number].
-inline constexpr std::array<std::array<double, 3>, 7> ap = {
-    {{0.91056314451539, -0.3084016918272, -0.09061483509767},
-     {0.63612814494991, 0.18605311591713, 0.4527842806392},
-     {2.68613478913903, -2.50300472586548, 0.59627007280101},
-     {-26.5473624914884, 21.4197936296668, -1.72418291311787},
-     {97.7592087835073, -65.2558853303492, -4.13021125311661},
-     {-159.5915408656, 83.3186804808856, 13.7766318697211},
-     {91.2977740839123, -33.7469229297323, -8.67284703679646}}};
+inline constexpr std::array<std::array<double, 3>, 7> ap = {{{0.91056314451539, -0.3084016918272, -0.09061483509767},
+                                                             {0.63612814494991, 0.18605311591713, 0.4527842806392},
+                                                             {2.68613478913903, -2.50300472586548, 0.59627007280101},
+                                                             {-26.5473624914884, 21.4197936296668, -1.72418291311787},
+                                                             {97.7592087835073, -65.2558853303492, -4.13021125311661},
+                                                             {-159.5915408656, 83.3186804808856, 13.7766318697211},
+                                                             {91.2977740839123, -33.7469229297323, -8.67284703679646}}};
 inline constexpr std::array<std::array<double, 3>, 7> bp = {
     {{0.72409469413165, -0.5755498075345, 0.09768831158356},
      {2.2382791860938, 0.69950955214436, -0.255757498161},
@@ -50,7 +49,8 @@ std::array<N, 2> mean_segment_weights(const N& m) {
 
 /// Coefficients of an integral, apar or bpar, at the weights of a mean segment number.
 template <class N>
-std::array<N, 7> integral_coefficients(const std::array<std::array<double, 3>, 7>& constants, const std::array<N, 2>& w) {
+std::array<N, 7> integral_coefficients(const std::array<std::array<double, 3>, 7>& constants,
+                                       const std::array<N, 2>& w) {
   std::array<N, 7> c;
   for (std::size_t j = 0; j < 7; ++j) c[j] = w[0] * constants[j][1] + w[1] * constants[j][2] + constants[j][0];
   return c;
@@ -72,12 +72,21 @@ N scaled_integral_slope(const std::array<C, 7>& c, const N& eta) {
   return sum;
 }
 
+/// The two parts of 1 / C1 = 1 + m chain + (1 - m) sphere.
+template <class N>
+struct InverseC1Parts {
+  N chain, sphere;
+};
+template <class N>
+InverseC1Parts<N> inverse_c1_parts(const N& u, const N& s) {
+  const N u2 = u * u;
+  return {u2 * (u2 * 6.0 - u * 4.0 - 2.0), u2 * 3.0 - s * s * 4.0 - 2.0};
+}
+
 /// 1 / C1 from u = 1 / (1 - eta), s = 1 / (2 - eta) and the mean segment number.
 template <class N, class M>
 N inverse_c1(const N& u, const N& s, const M& m) {
-  const N u2 = u * u;
-  const N chain = u2 * (u2 * 6.0 - u * 4.0 - 2.0);
-  const N sphere = u2 * 3.0 - s * s * 4.0 - 2.0;
+  const auto [chain, sphere] = inverse_c1_parts(u, s);
   return (chain - sphere) * m + sphere + 1.0;
 }
 template <class N, class M>

@@ -6,6 +6,9 @@ namespace tessarel::eos {
 
 namespace {
 
+/// Two numbers side by side, which the processor handles in one instruction.
+typedef double Pair __attribute__((vector_size(16)));
+
 /// Converts derivatives by u = 1 / (1 - eta) to derivatives by eta: du/deta = u^2.
 EtaDerivatives from_u(double value, double by_u, double by_uu, double u) {
   const double u2 = u * u;
@@ -19,37 +22,48 @@ EtaDerivatives hard_chain_eta12(const MixtureState<double>& s, double u, double 
   const double hs_u = 1.0 + a * (2.0 * u - 1.0) + 6.0 * b * u * excess;
   const double hs_uu = 2.0 * a + b * (12.0 * u - 6.0);
   // chain: weight_sum (u - 1) + u T, T = sum weight (y/(1+y) + 2y/(1+2y)), y = k (u - 1)
-  double t = 0, t_u = 0, t_uu = 0;
-  for (int i = 0; i < s.chains; ++i) {
-    const double k = s.chain_k[at(i)], w = s.chain_weight[at(i)];
-    const double y = k * excess;
-    const double p = 1.0 + y, q = p + y;
-    const double r = 1.0 / (p * q);
-    const double alpha = q * r, beta = p * r;  // 1/(1+y), 1/(1+2y)
-    const double ka = k * alpha, kb = 2.0 * k * beta;
-    const double fa = ka * alpha, fb = kb * beta;
-    t += w * y * (alpha + 2.0 * beta);
-    t_u += w * (fa + fb);
-    t_uu -= 2.0 * w * (fa * ka + fb * kb);
+  // Two components at a time; the arrays are padded to an even number with zero weights.
+  Pair sum = {0, 0}, sum_u = {0, 0}, sum_uu = {0, 0};
+  for (int i = 0; i < s.chains; i += 2) {
+    const Pair k = {s.chain_k[at(i)], s.chain_k[at(i + 1)]}, w = {s.chain_weight[at(i)], s.chain_weight[at(i + 1)]};
+    const Pair y = k * excess;
+    const Pair p = 1.0 + y, q = p + y;
+    const Pair r = 1.0 / (p * q);
+    const Pair alpha = q * r, beta = p * r;  // 1/(1+y), 1/(1+2y)
+    const Pair ka = k * alpha, kb = 2.0 * k * beta;
+    const Pair fa = ka * alpha, fb = kb * beta;
+    sum += w * y * (alpha + 2.0 * beta);
+    sum_u += w * (fa + fb);
+    sum_uu += w * (fa * ka + fb * kb);
   }
+  const double t = sum[0] + sum[1], t_u = sum_u[0] + sum_u[1], t_uu = -2.0 * (sum_uu[0] + sum_uu[1]);
   const double m = s.mbar;
   return from_u(m * hs - s.chain_sum * excess - u * t, m * hs_u - s.chain_sum - t - u * t_u,
                 m * hs_uu - 2.0 * t_u - u * t_uu, u);
 }
 
-/// Sums of c_j eta^(j+1), with three derivatives by eta.
+/// Sums of c_j eta^(j+1) of both integrals, I1 in the first place and I2 in the second, with three derivatives by eta.
 struct IntegralDerivatives {
-  double value, first, second, third;
+  Pair value, first, second, third;
 };
-IntegralDerivatives integral_eta123(const Powers& c, double eta) {
-  double p = 7.0 * c[6], q = 42.0 * c[6], r = 210.0 * c[6], v = c[6];
-  p = p * eta + 6.0 * c[5], q = q * eta + 30.0 * c[5], r = r * eta + 120.0 * c[5], v = v * eta + c[5];
-  p = p * eta + 5.0 * c[4], q = q * eta + 20.0 * c[4], r = r * eta + 60.0 * c[4], v = v * eta + c[4];
-  p = p * eta + 4.0 * c[3], q = q * eta + 12.0 * c[3], r = r * eta + 24.0 * c[3], v = v * eta + c[3];
-  p = p * eta + 3.0 * c[2], q = q * eta + 6.0 * c[2], r = r * eta + 6.0 * c[2], v = v * eta + c[2];
-  p = p * eta + 2.0 * c[1], q = q * eta + 2.0 * c[1], v = v * eta + c[1];
-  p = p * eta + c[0], v = v * eta + c[0];
-  return {v * eta, p, q, r};
+inline IntegralDerivatives integral_eta123(const Powers& a, const Powers& b, double eta) {
+  const auto c = [&](std::size_t j) { return Pair{a[j], b[j]}; };
+  const Pair e = {eta, eta};
+  Pair v = c(6), p = 7.0 * v, q = 6.0 * p, r = 5.0 * q;
+  const auto step = [&](Pair& sum, Pair term) { sum = sum * e + term; };
+  Pair k = c(5);
+  step(v, k), step(p, 6.0 * k), step(q, 30.0 * k), step(r, 120.0 * k);
+  k = c(4);
+  step(v, k), step(p, 5.0 * k), step(q, 20.0 * k), step(r, 60.0 * k);
+  k = c(3);
+  step(v, k), step(p, 4.0 * k), step(q, 12.0 * k), step(r, 24.0 * k);
+  k = c(2);
+  step(v, k), step(p, 3.0 * k), step(q, 6.0 * k), step(r, 6.0 * k);
+  k = c(1);
+  step(v, k), step(p, 2.0 * k), step(q, 2.0 * k);
+  k = c(0);
+  step(v, k), step(p, k);
+  return {v * e, p, q, r};
 }
 
 /// -pi rho D with D = 2 m2es3 (eta I1)' + m m2e2s3 (C1 eta I2)' and rho = eta / zeta_rho.
@@ -69,13 +83,13 @@ EtaDerivatives dispersion_eta12(const MixtureState<double>& s, double eta, doubl
   const double c_1 = -c * e1;
   const double c_2 = c * (2.0 * e1 * e1 - e2);
   const double c_3 = c * (6.0 * e1 * (e2 - e1 * e1) - e3);
-  const auto j1 = integral_eta123(s.apar, eta);
-  const auto j2 = integral_eta123(s.bpar, eta);
+  const auto j = integral_eta123(s.apar, s.bpar, eta);
   const double f1 = 2.0 * s.m2es3, f2 = m * s.m2e2s3;
-  const double g0 = f1 * j1.first + f2 * (c * j2.first + c_1 * j2.value);
-  const double g1 = f1 * j1.second + f2 * (c * j2.second + 2.0 * c_1 * j2.first + c_2 * j2.value);
-  const double g2 = f1 * j1.third + f2 * (c * j2.third + 3.0 * (c_1 * j2.second + c_2 * j2.first) + c_3 * j2.value);
-  const double factor = -pi / s.zeta_rho[3];
+  const double g0 = f1 * j.first[0] + f2 * (c * j.first[1] + c_1 * j.value[1]);
+  const double g1 = f1 * j.second[0] + f2 * (c * j.second[1] + 2.0 * c_1 * j.first[1] + c_2 * j.value[1]);
+  const double g2 =
+      f1 * j.third[0] + f2 * (c * j.third[1] + 3.0 * (c_1 * j.second[1] + c_2 * j.first[1]) + c_3 * j.value[1]);
+  const double factor = -pi * s.rho_eta;
   return {factor * eta * g0, factor * (g0 + eta * g1), factor * (2.0 * g1 + eta * g2)};
 }
 
@@ -85,8 +99,8 @@ EtaDerivatives z_ass_eta12(const MixtureState<double>& s, double eta) {
   const Arena::Frame frame(arena);
   const auto& a = s.association;
   const auto n = at(a.classes);
-  const double u = 1.0 / (1.0 - eta), per_rho = 1.0 / s.zeta_rho[3];
-  double* bond = arena.take<double>(3 * n * n);  // rho x strength g with two eta derivatives
+  const double u = 1.0 / (1.0 - eta), per_rho = s.rho_eta;
+  double* bond = arena.take<double>(3 * n * n);    // rho x strength g with two eta derivatives
   double* moment = arena.take<double>(3 * n * n);  // the same times d ln(eta g)/d ln eta, for the value of z
   for (std::size_t k = 0; k < n; ++k) {
     for (std::size_t l = 0; l < n; ++l) {
@@ -163,7 +177,7 @@ EtaDerivatives z_ass_eta12(const MixtureState<double>& s, double eta) {
 EtaDerivatives z_pol_eta12(const MixtureState<double>& s, double eta) {
   using N = Taylor<1, 2>;
   const N e = numerics::variable<N>(eta);
-  const N rho = e * (1.0 / s.zeta_rho[3]);
+  const N rho = e * s.rho_eta;
   N z(0.0);
   for (int type = tables.first_type; type <= tables.last_type; ++type) {
     const auto& second = s.polar.second[at(type)];
@@ -192,7 +206,7 @@ EtaDerivatives z_eta12(const MixtureState<double>& s, double eta) {
 
 EtaDerivatives p_eta12(const MixtureState<double>& s, double eta) {
   const auto z = z_eta12(s, eta);
-  const double factor = fluid_module::pressure_factor * s.t / s.zeta_rho[3];  // p = factor eta z
+  const double factor = fluid_module::pressure_factor * s.t * s.rho_eta;  // p = factor eta z
   return {factor * eta * z.value, factor * (z.value + eta * z.first), factor * (2.0 * z.first + eta * z.second)};
 }
 

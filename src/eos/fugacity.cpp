@@ -8,12 +8,13 @@
 namespace tessarel::fugacity {
 
 using namespace eos;
-using numerics::variable;
 using fluid_module::pressure_factor;
+using numerics::variable;
 
 namespace {
 
 /// What the derivatives of lnphi are made of, at one state. A member is filled when its bit was asked for.
+/// by_t includes by_rho.
 enum : unsigned { first = 1, by_t = 2, by_rho = 4, second = 8, eos_z = 16 };
 
 struct Blocks {
@@ -23,7 +24,7 @@ struct Blocks {
 };
 
 /// Fills the blocks `needs`; arrays come from the caller's arena frame. `state` is the state prepared at plain t.
-/// Without `eos_z` (or by_rho) z is left to the caller.
+/// Without eos_z, by_t or by_rho z is left to the caller.
 Blocks prepare_blocks(const MixtureState<double>& state, int n, const double* x, double t, double rho, unsigned needs) {
   Blocks b{};
   const auto size = at(n);
@@ -35,26 +36,30 @@ Blocks prepare_blocks(const MixtureState<double>& state, int n, const double* x,
     b.a = d.a;
   }
   if ((needs & by_t) != 0) {
-    using S = Taylor<1, 1>;
+    // t and rho in one pass.
+    using S = Taylor<2, 1>;
     b.a_tx = arena.take<double>(size);
+    b.z_x = arena.take<double>(size);
     const Arena::Frame frame(arena);
-    MixtureState<S> heated;
-    prepare(heated, n, x, 0, variable<S>(t));
+    MixtureState<S> varied;
+    prepare(varied, n, x, 0, variable<S>(t, 0));
+    const S density = variable<S>(rho, 1);
     CompositionDerivatives<S> d;
     d.first = arena.take<S>(size);
-    composition_derivatives<1>(heated, rho, d);
+    composition_derivatives<1>(varied, density, d);
     for (std::size_t i = 0; i < size; ++i) {
       b.a_x[i] = d.first[i].c[0];
       b.a_tx[i] = d.first[i].c[1];
+      b.z_x[i] = rho * d.first[i].c[2];
     }
     b.a = d.a.c[0];
     b.a_t = d.a.c[1];
-    const S z = residual_z(heated, rho);
+    const S z = residual_z(varied, density);
     b.z = z.c[0];
     b.z_t = z.c[1];
-  }
-  if ((needs & by_rho) != 0) {
-    using S = Taylor<1, 2>;
+    b.z_rho = z.c[2];
+  } else if ((needs & by_rho) != 0) {
+    using S = Taylor<1, 1>;
     b.z_x = arena.take<double>(size);
     const Arena::Frame frame(arena);
     CompositionDerivatives<S> d;
@@ -65,8 +70,9 @@ Blocks prepare_blocks(const MixtureState<double>& state, int n, const double* x,
       b.z_x[i] = rho * d.first[i].c[1];
     }
     b.a = d.a.c[0];
-    b.z = 1.0 + rho * d.a.c[1];
-    b.z_rho = d.a.c[1] + 2.0 * rho * d.a.c[2];
+    const S z = residual_z(state, variable<S>(rho));
+    b.z = z.c[0];
+    b.z_rho = z.c[1];
   }
   if ((needs & (second | by_t | by_rho)) == 0 && (needs & first) != 0) {
     CompositionDerivatives<double> d{0, b.a_x, nullptr, nullptr};
@@ -76,7 +82,7 @@ Blocks prepare_blocks(const MixtureState<double>& state, int n, const double* x,
       d.a = residual_a(state, rho);
     b.a = d.a;
   }
-  if ((needs & eos_z) != 0) b.z = residual_z(state, rho);
+  if ((needs & eos_z) != 0 && (needs & (by_t | by_rho)) == 0) b.z = residual_z(state, rho);
   b.p_t = pressure_factor * rho * (t * b.z_t + b.z);
   b.p_rho = pressure_factor * t * (rho * b.z_rho + b.z);
   return b;
@@ -120,22 +126,26 @@ void slope_t(int n, const double* x, const Blocks& b, double z, double* out) {
   for (int i = 0; i < n; ++i) out[i] = b.a_tx[i] + common - s;
 }
 
-/// By x at constant t, rho.
-void slope_x(int n, const double* x, const Blocks& b, double z, double* out) {
+/// By x at constant t and p: that at constant rho, a_xx(i,j) + (1 - 1/z) z_x(j) - sum x_k a_xx(k,j), less the slope by
+/// p times p_x(j).
+void slope_x(int n, const double* x, const Blocks& b, double z, const double* by_p, double pressure_slope,
+             double* out) {
   for (int j = 0; j < n; ++j) {
     const double* column = b.a_xx + j * n;
     const double common = (1.0 - 1.0 / z) * b.z_x[j] - mean(n, x, column);
-    for (int i = 0; i < n; ++i) out[i + j * n] = column[i] + common;
+    const double p_x = pressure_slope * b.z_x[j];
+    for (int i = 0; i < n; ++i) out[i + j * n] = column[i] + common - by_p[i] * p_x;
   }
 }
 
 /// M(i,j) - sum over k of x(k) M(i,k), in place.
 void project_rows(int n, const double* x, double* m) {
-  for (int i = 0; i < n; ++i) {
-    double s = 0;
-    for (int k = 0; k < n; ++k) s += x[k] * m[i + k * n];
-    for (int j = 0; j < n; ++j) m[i + j * n] -= s;
-  }
+  fluid_module::Vector s;
+  std::fill_n(s.begin(), n, 0.0);
+  for (int k = 0; k < n; ++k)
+    for (int i = 0; i < n; ++i) s[at(i)] += x[k] * m[i + k * n];
+  for (int j = 0; j < n; ++j)
+    for (int i = 0; i < n; ++i) m[i + j * n] -= s[at(i)];
 }
 
 /// The outputs of a call; those not wanted are null.
@@ -158,11 +168,7 @@ void assemble_tp(int n, const double* x, double t, double rho, const Blocks& b, 
   }
   if (out.dx == nullptr && out.dn == nullptr) return;
   double* matrix = out.dx != nullptr ? out.dx : out.dn;
-  slope_x(n, x, b, z, matrix);
-  for (int j = 0; j < n; ++j) {
-    const double p_x = pressure_factor * t * rho * b.z_x[j];
-    for (int i = 0; i < n; ++i) matrix[i + j * n] -= by_density[at(i)] * p_x;
-  }
+  slope_x(n, x, b, z, by_density, pressure_factor * t * rho, matrix);
   if (out.dn == nullptr) return;
   if (out.dn != matrix) std::copy_n(matrix, size * size, out.dn);
   project_rows(n, x, out.dn);
@@ -171,7 +177,7 @@ void assemble_tp(int n, const double* x, double t, double rho, const Blocks& b, 
 unsigned needs_of(const Outputs& out) {
   unsigned needs = 0;
   if (out.lnphi != nullptr) needs |= first;
-  if (out.dt != nullptr) needs |= by_t | by_rho;
+  if (out.dt != nullptr) needs |= by_t;
   if (out.dp != nullptr) needs |= by_rho;
   if (out.dx != nullptr || out.dn != nullptr) needs |= second | by_rho;
   return needs;
@@ -186,7 +192,7 @@ void at_phase(int n, const double* x, double t, double p, int phase, bool z_from
   if (phase == 1 || phase == 2) {
     double eta = phase == 1 ? calc_vrho_module::liquid_start : calc_vrho_module::vapour_start;
     calc_vrho_module::densiter(state, p, eta);
-    rho = eta / state.zeta_rho[3];
+    rho = eta * state.rho_eta;
   } else {
     calc_vrho_module::calc_rho(n, x, t, p, phase, rho);
   }

@@ -30,13 +30,13 @@ void calc_lnphi_tpxn(int n, const double* x, double t, double p, double rho, dou
 // Given t and the density; derivatives at constant density unless said otherwise.
 void calc_lnphi_rho(int n, const double* x, double t, double rho, double* lnphi);
 void calc_dlnphi_dt_rho(int n, const double* x, double t, double rho, double* out);
-void calc_dlnphi_dp_rho(int n, const double* x, double t, double rho, double* out);   ///< at constant t
-void calc_dlnphi_drho_t(int n, const double* x, double t, double rho, double* out);   ///< by rho at constant t
+void calc_dlnphi_dp_rho(int n, const double* x, double t, double rho, double* out);  ///< at constant t
+void calc_dlnphi_drho_t(int n, const double* x, double t, double rho, double* out);  ///< by rho at constant t
 void calc_dlnphi_dx_rho(int n, const double* x, double t, double rho, double* out);
 void calc_dlnphi_dn_rho(int n, const double* x, double t, double rho, double* out);
 void calc_d2lnphi_dxdx_rho(int n, const double* x, double t, double rho, double* out);  ///< n^3, [i + n (j + n k)]
 void calc_d2lnphi_dndn_rho(int n, const double* x, double t, double rho, double* out);
-void calc_lnfug_rho(int n, const double* x, double t, double rho, double* lnfug);       ///< ln(x_i p) + lnphi_i
+void calc_lnfug_rho(int n, const double* x, double t, double rho, double* lnfug);  ///< ln(x_i p) + lnphi_i
 void calc_dlnfug_dn_rho(int n, const double* x, double t, double rho, double* out);
 void calc_d2lnfug_dndn_rho(int n, const double* x, double t, double rho, double* out);
 

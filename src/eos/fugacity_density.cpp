@@ -1,8 +1,8 @@
 // The fugacity forms at constant density, and the pure-fluid forms.
 #include <cmath>
 
-#include "eos/compressibility.hpp"
 #include "eos/composition.hpp"
+#include "eos/compressibility.hpp"
 #include "eos/density.hpp"
 #include "eos/fugacity.hpp"
 #include "eos/helmholtz.hpp"
@@ -141,7 +141,7 @@ namespace {
 /// ln phi of a root of the pure fluid whose packing fraction is found from `eta`.
 double root_of_pure(const MixtureState<double>& state, double p, double& eta) {
   calc_vrho_module::densiter(state, p, eta);
-  const double rho = eta / state.zeta_rho[3];
+  const double rho = eta * state.rho_eta;
   const double a = residual_a(state, rho, site_tolerance(eta));
   const double z = p / (pressure_factor * state.t * rho);
   return a - 1.0 - std::log(z) + z;
@@ -157,8 +157,8 @@ void calc_lnphi_rho_pure(double t, double p, double& lnphi_l, double& lnphi_v, d
   double eta_l = calc_vrho_module::liquid_start, eta_v = calc_vrho_module::vapour_start;
   lnphi_l = root_of_pure(state, p, eta_l);
   lnphi_v = root_of_pure(state, p, eta_v);
-  rho_l = eta_l / state.zeta_rho[3];
-  rho_v = eta_v / state.zeta_rho[3];
+  rho_l = eta_l * state.rho_eta;
+  rho_v = eta_v * state.rho_eta;
 }
 
 void calc_lnphi_eta(double t, double p, double& lnphi_l, double& lnphi_v) {

@@ -3,8 +3,8 @@
 // At fixed temperature and composition the moments zeta_k of the diameter are proportional to the density, so every
 // function here depends on the packing fraction eta = zeta3 alone, and with u = 1 / (1 - eta) becomes a polynomial:
 //
-//   z_hs = (u - 1) + A (u^2 - u) + B (2 u^3 - 3 u^2 + 1),   A = 3 zeta1 zeta2 / (zeta0 eta),   B = zeta2^3 / (zeta0 eta^2)
-//   g_ij = u (1 + k_ij (u - 1)) (1 + 2 k_ij (u - 1)),        k_ij = zeta2 / eta * d_i d_j / (d_i + d_j)
+//   z_hs = (u - 1) + A (u^2 - u) + B (2 u^3 - 3 u^2 + 1),   A = 3 zeta1 zeta2 / (zeta0 eta),   B = zeta2^3 / (zeta0
+//   eta^2) g_ij = u (1 + k_ij (u - 1)) (1 + 2 k_ij (u - 1)),        k_ij = zeta2 / eta * d_i d_j / (d_i + d_j)
 //
 // The fluid of one diameter, and the simplified model of a mean diameter, are the case A = 3, B = 1, k = 1/2
 // (Carnahan & Starling 1969).
@@ -25,9 +25,9 @@ template <class N>
 N hard_sphere_psi(const N& eta, const N& u, const N& log_free_volume) {
   constexpr double series_limit = 0.08;
   if (value(eta) < series_limit) {
-    constexpr int terms = 24;
-    N sum = eta * 0.0 + (terms + 1.0 - 1.0 / (terms + 1.0));
-    for (int k = terms - 1; k >= 1; --k) sum = sum * eta + (k + 1.0 - 1.0 / (k + 1.0));
+    constexpr int terms = 20;
+    N sum = eta * (terms + 1.0 - 1.0 / (terms + 1.0)) + (terms - 1.0 / terms);
+    for (int k = terms - 2; k >= 1; --k) sum = sum * eta + (k + 1.0 - 1.0 / (k + 1.0));
     return sum;
   }
   const N r = inverse(eta);
@@ -60,11 +60,14 @@ N log_contact_rest(const N& y) {
   return log_1p(y * (y * 2.0 + 3.0));
 }
 
-/// The contact value g and its derivative by u.
+/// The contact value g, from y = k eta u or from k, and its derivative by u.
+template <class N>
+N contact_at(const N& u, const N& y) {
+  return u * (y + 1.0) * (y * 2.0 + 1.0);
+}
 template <class N, class C>
 N contact(const N& u, const C& k) {
-  const N y = (u - 1.0) * k;
-  return u * (y + 1.0) * (y * 2.0 + 1.0);
+  return contact_at(u, N((u - 1.0) * k));
 }
 template <class N, class C>
 N contact_slope(const N& u, const C& k) {

@@ -94,14 +94,15 @@ struct MixtureState {
   T t, inverse_t;
   bool closed = false;  ///< closed forms of one diameter: a component alone, or the simplified model
 
-  double mbar = 0;      ///< mean segment number
-  Powers apar, bpar;    ///< coefficients of I1 and I2
+  double mbar = 0;    ///< mean segment number
+  Powers apar, bpar;  ///< coefficients of I1 and I2
 
-  std::array<T, nmax> d;         ///< segment diameters
-  std::array<T, 4> zeta_rho;     ///< zeta_k / rho; zeta_rho[3] converts a number density to eta
-  T hs_first, hs_second;         ///< A and B of the hard-sphere forms
-  int chains = 0;                ///< contact values in the chain term: one each, or one for all in the closed forms
-  std::array<double, nmax> chain_weight;  ///< x_i (m_i - 1), or their sum
+  std::array<T, nmax> d;      ///< segment diameters
+  std::array<T, 4> zeta_rho;  ///< zeta_k / rho; zeta_rho[3] converts a number density to eta
+  T rho_eta;                  ///< 1 / zeta_rho[3]: rho per eta
+  T hs_first, hs_second;      ///< A and B of the hard-sphere forms
+  int chains = 0;             ///< contact values in the chain term: one each, or one for all in the closed forms
+  std::array<double, nmax> chain_weight;  ///< x_i (m_i - 1), or their sum; padded with 0 to an even number
   std::array<T, nmax> chain_k;            ///< k_ii of the contact values
   double chain_sum = 0;                   ///< sum of the weights
 
@@ -115,7 +116,7 @@ struct MixtureState {
   [[nodiscard]] T contact_k(int i, int j) const {
     if (closed) return T(0.5);
     if (i == j) return chain_k[at(i)];
-    return zeta_rho[2] / zeta_rho[3] * (d[at(i)] * d[at(j)] / (d[at(i)] + d[at(j)]));
+    return zeta_rho[2] * rho_eta * (d[at(i)] * d[at(j)] / (d[at(i)] + d[at(j)]));
   }
 };
 
@@ -140,19 +141,24 @@ void prepare_diameters(MixtureState<T>& s) {
     s.chain_sum += s.chain_weight[at(i)];
   }
   s.zeta_rho = {T(pi_6 * s.mbar), z1 * pi_6, z2 * pi_6, z3 * pi_6};
+  s.rho_eta = numerics::inverse(s.zeta_rho[3]);
   if (s.closed) {
     s.hs_first = T(3.0);
     s.hs_second = T(1.0);
     s.chains = 1;
     s.chain_weight[0] = s.chain_sum;
     s.chain_k[0] = T(0.5);
-    return;
+  } else {
+    const T ratio = s.zeta_rho[2] * s.rho_eta;  // zeta2 / eta
+    s.hs_first = z1 * ratio * (3.0 / s.mbar);
+    s.hs_second = z2 * ratio * ratio * (1.0 / s.mbar);
+    s.chains = c.count;
+    for (int i = 0; i < c.count; ++i) s.chain_k[at(i)] = s.d[at(i)] * ratio * 0.5;
   }
-  const T ratio = z2 / z3;  // zeta2 / eta
-  s.hs_first = z1 * ratio * (3.0 / s.mbar);
-  s.hs_second = z2 * ratio * ratio * (1.0 / s.mbar);
-  s.chains = c.count;
-  for (int i = 0; i < c.count; ++i) s.chain_k[at(i)] = s.d[at(i)] * ratio * 0.5;
+  if (s.chains % 2 != 0) {
+    s.chain_weight[at(s.chains)] = 0;
+    s.chain_k[at(s.chains)] = T(0.0);
+  }
 }
 
 template <class T>

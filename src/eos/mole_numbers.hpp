@@ -53,7 +53,8 @@ inline void project_third(std::size_t n, const double* x, const double* f_x, con
       for (std::size_t k = 0; k < n; ++k)
         f_nnn[(i * n + j) * n + k] = f_xxx[(i * n + j) * n + k] - m[i * n + j] - m[i * n + k] - m[j * n + k] + q[i] +
                                      q[j] + q[k] - s3 - 2.0 * (f_xx[i * n + j] + f_xx[i * n + k] + f_xx[j * n + k]) +
-                                     4.0 * (r[i] + r[j] + r[k]) - 6.0 * s2 + 2.0 * (f_x[i] + f_x[j] + f_x[k]) - 6.0 * s1;
+                                     4.0 * (r[i] + r[j] + r[k]) - 6.0 * s2 + 2.0 * (f_x[i] + f_x[j] + f_x[k]) -
+                                     6.0 * s1;
 }
 
 }  // namespace tessarel::eos

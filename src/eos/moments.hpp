@@ -85,8 +85,8 @@ void add_term(OuterDerivatives<S>& out, const Taylor<2, K, S>& f, int iu, int iv
 /// for -ln g.
 template <int K, class S>
 struct ChainLogarithms {
-  Taylor<2, K, S> log_free, w;               ///< L and w over (zeta2, zeta3)
-  std::array<Taylor<1, K, S>, nmax> rest;    ///< l_i over w
+  Taylor<2, K, S> log_free, w;             ///< L and w over (zeta2, zeta3)
+  std::array<Taylor<1, K, S>, nmax> rest;  ///< l_i over w
 };
 
 /// f(w), given as a univariate number at w's value, over the variables of w.
@@ -105,52 +105,68 @@ N seeded(const S& value, int v) {
   return x;
 }
 
+/// first^power f(second) as a number of both, `f` given as a univariate number and `first` by its value.
+template <int K, class S>
+Taylor<2, K, S> power_times(const S& first, int power, const Taylor<1, K, S>& f) {
+  Taylor<2, K, S> r(0.0);
+  S factor(1.0);          // first^(power - k), from the highest k down
+  double binomial = 1.0;  // power over k
+  for (int k = power; k >= 0; --k) {
+    for (int l = 0; k + l <= K; ++l) r.c[Taylor<2, K, S>::Monomials::index({k, l})] = f.c[at(l)] * (factor * binomial);
+    factor = factor * first;
+    binomial = binomial * k / (power - k + 1);
+  }
+  return r;
+}
+
 /// Hard-sphere and chain terms over the moments.
 template <int K, class T, class S>
 void add_hard_chain(const MixtureState<T>& s, const S& rho, const std::array<S, 4>& zeta, OuterDerivatives<S>& out,
                     ChainLogarithms<K, S>& chain) {
   using N = Taylor<2, K, S>;
-  const N z2 = seeded<N>(zeta[2], 0), z3 = seeded<N>(zeta[3], 1);
-  const N u = inverse(1.0 - z3);
+  using E = Taylor<1, K, S>;
+  const numerics::ShiftedSeries<K, S> series(zeta[3]);
+  const auto& eta = series.plain;
+  const auto u_plain = inverse(1.0 - eta);
+  const auto log_plain = log_1p(-eta);
+  const auto of_eta = [&](const auto& f) { return power_times(zeta[2], 0, series.lift(f)); };
   if (record.is_simp) {
-    add_term(out, hard_sphere_a_closed(z3, u), moment::zeta2, moment::zeta3, S(s.mbar), moment::mbar);
-    chain.log_free = log_1p(-z3) - log_contact_rest(N(z3 * u * 0.5));
+    add_term(out, of_eta(hard_sphere_a_closed(eta, u_plain)), moment::zeta2, moment::zeta3, S(s.mbar), moment::mbar);
+    using P = typename numerics::ShiftedSeries<K, S>::Plain;
+    chain.log_free = of_eta(log_plain - log_contact_rest(P(eta * u_plain * 0.5)));
     add_term(out, chain.log_free, moment::zeta2, moment::zeta3, S(s.chain_sum), -1);
     return;
   }
-  const N log_free = log_1p(-z3);
   const S kappa = inverse(rho * pi_6);  // mbar / zeta0
-  add_term(out, N(-log_free), moment::zeta2, moment::zeta3, S(s.mbar), moment::mbar);
-  add_term(out, N(z2 * u * (kappa * 3.0)), moment::zeta2, moment::zeta3, zeta[1], moment::zeta1);
-  add_term(out, N(z2 * z2 * z2 * hard_sphere_psi(z3, u, log_free) * kappa), moment::zeta2, moment::zeta3, S(1.0), -1);
-  chain.log_free = log_free;
-  chain.w = z2 * u;
-  Taylor<1, K, S> sum(0.0);
-  for (int i = 0; i < s.comp.count; ++i) {
-    Taylor<1, K, S> y(chain.w.c[0]);
-    y.c[1] = S(1.0);
-    chain.rest[at(i)] = log_contact_rest(Taylor<1, K, S>(y * S(s.d[at(i)] * 0.5)));
-    sum += chain.rest[at(i)] * (s.comp.x[at(i)] * (record.mseg[at(s.comp.index[at(i)])] - 1.0));
-  }
+  const E u = series.lift(u_plain);
+  const E psi = series.lift(hard_sphere_psi(eta, u_plain, log_plain));
+  chain.log_free = of_eta(log_plain);
+  chain.w = power_times(zeta[2], 1, u);
+  add_term(out, N(-chain.log_free), moment::zeta2, moment::zeta3, S(s.mbar), moment::mbar);
+  add_term(out, N(chain.w * (kappa * 3.0)), moment::zeta2, moment::zeta3, zeta[1], moment::zeta1);
+  E sum(0.0);
   double weights = 0;
-  for (int i = 0; i < s.comp.count; ++i)
-    weights += s.comp.x[at(i)] * (record.mseg[at(s.comp.index[at(i)])] - 1.0);
-  add_term(out, N(log_free * weights - compose(sum, chain.w)), moment::zeta2, moment::zeta3, S(1.0), -1);
+  for (int i = 0; i < s.comp.count; ++i) {
+    const double weight = s.comp.x[at(i)] * (record.mseg[at(s.comp.index[at(i)])] - 1.0);
+    const E w = seeded<E>(chain.w.c[0], 0);
+    chain.rest[at(i)] = log_contact_rest(E(w * S(s.d[at(i)] * 0.5)));
+    sum += chain.rest[at(i)] * weight;
+    weights += weight;
+  }
+  add_term(out, N(power_times(zeta[2], 3, psi) * kappa + chain.log_free * weights - compose(sum, chain.w)),
+           moment::zeta2, moment::zeta3, S(1.0), -1);
 }
 
 /// I1 or I2 over (mbar, eta).
 template <int K, class S>
-Taylor<2, K, S> integral_over_moments(const std::array<std::array<double, 3>, 7>& constants, double mbar, const S& eta) {
-  using M = Taylor<1, K>;
-  using E = Taylor<1, K, S>;
-  const auto c = integral_coefficients(constants, mean_segment_weights(numerics::variable<M>(mbar)));
-  E e(eta);
-  e.c[1] = S(1.0);
-  Taylor<2, K, S> sum(0.0);
+Taylor<2, K, S> integral_over_moments(const std::array<std::array<double, 3>, 7>& constants, double mbar,
+                                      const numerics::ShiftedSeries<K, S>& eta) {
+  const auto c = integral_coefficients(constants, mean_segment_weights(numerics::variable<Taylor<1, K>>(mbar)));
+  Taylor<2, K, S> sum;
   for (int k = 0; k <= K; ++k) {
     Powers powers;
     for (std::size_t j = 0; j < powers.size(); ++j) powers[j] = c[j].c[at(k)];
-    const E polynomial = integral(powers, e);
+    const auto polynomial = eta.lift(integral(powers, eta.plain));
     for (int l = 0; l + k <= K; ++l) sum.c[Taylor<2, K, S>::Monomials::index({k, l})] = polynomial.c[at(l)];
   }
   return sum;
@@ -160,11 +176,16 @@ Taylor<2, K, S> integral_over_moments(const std::array<std::array<double, 3>, 7>
 template <int K, class T, class S>
 void add_dispersion(const MixtureState<T>& s, const S& rho, const S& eta, OuterDerivatives<S>& out) {
   using N = Taylor<2, K, S>;
-  const N m = seeded<N>(S(s.mbar), 0), e = seeded<N>(eta, 1);
-  add_term(out, N(integral_over_moments<K>(ap, s.mbar, eta) * (rho * (-2.0 * pi))), moment::mbar, moment::zeta3,
+  using E = Taylor<1, K, S>;
+  const numerics::ShiftedSeries<K, S> series(eta);
+  const auto parts = inverse_c1_parts(inverse(1.0 - series.plain), inverse(2.0 - series.plain));
+  const E chain = series.lift(parts.chain), sphere = series.lift(parts.sphere);
+  const S mbar(s.mbar);
+  const N inverse_c1 = power_times(mbar, 1, E(chain - sphere)) + power_times(mbar, 0, E(sphere + 1.0));
+  add_term(out, N(integral_over_moments<K>(ap, s.mbar, series) * (rho * (-2.0 * pi))), moment::mbar, moment::zeta3,
            S(s.m2es3), moment::m2es3);
-  add_term(out, N(m * c1(e, m) * integral_over_moments<K>(bp, s.mbar, eta) * (rho * (-pi))), moment::mbar,
-           moment::zeta3, S(s.m2e2s3), moment::m2e2s3);
+  add_term(out, N(power_times(mbar, 1, E(rho * (-pi))) * (integral_over_moments<K>(bp, s.mbar, series) / inverse_c1)),
+           moment::mbar, moment::zeta3, S(s.m2e2s3), moment::m2e2s3);
 }
 
 }  // namespace tessarel::eos

@@ -25,9 +25,9 @@ N lifted(const S& a) {
 
 template <class T>
 struct AssociationMoments {
-  std::size_t count = 0;                 ///< associating components
-  std::array<int, nmax> place;           ///< their places in the mixture
-  std::array<int, nmax> rank;            ///< and back
+  std::size_t count = 0;        ///< associating components
+  std::array<int, nmax> place;  ///< their places in the mixture
+  std::array<int, nmax> rank;   ///< and back
 };
 
 template <class T>
@@ -120,7 +120,9 @@ void add_association(const MixtureState<T>& s, const AssociationMoments<T>& m, c
   const std::size_t count = m.count + 2;
   N* variables = arena.take<N>(count);
   N* gradient = arena.take<N>(count);
-  const auto place = [&](std::size_t c) { return c < 2 ? moment::zeta2 + static_cast<int>(c) : moment::associating + static_cast<int>(c) - 2; };
+  const auto place = [&](std::size_t c) {
+    return c < 2 ? moment::zeta2 + static_cast<int>(c) : moment::associating + static_cast<int>(c) - 2;
+  };
   const auto evaluate = [&](auto&& seed) {
     variables[0] = lifted<N>(zeta[2]);
     variables[1] = lifted<N>(zeta[3]);

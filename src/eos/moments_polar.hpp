@@ -10,11 +10,11 @@ namespace tessarel::eos {
 /// A function of the fractions with its derivatives, arrays of n, n^2, n^3.
 template <int K, class S>
 struct FractionFunction {
-  Taylor<1, K, S> total;          ///< over eta, explicit fractions held
+  Taylor<1, K, S> total;                 ///< over eta, explicit fractions held
   Taylor<1, K, S>* explicit1 = nullptr;  ///< derivative by an explicit fraction, over eta
   Taylor<1, K, S>* explicit2 = nullptr;
   Taylor<1, K, S>* explicit3 = nullptr;
-  S* first = nullptr;             ///< full derivatives
+  S* first = nullptr;  ///< full derivatives
   S* second = nullptr;
   S* third = nullptr;
 };
@@ -80,8 +80,8 @@ void complete(FractionFunction<K, S>& f, std::size_t n, const S* eta_x) {
     const auto e2 = [&](std::size_t i, std::size_t j, int k) { return derivative(f.explicit2[i * n + j], k); };
     for (std::size_t i = 0; i < n; ++i)
       for (std::size_t j = 0; j < n; ++j)
-        f.second[i * n + j] = derivative(f.total, 2) * eta_x[i] * eta_x[j] + e1(i, 1) * eta_x[j] +
-                              e1(j, 1) * eta_x[i] + e2(i, j, 0);
+        f.second[i * n + j] =
+            derivative(f.total, 2) * eta_x[i] * eta_x[j] + e1(i, 1) * eta_x[j] + e1(j, 1) * eta_x[i] + e2(i, j, 0);
     if constexpr (K >= 3) {
       for (std::size_t i = 0; i < n; ++i)
         for (std::size_t j = 0; j < n; ++j)
@@ -100,7 +100,9 @@ void add_composed(const Taylor<2, K, S>& f, const FractionFunction<K, S>& u, con
                   std::size_t n, CompositionDerivatives<S>& out) {
   using numerics::derivative;
   const FractionFunction<K, S>* inner[2] = {&u, &v};
-  const auto d = [&f](int second_variable, int order) { return derivative(f, order - second_variable, second_variable); };
+  const auto d = [&f](int second_variable, int order) {
+    return derivative(f, order - second_variable, second_variable);
+  };
   out.a += f.c[0];
   for (std::size_t i = 0; i < n; ++i)
     for (int p = 0; p < 2; ++p) out.first[i] += d(p, 1) * inner[p]->first[i];

@@ -43,9 +43,8 @@ constexpr Correlation dq_a_rows = {{{0.697094963, -0.673459279, 0.67034077},
                                     {-0.633554144, -1.425899106, -4.338471826},
                                     {2.945509028, 4.19441392, 7.23416836},
                                     {-1.467027314, 1.0266216, 0}}};
-constexpr Correlation dq_b_rows = {{{-0.484038322, 0.67651011, -1.167560146},
-                                    {1.970405465, -3.013867512, 2.13488432},
-                                    {-2.118572671, 0.46742656, 0}}};
+constexpr Correlation dq_b_rows = {
+    {{-0.484038322, 0.67651011, -1.167560146}, {1.970405465, -3.013867512, 2.13488432}, {-2.118572671, 0.46742656, 0}}};
 constexpr Correlation dq_c_rows = {
     {{0.795009692, -2.099579397, 0}, {3.386863396, -5.941376392, 0}, {0.475106328, -0.178820384, 0}}};
 
@@ -74,8 +73,7 @@ void fill(PairConstants& a, PairConstants& b, TripletConstants& c, const Correla
       a[i][j] = pair ? at(a_rows, m) : PolarPowers{};
       b[i][j] = pair ? at(b_rows, m) : PolarPowers{};
       for (std::size_t l = 0; l < n; ++l)
-        c[i][j][l] =
-            pair && takes_part(l) ? at(c_rows, std::cbrt(capped(i) * capped(j) * capped(l))) : PolarPowers{};
+        c[i][j][l] = pair && takes_part(l) ? at(c_rows, std::cbrt(capped(i) * capped(j) * capped(l))) : PolarPowers{};
     }
   }
 }

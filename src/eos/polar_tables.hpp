@@ -17,11 +17,11 @@ using PerType = std::array<T, fluid_module::max_types>;
 
 /// Tables by interaction type: 0 dipole-dipole, 1 quadrupole-quadrupole, 2 dipole-quadrupole.
 struct PolarConstants {
-  PairConstants dd_a, dd_b, qq_a, qq_b, dq_a, dq_b;  ///< [i][j][power]
-  TripletConstants dd_c, qq_c, dq_c;                 ///< [i][j][l][power]
-  PerType<fluid_module::Matrix> gamma2;              ///< [type][j][i]
+  PairConstants dd_a, dd_b, qq_a, qq_b, dq_a, dq_b;                      ///< [i][j][power]
+  TripletConstants dd_c, qq_c, dq_c;                                     ///< [i][j][l][power]
+  PerType<fluid_module::Matrix> gamma2;                                  ///< [type][j][i]
   PerType<std::array<fluid_module::Matrix, fluid_module::nmax>> gamma3;  ///< [type][k][j][i]
-  int s = 1, e = 0;                                  ///< first and last type in force, from 1
+  int s = 1, e = 0;                                                      ///< first and last type in force, from 1
 };
 
 extern PolarConstants polar;

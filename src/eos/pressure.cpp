@@ -75,7 +75,8 @@ void calc_d2p_dndn(int n, const double* x, double t, double rho, double* p_nn) {
     slopes(i, AmountStep::up, up);
     slopes(i, AmountStep::down, down);
     for (int j = 0; j < n; ++j)
-      p_nn[i + j * n] = (up[eos::at(j)] / AmountStep::up - down[eos::at(j)] / AmountStep::down) / (2.0 * AmountStep::size);
+      p_nn[i + j * n] =
+          (up[eos::at(j)] / AmountStep::up - down[eos::at(j)] / AmountStep::down) / (2.0 * AmountStep::size);
   }
 }
 

@@ -73,10 +73,10 @@ void classify_sites() {
     for (int a = 0; a < record.nhb_typ[c]; ++a) {
       ++tables.site_types;
       const auto number = record.nhb_no[c][static_cast<std::size_t>(a)];
-      const auto alike = std::find_if(partition.begin() + static_cast<std::ptrdiff_t>(begin), partition.end(),
-                                      [&](const auto& members) {
-                                        return record.nhb_no[c][static_cast<std::size_t>(members.front().type)] == number;
-                                      });
+      const auto alike = std::find_if(
+          partition.begin() + static_cast<std::ptrdiff_t>(begin), partition.end(), [&](const auto& members) {
+            return record.nhb_no[c][static_cast<std::size_t>(members.front().type)] == number;
+          });
       if (alike == partition.end())
         partition.push_back({{i, a}});
       else
@@ -126,7 +126,8 @@ void pack_polar(std::size_t type, const PairConstants& a, const PairConstants& b
   for (int i = 0; i < n; ++i) {
     for (int j = i; j < n; ++j) {
       const auto ui = static_cast<std::size_t>(i), uj = static_cast<std::size_t>(j);
-      const double factor = i == j ? polar.gamma2[type][ui][ui] : polar.gamma2[type][uj][ui] + polar.gamma2[type][ui][uj];
+      const double factor =
+          i == j ? polar.gamma2[type][ui][ui] : polar.gamma2[type][uj][ui] + polar.gamma2[type][ui][uj];
       if (factor == 0) continue;
       PolarPair pair{i, j, {}, {}};
       const double energy = tables.energy[ui][uj];

@@ -18,8 +18,8 @@ using fluid_module::Vector;
 /// pass of the iteration, so one unknown serves for all of them.
 struct SiteClass {
   int component;
-  double types;   ///< number of site types merged, the weight in the error sum of the iteration
-  double sites;   ///< number of sites on a molecule, over all merged types
+  double types;  ///< number of site types merged, the weight in the error sum of the iteration
+  double sites;  ///< number of sites on a molecule, over all merged types
   std::array<bool, fluid_module::max_sites> member{};
 };
 
@@ -42,10 +42,10 @@ struct PolarTriplet {
 };
 
 struct Tables {
-  Matrix sigma3;        ///< sig_ij^3 [A3]
-  Matrix energy;        ///< sqrt(epsil_i epsil_j) [K], before the correction by k_ij
-  Matrix first;         ///< m_i m_j sig_ij^3 eps_ij, with constant k_ij
-  Matrix second;        ///< m_i m_j sig_ij^3 eps_ij^2, with constant k_ij
+  Matrix sigma3;                  ///< sig_ij^3 [A3]
+  Matrix energy;                  ///< sqrt(epsil_i epsil_j) [K], before the correction by k_ij
+  Matrix first;                   ///< m_i m_j sig_ij^3 eps_ij, with constant k_ij
+  Matrix second;                  ///< m_i m_j sig_ij^3 eps_ij^2, with constant k_ij
   bool constant_energies = true;  ///< no k_ij is a temperature code and every saftpar is 0
 
   std::vector<SiteClass> classes;

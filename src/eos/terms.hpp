@@ -16,12 +16,12 @@ using Wider = std::conditional_t<numerics::is_taylor<R>, R, T>;
 template <class N>
 struct HelmholtzBlocks {
   double mbar;
-  N rho, a_hs, chain;             ///< chain: sum x_i (m_i - 1) ln g_ii
+  N rho, a_hs, chain;  ///< chain: sum x_i (m_i - 1) ln g_ii
   N c1, i1, i2, m2es3, m2e2s3;
-  N assoc;                        ///< sum x_i n_ia (ln X + (1 - X) / 2)
+  N assoc;  ///< sum x_i n_ia (ln X + (1 - X) / 2)
   std::array<N, fluid_module::max_types> a2, a3;
   bool associates, is_polar;
-  int status;                     ///< of the site iteration
+  int status;  ///< of the site iteration
 };
 
 /// The terms of a with the sign with which they enter the sum.
@@ -34,10 +34,10 @@ struct HelmholtzTerms {
 template <class N>
 struct CompressibilityBlocks {
   double mbar;
-  N rho, z_hs, chain;             ///< chain: sum x_i (m_i - 1) rho g_rho / g
+  N rho, z_hs, chain;  ///< chain: sum x_i (m_i - 1) rho g_rho / g
   N m2es3, m2e2s3;
-  N di1, c1_i2_slope;             ///< d(eta I1)/d eta and d(eta C1 I2)/d eta
-  N assoc;                        ///< -1/2 sum x_i n_ia (1 - X_ia) weighted with 1 + d ln g / d ln rho
+  N di1, c1_i2_slope;  ///< d(eta I1)/d eta and d(eta C1 I2)/d eta
+  N assoc;             ///< -1/2 sum x_i n_ia (1 - X_ia) weighted with 1 + d ln g / d ln rho
   std::array<N, fluid_module::max_types> a2, a3, da2, da3;  ///< slopes times rho
   bool associates, is_polar;
   int status;
@@ -149,8 +149,8 @@ void prepare_z_blocks(const MixtureState<T>& s, const R& density, Compressibilit
   const N r = inverse(2.0 - eta);
   const N c = inverse(inverse_c1(u, r, s.mbar));
   b.di1 = scaled_integral_slope(s.apar, eta);
-  b.c1_i2_slope = c * (scaled_integral_slope(s.bpar, eta) -
-                       c * inverse_c1_slope(u, r, s.mbar) * eta * integral(s.bpar, eta));
+  b.c1_i2_slope =
+      c * (scaled_integral_slope(s.bpar, eta) - c * inverse_c1_slope(u, r, s.mbar) * eta * integral(s.bpar, eta));
   b.m2es3 = N(s.m2es3);
   b.m2e2s3 = N(s.m2e2s3);
   b.associates = s.associates;

@@ -115,10 +115,7 @@ struct Taylor {
   constexpr Taylor() = default;
   constexpr Taylor(double value) : c{} { c[0] = S(value); }
   template <class U>
-    requires(std::is_same_v<U, S> && !std::is_same_v<S, double>)
-  constexpr Taylor(const U& value) : c{} {
-    c[0] = value;
-  }
+  requires(std::is_same_v<U, S> && !std::is_same_v<S, double>) constexpr Taylor(const U& value) : c{} { c[0] = value; }
 
   constexpr Taylor& operator+=(const Taylor& b) { return *this = *this + b; }
   constexpr Taylor& operator-=(const Taylor& b) { return *this = *this - b; }
@@ -146,7 +143,9 @@ constexpr T make(F&& coefficient) {
 /// Sum over the factor pairs First..count-1 of monomial I of term(j, k).
 template <class F, std::size_t First, class Term>
 constexpr auto fold_factors(Term&& term) {
-  return [&]<std::size_t... P>(std::index_sequence<P...>) { return (... + term(F::pairs[P + First].j, F::pairs[P + First].k)); }
+  return [&]<std::size_t... P>(std::index_sequence<P...>) {
+    return (... + term(F::pairs[P + First].j, F::pairs[P + First].k));
+  }
   (std::make_index_sequence<F::count - First>{});
 }
 
@@ -176,9 +175,8 @@ constexpr Taylor<V, K, S> operator/(const Taylor<V, K, S>& a, const Taylor<V, K,
   Taylor<V, K, S> q;
   [&]<std::size_t... I>(std::index_sequence<I...>) {
     q.c[0] = a.c[0] * inverse_b0;
-    ((q.c[I + 1] = (a.c[I + 1] - detail::fold_factors<detail::Factors<V, K, I + 1>, 1>([&](auto j, auto k) {
-                      return b.c[j] * q.c[k];
-                    })) *
+    ((q.c[I + 1] = (a.c[I + 1] - detail::fold_factors<detail::Factors<V, K, I + 1>, 1>(
+                                     [&](auto j, auto k) { return b.c[j] * q.c[k]; })) *
                    inverse_b0),
      ...);
   }
@@ -203,26 +201,40 @@ template <class U, int V, int K, class S>
 inline constexpr bool is_scalar_of<U, Taylor<V, K, S>> = std::is_same_v<U, double> || std::is_same_v<U, S>;
 
 template <class T, class U>
-  requires is_scalar_of<U, T>
-constexpr T operator*(const T& a, const U& b) { return scaled(a, b); }
+requires is_scalar_of<U, T>
+constexpr T operator*(const T& a, const U& b) {
+  return scaled(a, b);
+}
 template <class T, class U>
-  requires is_scalar_of<U, T>
-constexpr T operator*(const U& b, const T& a) { return scaled(a, b); }
+requires is_scalar_of<U, T>
+constexpr T operator*(const U& b, const T& a) {
+  return scaled(a, b);
+}
 template <class T, class U>
-  requires is_scalar_of<U, T>
-constexpr T operator+(const T& a, const U& b) { return shifted(a, b); }
+requires is_scalar_of<U, T>
+constexpr T operator+(const T& a, const U& b) {
+  return shifted(a, b);
+}
 template <class T, class U>
-  requires is_scalar_of<U, T>
-constexpr T operator+(const U& b, const T& a) { return shifted(a, b); }
+requires is_scalar_of<U, T>
+constexpr T operator+(const U& b, const T& a) {
+  return shifted(a, b);
+}
 template <class T, class U>
-  requires is_scalar_of<U, T>
-constexpr T operator-(const T& a, const U& b) { return shifted(a, -b); }
+requires is_scalar_of<U, T>
+constexpr T operator-(const T& a, const U& b) {
+  return shifted(a, -b);
+}
 template <class T, class U>
-  requires is_scalar_of<U, T>
-constexpr T operator-(const U& b, const T& a) { return shifted(-a, b); }
+requires is_scalar_of<U, T>
+constexpr T operator-(const U& b, const T& a) {
+  return shifted(-a, b);
+}
 template <class T, class U>
-  requires is_scalar_of<U, T>
-constexpr T operator/(const T& a, const U& b) { return scaled(a, 1.0 / b); }
+requires is_scalar_of<U, T>
+constexpr T operator/(const T& a, const U& b) {
+  return scaled(a, 1.0 / b);
+}
 
 /// The reciprocal of `a`.
 constexpr double inverse(double a) {
@@ -234,18 +246,18 @@ constexpr Taylor<V, K, S> inverse(const Taylor<V, K, S>& a) {
   Taylor<V, K, S> r;
   [&]<std::size_t... I>(std::index_sequence<I...>) {
     r.c[0] = r0;
-    ((r.c[I + 1] = -(detail::fold_factors<detail::Factors<V, K, I + 1>, 1>([&](auto j, auto k) {
-                       return a.c[j] * r.c[k];
-                     }) *
-                     r0)),
+    ((r.c[I + 1] = -(
+          detail::fold_factors<detail::Factors<V, K, I + 1>, 1>([&](auto j, auto k) { return a.c[j] * r.c[k]; }) * r0)),
      ...);
   }
   (std::make_index_sequence<Taylor<V, K, S>::size - 1>{});
   return r;
 }
 template <int V, int K, class S, class U>
-  requires is_scalar_of<U, Taylor<V, K, S>>
-constexpr Taylor<V, K, S> operator/(const U& a, const Taylor<V, K, S>& b) { return inverse(b) * a; }
+requires is_scalar_of<U, Taylor<V, K, S>>
+constexpr Taylor<V, K, S> operator/(const U& a, const Taylor<V, K, S>& b) {
+  return inverse(b) * a;
+}
 
 namespace detail {
 
@@ -285,7 +297,8 @@ template <int V, int K, class S>
 Taylor<V, K, S> exp(const Taylor<V, K, S>& x) {
   return detail::recurrence<Taylor<V, K, S>>(exp(x.c[0]), [&](auto i, const auto& y) {
     using F = detail::Factors<V, K, i>;
-    return detail::fold_factors<F, 1>([&](auto j, auto k) { return x.c[j] * y.c[k] * (F::exponent(j) / F::exponent(i)); });
+    return detail::fold_factors<F, 1>(
+        [&](auto j, auto k) { return x.c[j] * y.c[k] * (F::exponent(j) / F::exponent(i)); });
   });
 }
 
@@ -295,8 +308,8 @@ Taylor<V, K, S> log_from(const Taylor<V, K, S>& x, const S& value) {
   const S inverse_x0 = inverse(x.c[0]);
   return detail::recurrence<Taylor<V, K, S>>(value, [&](auto i, const auto& y) {
     using F = detail::Factors<V, K, i>;
-    const auto sum = detail::fold_factors<F, 1>(
-        [&](auto j, auto k) { return x.c[j] * y.c[k] * (F::exponent(k) / F::exponent(i)); });
+    const auto sum =
+        detail::fold_factors<F, 1>([&](auto j, auto k) { return x.c[j] * y.c[k] * (F::exponent(k) / F::exponent(i)); });
     return (x.c[i] - sum) * inverse_x0;
   });
 }
@@ -366,6 +379,12 @@ constexpr Taylor<1, K> from_derivatives(D... d) {
   return r;
 }
 
+/// Order up to which a number carries derivatives, nested numbers included.
+template <class T>
+inline constexpr int total_order = 0;
+template <int V, int K, class S>
+inline constexpr int total_order<Taylor<V, K, S>> = K + total_order<S>;
+
 /// The plain value, without derivatives.
 constexpr double value(double a) {
   return a;
@@ -374,5 +393,37 @@ template <int V, int K, class S>
 constexpr double value(const Taylor<V, K, S>& a) {
   return value(a.c[0]);
 }
+
+/// Functions of one argument x whose scalar type S itself carries derivatives, as numbers of order K in the argument.
+/// They are evaluated over plain numbers of the summed order, `plain`, and their series shifted to x by `lift`: much
+/// cheaper than arithmetic over nested numbers.
+template <int K, class S>
+struct ShiftedSeries {
+  using Plain = Taylor<1, K + total_order<S>>;
+  Plain plain;  ///< the argument
+  S shift;      ///< x - value(x)
+
+  explicit ShiftedSeries(const S& x) : plain(variable<Plain>(value(x))), shift(x - value(x)) {}
+
+  [[nodiscard]] Taylor<1, K, S> lift(const Plain& series) const {
+    constexpr std::size_t inner = total_order<S>;
+    if constexpr (inner == 0) {
+      return series;
+    } else {
+      Taylor<1, K, S> r;
+      for (std::size_t l = 0; l <= K; ++l) {
+        S sum(0.0);
+        for (std::size_t j = inner + 1; j-- > 0;) {
+          double binomial = 1.0;  // l + j over j
+          for (std::size_t i = 1; i <= j; ++i)
+            binomial = binomial * static_cast<double>(l + i) / static_cast<double>(i);
+          sum = sum * shift + binomial * series.c[l + j];
+        }
+        r.c[l] = sum;
+      }
+      return r;
+    }
+  }
+};
 
 }  // namespace tessarel::numerics

@@ -61,7 +61,7 @@ Message calc_vspin_phase(double eta, double t, double& v) {
       eta = next;
     if (std::abs(step) < 1e-12 || std::abs(p.first) < 1e-9) break;
   }
-  v = fluid_module::avogadro_factor * state.zeta_rho[3] / eta;
+  v = fluid_module::avogadro_factor / (eta * state.rho_eta);
   return message;
 }
 

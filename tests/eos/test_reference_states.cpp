@@ -4,13 +4,13 @@
 #include <functional>
 #include <map>
 
+#include "common/reference_fluids.hpp"
 #include "eos/caloric.hpp"
 #include "eos/composition.hpp"
 #include "eos/compressibility.hpp"
 #include "eos/fugacity.hpp"
 #include "eos/helmholtz.hpp"
 #include "eos/pressure.hpp"
-#include "common/reference_fluids.hpp"
 
 namespace tessarel::testing {
 namespace {
@@ -128,9 +128,15 @@ const std::map<std::string, Quantity>& quantities() {
       {"calc_dlnphi_dp_rho", {array(calc_dlnphi_dp_rho, 1)}},
       {"calc_dlnphi_drho_t", {array(calc_dlnphi_drho_t, 1)}},
       {"calc_dlnphi_dx_rho", {array(calc_dlnphi_dx_rho, 2)}},
-      {"calc_dlnphi_dt", {at_pressure([](auto& dt, auto&, auto&, auto&) -> auto& { return dt; }, 1)}},
-      {"calc_dlnphi_dx", {at_pressure([](auto&, auto&, auto& dx, auto&) -> auto& { return dx; }, 2)}},
-      {"calc_dlnphi_dn", {at_pressure([](auto&, auto&, auto&, auto& dn) -> auto& { return dn; }, 2)}},
+      {"calc_dlnphi_dt",
+       {at_pressure(
+           [](auto& dt, auto&, auto&, auto&) -> auto& { return dt; }, 1)}},
+      {"calc_dlnphi_dx",
+       {at_pressure(
+           [](auto&, auto&, auto& dx, auto&) -> auto& { return dx; }, 2)}},
+      {"calc_dlnphi_dn",
+       {at_pressure(
+           [](auto&, auto&, auto&, auto& dn) -> auto& { return dn; }, 2)}},
   };
   return table;
 }

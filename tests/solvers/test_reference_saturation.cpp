@@ -5,8 +5,8 @@
 
 #include "common/reference_fluids.hpp"
 #include "envelope/critical_point.hpp"
-#include "eos/fugacity.hpp"
 #include "eos/caloric.hpp"
+#include "eos/fugacity.hpp"
 #include "solvers/psat_tsat.hpp"
 
 namespace tessarel::testing {

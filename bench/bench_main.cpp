@@ -1,0 +1,291 @@
+// Cost of the calls, to be read as ratios within one run: `plain a` at four components is the unit
+// (plain_helmholtz.hpp). tools/bench_report.py prints the table of docs/performance.md from the JSON output.
+#include <benchmark/benchmark.h>
+
+#include <string>
+#include <vector>
+
+#include "envelope/critical_point.hpp"
+#include "eos/caloric.hpp"
+#include "eos/compressibility.hpp"
+#include "eos/density.hpp"
+#include "eos/fugacity.hpp"
+#include "eos/helmholtz.hpp"
+#include "eos/pressure.hpp"
+#include "fluid/fluid_module.hpp"
+#include "plain_helmholtz.hpp"
+#include "solvers/psat_tsat.hpp"
+#include "tessarel/tessarel.h"
+
+namespace tessarel::bench {
+namespace {
+
+using fluid_module::record;
+using State = ::benchmark::State;
+
+const std::vector<std::string> hydrocarbons = {"methane",    "ethane",      "propane",      "n-butane",    "n-pentane",
+                                               "n-hexane",   "n-heptane",   "n-octane",     "n-nonane",    "n-decane",
+                                               "isobutane",  "isopentane",  "cyclopentane", "cyclohexane", "n-undecane",
+                                               "n-dodecane", "ethylene np", "propylene",    "toluene",     "argon"};
+
+void select(const std::vector<std::string>& names, const std::vector<double>& x) {
+  std::string field;
+  for (std::string name : names) {
+    name.resize(32, ' ');
+    field += name;
+  }
+  const auto n = static_cast<std::int32_t>(names.size());
+  std::string err(80, ' ');
+  tessarel_setfluid(&n, field.data(), x.data(), err.data(), 32, err.size());
+  if (err.compare(0, 9, "No errors") != 0) throw std::runtime_error(err);
+}
+
+/// The mixtures of the tables: the first n hydrocarbons; 0.4/0.3/0.2/0.1 for four, equal fractions otherwise.
+std::vector<double> select_hydrocarbons(int n) {
+  const auto size = static_cast<std::size_t>(n);
+  std::vector<double> x(size, 1.0 / n);
+  if (n == 4) x = {0.4, 0.3, 0.2, 0.1};
+  select({hydrocarbons.begin(), hydrocarbons.begin() + n}, x);
+  return x;
+}
+
+constexpr double liquid_t = 250, liquid_p = 1e7, vapour_t = 300, vapour_p = 1e6;
+constexpr double small_step = 1e-9;  // the input changes with every call, so that nothing can be hoisted
+
+PlainFluid plain_fluid() {
+  PlainFluid f;
+  for (std::size_t i = 0; i < static_cast<std::size_t>(record.n); ++i) {
+    f.m.push_back(record.mseg[i]);
+    f.sigma.push_back(record.sigma[i]);
+    f.epsilon.push_back(record.epsil[i]);
+  }
+  return f;
+}
+
+void plain(State& state) {
+  const auto x = select_hydrocarbons(static_cast<int>(state.range(0)));
+  const auto fluid = plain_fluid();
+  double t = liquid_t;
+  for (auto _ : state) benchmark::DoNotOptimize(plain_a(fluid, x, t += small_step, 0.01));
+}
+BENCHMARK(plain)->Name("plain a")->Arg(4)->Arg(20);
+
+/// Registers `call(n, x, t)` at a density of 0.01 for the hydrocarbons.
+template <class Call>
+void stack(const std::string& name, Call call, std::initializer_list<int> counts) {
+  for (const int n : counts) {
+    benchmark::RegisterBenchmark((name + "/" + std::to_string(n)).c_str(), [n, call](State& state) {
+      const auto x = select_hydrocarbons(n);
+      double t = liquid_t;
+      for (auto _ : state) call(n, x.data(), t += small_step);
+    });
+  }
+}
+
+template <class F>
+auto scalar(F f) {
+  return [f](int n, const double* x, double t) { benchmark::DoNotOptimize(f(n, x, t, 0.01)); };
+}
+template <class F>
+auto mixture_z(F f) {
+  return [f](int n, const double* x, double t) { benchmark::DoNotOptimize(f(n, x, 0, t, 0.01)); };
+}
+template <class F>
+auto array(F f) {
+  return [f](int n, const double* x, double t) {
+    static double out[8000];
+    f(n, x, t, 0.01, out);
+    benchmark::DoNotOptimize(out[0]);
+  };
+}
+
+void register_stack() {
+  using namespace calc_a_module;
+  using namespace calc_z_module;
+  using namespace calc_p_module;
+  const auto all = {1, 2, 4, 10, 20};
+  const auto two = {4, 20};
+  stack("calc_a", scalar(calc_a), all);
+  stack("calc_z", mixture_z(calc_z), all);
+  stack("calc_da_dt", scalar(calc_da_dt), two);
+  stack("calc_d2a_dt2", scalar(calc_d2a_dt2), two);
+  stack("calc_d3a_dt3", scalar(calc_d3a_dt3), two);
+  stack("calc_da_drho", scalar(calc_da_drho), two);
+  stack("calc_d2a_drho2", scalar(calc_d2a_drho2), two);
+  stack("calc_d3a_drho3", scalar(calc_d3a_drho3), two);
+  stack("calc_d4a_drho4", scalar(calc_d4a_drho4), two);
+  stack("calc_da_dx", array(calc_da_dx), two);
+  stack("calc_d2a_dxdx", array(calc_d2a_dxdx), two);
+  stack("calc_d3a_dxdxdx", array(calc_d3a_dxdxdx), two);
+  stack("calc_d2a_dtdx", array(calc_d2a_dtdx), two);
+  stack("calc_d2a_drhodx", array(calc_d2a_drhodx), two);
+  stack("calc_da_dn", array(calc_da_dn), two);
+  stack("calc_d2a_dndn", array(calc_d2a_dndn), two);
+  stack("calc_d3a_dndndn", array(calc_d3a_dndndn), two);
+  stack("calc_dz_dt", scalar(calc_dz_dt), two);
+  stack("calc_d2z_dt2", scalar(calc_d2z_dt2), two);
+  stack("calc_dz_drho", mixture_z(calc_dz_drho), two);
+  stack("calc_d2z_drho2", mixture_z(calc_d2z_drho2), two);
+  stack("calc_d3z_drho3", mixture_z(calc_d3z_drho3), two);
+  stack("calc_d2z_dtdrho", scalar(calc_d2z_dtdrho), two);
+  stack("calc_dz_dx", array(calc_dz_dx), two);
+  stack("calc_d2z_dxdx", array(calc_d2z_dxdx), two);
+  stack("calc_dz_dn", array(calc_dz_dn), two);
+  stack("calc_d2z_dndn", array(calc_d2z_dndn), two);
+  stack("calc_dp_drho", scalar(calc_dp_drho), two);
+  stack("calc_d2p_dndn", array(calc_d2p_dndn), two);
+  stack("calc_cv", scalar(calc_hsu_module::calc_cv), two);
+}
+
+void eta_pass(State& state) {
+  const auto x = select_hydrocarbons(static_cast<int>(state.range(0)));
+  const Arena::Frame frame(eos::arena);
+  eos::MixtureState<double> prepared;
+  eos::prepare(prepared, record.n, x.data(), 0, liquid_t);
+  double eta = 0.4;
+  for (auto _ : state) benchmark::DoNotOptimize(eos::p_eta12(prepared, eta += 1e-12));
+}
+BENCHMARK(eta_pass)->Name("calc_p_eta12 pass")->Arg(1)->Arg(4)->Arg(20);
+
+void density(State& state) {
+  select_hydrocarbons(static_cast<int>(state.range(0)));
+  const bool liquid = state.range(1) == 1;
+  double t = liquid ? liquid_t : vapour_t, v = 0;
+  for (auto _ : state) {
+    calc_vrho_module::calc_v(t += small_step, liquid ? liquid_p : vapour_p, liquid ? 1 : 2, v);
+    benchmark::DoNotOptimize(v);
+  }
+}
+BENCHMARK(density)->Name("calc_v")->ArgsProduct({{1, 2, 4, 10, 20}, {1, 2}});
+
+void caloric(State& state) {
+  select_hydrocarbons(static_cast<int>(state.range(0)));
+  double t = liquid_t, v = 0, h = 0, s = 0, u = 0;
+  calc_vrho_module::calc_v(t, liquid_p, 1, v);
+  for (auto _ : state) {
+    calc_hsu_module::calc_hsu(t += small_step, liquid_p, v, h, s, u);
+    benchmark::DoNotOptimize(h + s + u);
+  }
+}
+BENCHMARK(caloric)->Name("calc_hsu")->Arg(1)->Arg(2)->Arg(4)->Arg(10)->Arg(20);
+
+struct FugacityCase {
+  std::string name;
+  std::vector<std::string> fluids;  ///< empty: the first `n` hydrocarbons
+  int n;
+  double t, p;
+  int phase;
+};
+
+void register_fugacity() {
+  const std::vector<FugacityCase> cases = {
+      {"hydrocarbons 2 vapour", {}, 2, vapour_t, vapour_p, 2},
+      {"hydrocarbons 4 vapour", {}, 4, vapour_t, vapour_p, 2},
+      {"hydrocarbons 10 vapour", {}, 10, vapour_t, vapour_p, 2},
+      {"hydrocarbons 20 vapour", {}, 20, vapour_t, vapour_p, 2},
+      {"hydrocarbons 4 liquid", {}, 4, liquid_t, liquid_p, 1},
+      {"water methanol liquid", {"water", "methanol"}, 2, 300, 1e6, 1},
+      {"water methanol vapour", {"water", "methanol"}, 2, 400, 1e5, 2},
+      {"acetone dimethyl ether liquid", {"acetone", "dimethyl ether"}, 2, 300, 1e6, 1},
+  };
+  for (const auto& c : cases) {
+    const auto prepare = [c] {
+      if (c.fluids.empty()) return select_hydrocarbons(c.n);
+      std::vector<double> x(c.fluids.size(), 1.0 / static_cast<double>(c.fluids.size()));
+      select(c.fluids, x);
+      return x;
+    };
+    benchmark::RegisterBenchmark(("calc_lnphi/" + c.name).c_str(), [c, prepare](State& state) {
+      const auto x = prepare();
+      double t = c.t, lnphi[20];
+      for (auto _ : state) {
+        fugacity::calc_lnphi(c.n, x.data(), t += small_step, c.p, c.phase, lnphi);
+        benchmark::DoNotOptimize(lnphi[0]);
+      }
+    });
+    benchmark::RegisterBenchmark(("calc_lnphi_n/" + c.name).c_str(), [c, prepare](State& state) {
+      const auto x = prepare();
+      double t = c.t, lnphi[20], dn[400];
+      for (auto _ : state) {
+        fugacity::calc_lnphi_n(c.n, x.data(), t += small_step, c.p, c.phase, lnphi, dn);
+        benchmark::DoNotOptimize(dn[0]);
+      }
+    });
+    benchmark::RegisterBenchmark(("calc_lnphi_tpn/" + c.name).c_str(), [c, prepare](State& state) {
+      const auto x = prepare();
+      double t = c.t, lnphi[20], dt[20], dp[20], dn[400];
+      for (auto _ : state) {
+        fugacity::calc_lnphi_tpn(c.n, x.data(), t += small_step, c.p, c.phase, lnphi, dt, dp, dn);
+        benchmark::DoNotOptimize(dn[0]);
+      }
+    });
+  }
+}
+
+void property_call(State& state) {
+  select_hydrocarbons(static_cast<int>(state.range(0)));
+  const std::int32_t order = 1;
+  double x[20], y[20], lnphi[20], cv, dpdt, dpdv, d2pdt2, d2pdv2, d2pdtdv, dcvdt, v, u, h, s, q;
+  char err[80];
+  double start = liquid_t;
+  for (auto _ : state) {
+    double t = start += small_step, p = liquid_p;
+    tessarel_tmdprop("TP Lph", &order, &t, &p, &v, &u, &h, &s, &q, &cv, &dpdt, &dpdv, &d2pdt2, &d2pdv2, &d2pdtdv,
+                     &dcvdt, x, y, lnphi, err, 6, sizeof err);
+    benchmark::DoNotOptimize(h);
+  }
+}
+BENCHMARK(property_call)->Name("tessarel_tmdprop TP Lph, order 1")->Arg(1)->Arg(2)->Arg(4)->Arg(10)->Arg(20);
+
+void selection(State& state) {
+  const int n = static_cast<int>(state.range(0));
+  const bool repeated = state.range(1) == 1;
+  const std::vector<double> x = select_hydrocarbons(n);
+  const std::vector<std::string> names{hydrocarbons.begin(), hydrocarbons.begin() + n};
+  std::vector<std::string> others = names;
+  others[0] = "nitrogen";
+  for (auto _ : state) {
+    if (!repeated) {
+      state.PauseTiming();
+      select(others, x);
+      state.ResumeTiming();
+    }
+    select(names, x);
+  }
+}
+BENCHMARK(selection)->Name("tessarel_setfluid, new(0) or repeated(1)")->ArgsProduct({{1, 2, 4, 10, 20}, {0, 1}});
+
+void saturation(State& state, const std::string& fluid, double fraction) {
+  select({fluid}, {1.0});
+  critical_point_module::critpoint();
+  double t = fraction < 1 ? fraction * record.tc : fraction, psat = 0;
+  for (auto _ : state) {
+    calc_psat_tsat::calc_psat(t += small_step, psat);
+    benchmark::DoNotOptimize(psat);
+  }
+}
+
+void register_saturation() {
+  for (const auto* fluid : {"propane", "methanol"})
+    for (const double fraction : {0.5, 0.7, 0.9})
+      benchmark::RegisterBenchmark(
+          (std::string("calc_psat/") + fluid + " at " + std::to_string(fraction).substr(0, 3) + " tc").c_str(),
+          [fluid, fraction](State& state) { saturation(state, fluid, fraction); });
+  benchmark::RegisterBenchmark("calc_psat/propane at 300 K", [](State& state) { saturation(state, "propane", 300); });
+  benchmark::RegisterBenchmark("critpoint/propane", [](State& state) {
+    select({"propane"}, {1.0});
+    for (auto _ : state) critical_point_module::critpoint();
+  });
+}
+
+}  // namespace
+}  // namespace tessarel::bench
+
+int main(int argc, char** argv) {
+  tessarel::bench::register_stack();
+  tessarel::bench::register_fugacity();
+  tessarel::bench::register_saturation();
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
+}
