@@ -58,11 +58,11 @@ extern "C" {
  * call too, so a failed selection must not be repeated with the same names: that would report "No errors" on what is
  * left in memory. Select another fluid first.
  */
-TESSAREL_API void tessarel_setfluid(const int32_t *nf, const char *names, const double *z, char *err, size_t names_len,
+TESSAREL_API void tessarel_setfluid(const int32_t* nf, const char* names, const double* z, char* err, size_t names_len,
                                     size_t err_len);
 
 /* version: 4 integers, always 2, 5, 1, 20. Needs no fluid. A null pointer is tolerated. */
-TESSAREL_API void tessarel_getversion(int32_t *version);
+TESSAREL_API void tessarel_getversion(int32_t* version);
 
 /* Data of the selected fluid and its n components.
  *
@@ -78,9 +78,9 @@ TESSAREL_API void tessarel_getversion(int32_t *version);
  * With no fluid selected the five scalars are -8888.8 and no array is written. Null outputs are skipped; with a null z
  * molmass is -8888.8.
  */
-TESSAREL_API void tessarel_fluidinfo(const double *z, double *molmass, double *tc, double *pc, double *tmin,
-                                     double *tmax, double *molmass_i, double *tc_i, double *pc_i, double *tmin_i,
-                                     double *tmax_i);
+TESSAREL_API void tessarel_fluidinfo(const double* z, double* molmass, double* tc, double* pc, double* tmin,
+                                     double* tmax, double* molmass_i, double* tc_i, double* pc_i, double* tmin_i,
+                                     double* tmax_i);
 
 /* Returns a parameter of the first component, as stored.
  *
@@ -89,7 +89,7 @@ TESSAREL_API void tessarel_fluidinfo(const double *z, double *molmass, double *t
  *   err   out  "No errors", or with the result -8888.8 "TESSAREL parameter <name> not available..." or
  *              "TESSAREL error: no fluid selected..."
  */
-TESSAREL_API double tessarel_fluidparameter(const char *name, char *err, size_t name_len, size_t err_len);
+TESSAREL_API double tessarel_fluidparameter(const char* name, char* err, size_t name_len, size_t err_len);
 
 /* Load check: writes one line to the standard output. */
 TESSAREL_API void tessarel_sub(void);
@@ -146,10 +146,10 @@ TESSAREL_API void tessarel_sub(void);
  *   "TESSAREL error: input values must be finite numbers, temperature and volume positive..."
  *   "TESSAREL error: no finite state found for the input values..."
  */
-TESSAREL_API void tessarel_tmdprop(const char *spec, const int32_t *order, double *t, double *p, double *v, double *u,
-                                   double *h, double *s, double *q, double *cv, double *dpdt, double *dpdv,
-                                   double *d2pdt2, double *d2pdv2, double *d2pdtdv, double *dcvdt, double *x, double *y,
-                                   double *lnphi, char *err, size_t spec_len, size_t err_len);
+TESSAREL_API void tessarel_tmdprop(const char* spec, const int32_t* order, double* t, double* p, double* v, double* u,
+                                   double* h, double* s, double* q, double* cv, double* dpdt, double* dpdv,
+                                   double* d2pdt2, double* d2pdv2, double* d2pdtdv, double* dcvdt, double* x, double* y,
+                                   double* lnphi, char* err, size_t spec_len, size_t err_len);
 
 #ifdef __cplusplus
 }
