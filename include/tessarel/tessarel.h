@@ -151,6 +151,22 @@ TESSAREL_API void tessarel_tmdprop(const char* spec, const int32_t* order, doubl
                                    double* d2pdt2, double* d2pdv2, double* d2pdtdv, double* dcvdt, double* x, double* y,
                                    double* lnphi, char* err, size_t spec_len, size_t err_len);
 
+/*
+ * tessarel_capeopenderiv: composition derivatives of a homogeneous phase at a given state, for process simulators. The
+ * composition is that of the selection; nothing is solved and no unit is changed, so all values are molar.
+ *
+ *   t, p, v  in   K, Pa, m3/mol: a state that belongs together, from an earlier call
+ *   dv, dh, ds, dg  out  2 + 2n values each: elements 3 to n+2 the derivatives by the mole fractions at constant T and
+ *                   P, the other fractions held; elements n+3 to 2n+2 those by mole numbers at one mole, the projection
+ *                   of the former. Elements 1 and 2, the places of the T and P derivatives, are left alone. The
+ *                   entropy is without the term of ideal mixing, -R (ln x(i) + 1).
+ *   dlnphi   out  n x (2n+2) values, first index fastest: columns by T [1/K], by P [1/Pa], by the n fractions, by the n
+ *                 mole numbers
+ *   err      out  "No errors"; or the texts for null pointers and for no fluid selected, and nothing else is written
+ */
+TESSAREL_API void tessarel_capeopenderiv(const double *t, const double *p, const double *v, double *dv, double *dh,
+                                         double *ds, double *dg, double *dlnphi, char *err, size_t err_len);
+
 #ifdef __cplusplus
 }
 #endif
