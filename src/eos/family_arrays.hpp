@@ -1,0 +1,346 @@
+// Families whose inputs are arrays with derivatives of their own: moments of the diameter, pair diameters, energies and
+// dispersion sums, association strengths, polar integrals and sums. Derivatives by rho are plain here, not scaled.
+#pragma once
+
+#include <algorithm>
+#include <functional>
+
+#include "eos/association.hpp"
+#include "eos/family_moments.hpp"
+#include "eos/polar_tables.hpp"
+
+namespace tessarel::families {
+
+/// Evaluates a member, once for each combination of components without regard to order. Returns the status.
+template <class Family, char... V>
+int evaluate_arrays(const Scope& scope, const double* const* in, double* const* out) {
+  using S = Slots<V...>;
+  constexpr int order = S::orders.x;
+  // A derivative by composition is that of the mixture.
+  const bool of_mixture = order > 0 && Family::fractions;
+  Arguments<Family, V...> args({scope.n, of_mixture ? 0 : scope.ipure, scope.power}, in);
+  int status = 0;
+  for (std::size_t flat = 0; flat < power_of(scope.n, order); ++flat) {
+    std::size_t stride = 1, same = 0;
+    for (std::size_t slot = at(S::plain), rest = flat; slot < at(S::count); ++slot, rest /= at(scope.n))
+      args.p[slot] = static_cast<int>(rest % at(scope.n));
+    // The same components in falling order come earlier in the array: there the work has been done.
+    std::sort(args.p.begin() + S::plain, args.p.begin() + S::count, std::greater<>());
+    for (std::size_t slot = at(S::plain); slot < at(S::count); ++slot, stride *= at(scope.n))
+      same += at(args.p[slot]) * stride;
+    for (std::size_t output = 0; output < Family::outputs; ++output) {
+      const std::size_t size = Family::output(output).size(scope.n);
+      double* to = out[output] + flat * size;
+      if (same != flat)
+        std::copy_n(out[output] + same * size, size, to);
+      else if (Family::clears)
+        std::fill_n(to, size, 0.0);
+    }
+    if (same != flat) continue;
+    const auto emit = [&](std::size_t output, std::size_t k, const auto& value) {
+      out[output][k + flat * Family::output(output).size(scope.n)] = top(value);
+    };
+    status |= Family::eval(args, emit);
+  }
+  return status;
+}
+
+/// What most families share: one output, no status, all entries written.
+struct ArrayFamily {
+  static constexpr std::size_t outputs = 1;
+  static constexpr bool clears = false;     ///< entries that no component has are 0
+  static constexpr bool fractions = false;  ///< the first input is the composition
+};
+
+/// x_i, or 1 for a component alone; in a derivative by x the fractions always count.
+template <class F, char... V>
+Dual<Slots<V...>::count> fraction(const Arguments<F, V...>& a, int i) {
+  constexpr int l = Slots<V...>::count;
+  if (Slots<V...>::orders.x == 0 && a.single()) return Dual<l>(1.0);
+  return a.template variable<l>(a.value(0, at(i)), 'x', i);
+}
+
+struct dij : ArrayFamily {
+  static constexpr std::array inputs{Input{1, 1, {3, 0, 0}}};  // d
+  static constexpr Input output(std::size_t) { return {2}; }
+
+  template <char... V>
+  static int eval(const Arguments<dij, V...>& a, const auto& emit) {
+    constexpr int l = Slots<V...>::count;
+    const auto n = at(a.scope.n);
+    for (std::size_t i = 0; i < n; ++i) {
+      for (std::size_t j = 0; j < n; ++j) {
+        const Dual<l> di = a.template number<l>(0, i), dj = a.template number<l>(0, j);
+        emit(0, i + n * j, i == j ? Dual<l>(di * 0.5) : Dual<l>(di * dj / (di + dj)));
+      }
+    }
+    return 0;
+  }
+};
+
+struct zeta : ArrayFamily {
+  static constexpr bool fractions = true;
+  static constexpr std::array inputs{Input{1}, Input{}, Input{1, 1, {3, 0, 0}}};  // x, rho, d
+  static constexpr Input output(std::size_t) { return {}; }
+
+  template <char... V>
+  static int eval(const Arguments<zeta, V...>& a, const auto& emit) {
+    constexpr int l = Slots<V...>::count;
+    Dual<l> sum(0.0);
+    for (int i = a.first(); i < a.last(); ++i) {
+      Dual<l> power(record.mseg[at(i)]);
+      for (int k = 0; k < a.scope.power; ++k) power = power * a.template number<l>(2, at(i));
+      sum = sum + power * fraction(a, i);
+    }
+    emit(0, 0, Dual<l>(sum * (fluid_module::pi_6 * a.value(1))));
+    return 0;
+  }
+};
+
+/// The energies eps and eps_ij; of a component alone only its diagonal entry.
+struct sigeps : ArrayFamily {
+  static constexpr std::size_t outputs = 2;
+  static constexpr std::array inputs{Input{}};  // t
+  static constexpr Input output(std::size_t k) { return {k == 0 ? 1 : 2}; }
+
+  template <char... V>
+  static int eval(const Arguments<sigeps, V...>& a, const auto& emit) {
+    constexpr int l = Slots<V...>::count;
+    const auto t = a.template variable<l>(a.value(0), 't');
+    const auto inverse_t = numerics::inverse(t);
+    for (int i = a.first(); i < a.last(); ++i) {
+      emit(0, at(i), Dual<l>(eos::energy_ratio(at(i), inverse_t) * record.epsil[at(i)]));
+      for (int j = a.first(); j < a.last(); ++j)
+        emit(1, at(i + a.scope.n * j), eos::pair_energy(at(i), at(j), t, inverse_t));
+    }
+    return 0;
+  }
+};
+
+/// The dispersion sums m2es3 and m2e2s3.
+struct pertterm : ArrayFamily {
+  static constexpr bool fractions = true;
+  static constexpr std::size_t outputs = 2;
+  static constexpr std::array inputs{Input{1}, Input{}, Input{2}, Input{2, 1, {3, 0, 0}}};  // x, t, sig_ij, eps_ij
+  static constexpr Input output(std::size_t) { return {}; }
+
+  template <char... V>
+  static int eval(const Arguments<pertterm, V...>& a, const auto& emit) {
+    constexpr int l = Slots<V...>::count;
+    const auto inverse_t = numerics::inverse(a.template variable<l>(a.value(1), 't'));
+    Dual<l> first(0.0), second(0.0);
+    for (int i = a.first(); i < a.last(); ++i) {
+      for (int j = a.first(); j < a.last(); ++j) {
+        const auto ij = at(i + a.scope.n * j);
+        const auto energy = a.template number<l>(3, ij) * inverse_t;
+        const auto term = fraction(a, i) * fraction(a, j) * energy *
+                          (record.mseg[at(i)] * record.mseg[at(j)] * numerics::cube(a.value(2, ij)));
+        first = first + term;
+        second = second + term * energy;
+      }
+    }
+    emit(0, 0, first);
+    emit(1, 0, second);
+    return 0;
+  }
+};
+
+/// Association strengths g sigma^3 kap_hb (exp(eps_hb / t) - 1), [i + n (k + n (a + 5 b))].
+struct deltaab : ArrayFamily {
+  static constexpr bool clears = true;
+  static constexpr std::array inputs{Input{}, Input{2}, Input{2, 1, {3, 4, 3}}};  // t, sig_ij, gij
+  static constexpr Input output(std::size_t) { return {2, 25}; }
+
+  template <char... V>
+  static int eval(const Arguments<deltaab, V...>& a, const auto& emit) {
+    constexpr int l = Slots<V...>::count;
+    const auto inverse_t = numerics::inverse(a.template variable<l>(a.value(0), 't'));
+    const auto n = at(a.scope.n);
+    for (auto i = at(a.first()); i < at(a.last()); ++i) {
+      for (auto k = at(a.first()); k < at(a.last()); ++k) {
+        const auto g = a.template number<l>(2, record.is_simp ? 0 : i + n * k);
+        const double volume = numerics::cube(a.value(1, i + n * k)) * record.kap_hb[i][k];
+        for (std::size_t s = 0; s < at(record.nhb_typ[i]); ++s)
+          for (std::size_t r = 0; r < at(record.nhb_typ[k]); ++r)
+            emit(0, i + n * (k + n * (s + 5 * r)),
+                 Dual<l>((numerics::exp(inverse_t * record.eps_hb[i][k][s][r]) - 1.0) * volume * g));
+      }
+    }
+    return 0;
+  }
+};
+
+/// Fractions of unbonded sites X = 1 / (1 + rho sum x n X delta), [i + n a]; 1 where there is no site. A derivative
+/// solves the differentiated equation with the lower derivatives given, by the damped iteration of the values.
+struct xnhb : ArrayFamily {
+  static constexpr bool fractions = true;
+  static constexpr bool clears = true;
+  static constexpr std::array inputs{Input{1}, Input{}, Input{2, 25, {3, 4, 3}},
+                                     Input{1, 5, {3, 4, 3}, true}};  // x, rho, deltaab, xnhb
+  static constexpr Input output(std::size_t) { return {1, 5}; }
+
+  template <char... V>
+  static int eval(const Arguments<xnhb, V...>& a, const auto& emit) {
+    constexpr int l = Slots<V...>::count;
+    using D = Dual<l>;
+    const auto n = at(a.scope.n);
+    const Arena::Frame frame(eos::arena);
+    const auto take = [](auto kind, std::size_t size) { return eos::arena.take<decltype(kind)>(size); };
+    const std::size_t capacity = n * 5;
+    auto* site = take(std::size_t{}, capacity);  // i + n a
+    std::size_t count = 0;
+    for (auto i = at(a.first()); i < at(a.last()); ++i)
+      for (std::size_t s = 0; s < at(record.nhb_typ[i]); ++s) site[count++] = i + n * s;
+    auto* types = take(1.0, count);
+    auto* bond = take(1.0, count * count);
+    auto* x = take(1.0, count);
+    auto* driving = take(1.0, count);
+    auto* solution = take(1.0, count);
+    auto* fractions = take(D{}, count);
+    std::fill_n(types, count, 1.0);
+    if constexpr (l > 0)
+      for (std::size_t k = 0; k < count; ++k) fractions[k] = a.template number<l>(3, site[k]);
+    const D rho = a.template variable<l>(a.value(1), 'r');
+    for (std::size_t k = 0; k < count; ++k) {
+      D sum(1.0);
+      for (std::size_t m = 0; m < count; ++m) {
+        const std::size_t from = site[m] % n, to = site[k] % n, s = site[m] / n, r = site[k] / n;
+        const D b = rho * fraction(a, static_cast<int>(from)) *
+                    a.template number<l>(2, from + n * (to + n * (s + 5 * r))) *
+                    static_cast<double>(record.nhb_no[from][s]);
+        bond[k * count + m] = numerics::value(b);
+        if constexpr (l > 0) sum = sum + b * fractions[m];
+      }
+      if constexpr (l > 0) {
+        x[k] = numerics::value(fractions[k]);
+        driving[k] = -x[k] * top(D(sum * fractions[k]));
+      }
+    }
+    const auto sites = static_cast<int>(count);
+    const double tolerance = eos::site_tolerance(a.value(1));
+    int status = 0;
+    if constexpr (l > 0) {
+      status = eos::solve_unbonded_order(sites, types, bond, tolerance, x, driving, solution);
+    } else {
+      for (std::size_t k = 0; k < capacity; ++k) emit(0, k, 1.0);
+      status = eos::solve_unbonded(sites, types, bond, tolerance, solution);
+    }
+    for (std::size_t k = 0; k < count; ++k) emit(0, site[k], solution[k]);
+    return status;
+  }
+};
+
+/// The polar types in force, from 0, and their tables.
+struct PolarType {
+  const eos::PairConstants &a, &b;
+  const eos::TripletConstants& c;
+};
+inline PolarType polar_type(int type) {
+  const auto& p = eos::polar;
+  if (type == 0) return {p.dd_a, p.dd_b, p.dd_c};
+  if (type == 1) return {p.qq_a, p.qq_b, p.qq_c};
+  return {p.dq_a, p.dq_b, p.dq_c};
+}
+
+/// Polar integrals j2 [type + 3 (i + n j)] and j3 [type + 3 (i + n (j + n l))].
+struct j2j3 : ArrayFamily {
+  static constexpr std::size_t outputs = 2;
+  static constexpr bool clears = true;
+  static constexpr std::array inputs{Input{}, Input{0, 1, {3, 1, 1}}, Input{1, 1, {3, 0, 0}}};  // t, eta, eps
+  static constexpr Input output(std::size_t k) { return {k == 0 ? 2 : 3, 3}; }
+
+  template <char... V>
+  static int eval(const Arguments<j2j3, V...>& args, const auto& emit) {
+    constexpr int l = Slots<V...>::count;
+    using D = Dual<l>;
+    const auto n = at(args.scope.n);
+    const D inverse_t = numerics::inverse(args.template variable<l>(args.value(0), 't'));
+    const D eta = args.template number<l>(1, 0);
+    for (int type = eos::tables.first_type; type <= eos::tables.last_type; ++type) {
+      const auto& [a, b, c] = polar_type(type);
+      for (std::size_t i = 0; i < n; ++i) {
+        for (std::size_t j = 0; j < n; ++j) {
+          const D ei = args.template number<l>(2, i), ej = args.template number<l>(2, j);
+          const D h = numerics::sqrt(D(ei * ej)) * inverse_t;
+          std::array<D, 5> powers;
+          for (std::size_t k = 0; k < 5; ++k) powers[k] = h * b[i][j][k] + a[i][j][k];
+          emit(0, at(type) + 3 * (i + n * j), eos::polar_polynomial(powers, eta));
+          for (std::size_t m = 0; m < n; ++m)
+            emit(1, at(type) + 3 * (i + n * (j + n * m)), eos::polar_polynomial(c[i][j][m], eta));
+        }
+      }
+    }
+    return 0;
+  }
+};
+
+/// Second- and third-order polar terms, by interaction type.
+struct a2a3 : ArrayFamily {
+  static constexpr bool fractions = true;
+  static constexpr std::size_t outputs = 2;
+  static constexpr bool clears = true;
+  static constexpr std::array inputs{Input{1}, Input{}, Input{}, Input{2, 3, {3, 4, 3}},
+                                     Input{3, 3, {3, 4, 3}}};  // x, t, rho, j2, j3
+  static constexpr Input output(std::size_t) { return {0, 3}; }
+
+  template <char... V>
+  static int eval(const Arguments<a2a3, V...>& a, const auto& emit) {
+    constexpr int l = Slots<V...>::count;
+    using D = Dual<l>;
+    const auto n = at(a.scope.n);
+    const D inverse_t = numerics::inverse(a.template variable<l>(a.value(1), 't'));
+    const D rho = a.template variable<l>(a.value(2), 'r');
+    for (int type = eos::tables.first_type; type <= eos::tables.last_type; ++type) {
+      const auto t = at(type);
+      D sum2(0.0), sum3(0.0);
+      for (int i = a.first(); i < a.last(); ++i) {
+        for (int j = a.first(); j < a.last(); ++j) {
+          const D xx = fraction(a, i) * fraction(a, j);
+          const auto ui = at(i), uj = at(j);
+          if (const double factor = eos::polar.gamma2[t][uj][ui]; factor != 0)
+            sum2 = sum2 + xx * a.template number<l>(3, t + 3 * (ui + n * uj)) * factor;
+          for (int k = a.first(); k < a.last(); ++k)
+            if (const double factor = eos::polar.gamma3[t][at(k)][uj][ui]; factor != 0)
+              sum3 = sum3 + xx * fraction(a, k) * a.template number<l>(4, t + 3 * (ui + n * (uj + n * at(k)))) * factor;
+        }
+      }
+      emit(0, t, D(sum2 * rho * inverse_t * inverse_t * eos::second_order_factor));
+      emit(1, t, D(sum3 * rho * rho * inverse_t * inverse_t * inverse_t * eos::third_order_factor));
+    }
+    return 0;
+  }
+};
+
+/// Evaluates a member of any family, with its arguments and outputs in order. Returns the status of its iteration.
+template <class Family, char... V>
+int evaluate(const Scope& scope, const double* const* in, double* const* out) {
+  if constexpr (requires { Family::moments; }) {
+    evaluate_moments<Family, V...>(scope, in, out);
+    return 0;
+  } else {
+    return evaluate_arrays<Family, V...>(scope, in, out);
+  }
+}
+
+/// The size of an output without its x indices.
+template <class Family>
+constexpr std::size_t output_size(std::size_t output, int n) {
+  if constexpr (requires { Family::moments; })
+    return Family::size(n);
+  else
+    return Family::output(output).size(n);
+}
+
+/// The diameters of all components by t, from a derivative `given` of order `known` of them: sigma - d varies as
+/// exp(-3 epsil / t).
+inline void diameter_derivative(int n, double t, const double* given, int known, int order, double* out) {
+  using N = Taylor<1, 3>;
+  for (int i = 0; i < n; ++i) {
+    const double energy = 3.0 * record.epsil[at(i)];
+    const double gap = known == 0 ? given[i] - record.sigma[at(i)] : given[i] * t * t / energy;
+    const N d = numerics::exp(N((1.0 / t - numerics::inverse(numerics::variable<N>(t))) * energy)) * gap;
+    out[i] = numerics::derivative(d, order);
+  }
+}
+
+}  // namespace tessarel::families

@@ -1,0 +1,122 @@
+#include "eos/family_fixed.hpp"
+
+#include "eos/family_arrays.hpp"
+
+namespace tessarel::families {
+
+using T3 = Taylor<1, 3>;
+
+namespace {
+
+Four derivatives(const T3& f) {
+  Four out;
+  for (int k = 0; k < 4; ++k) out[at(k)] = numerics::derivative(f, k);
+  return out;
+}
+
+/// A number at `value` whose slope is `slope`.
+T3 moving(double value, double slope) {
+  T3 r(value);
+  r.c[1] = slope;
+  return r;
+}
+
+/// Strengths between the site classes from those between the site types.
+void set_strength(eos::MixtureState<double>& s, int n, const double* delta_t0) {
+  const auto& classes = eos::tables.classes;
+  const auto count = at(s.association.classes), size = at(n);
+  double* strength = eos::arena.take<double>(count * count);
+  const auto first_type = [](const eos::SiteClass& c) {
+    std::size_t a = 0;
+    while (!c.member[a]) ++a;
+    return a;
+  };
+  std::size_t row = 0;
+  for (const auto& k : classes) {
+    if (k.component >= n) continue;
+    std::size_t column = 0;
+    for (const auto& l : classes) {
+      if (l.component >= n) continue;
+      double& sum = strength[row * count + column++] = 0;
+      for (std::size_t b = 0; b < l.member.size(); ++b)
+        if (l.member[b])
+          sum += record.nhb_no[at(l.component)][b] *
+                 delta_t0[at(k.component) + size * (at(l.component) + size * (first_type(k) + 5 * b))];
+    }
+    ++row;
+  }
+  s.association.strength = strength;
+}
+
+}  // namespace
+
+void prepare_fixed(eos::MixtureState<double>& s, int n, const double* x, double t, const FixedState& f) {
+  eos::prepare(s, n, x, 0, t);
+  s.zeta_rho[3] = 1.0 / f.conv;
+  s.m2es3 = f.m2es3;
+  s.m2e2s3 = f.m2e2s3;
+  if (!s.closed) {
+    s.zeta_rho = {f.zeta0r, f.zeta1r, f.zeta2r, 1.0 / f.conv};
+    const double ratio = f.zeta2r * f.conv;
+    s.hs_first = 3.0 * f.zeta1r * ratio / f.zeta0r;
+    s.hs_second = f.zeta2r * ratio * ratio / f.zeta0r;
+    for (int i = 0; i < n; ++i) {
+      s.d[at(i)] = f.d[i];
+      s.chain_k[at(i)] = ratio * f.dij[i + n * i];
+    }
+  }
+  if (s.associates) set_strength(s, n, f.delta_t0);
+}
+
+Four contact_rho123(double eta) {
+  return derivatives(eos::contact(inverse(1.0 - moving(eta, eta)), 0.5));
+}
+
+Four c1_eta123(double eta) {
+  return derivatives(eos::c1(moving(eta, 1.0), working.mmean));
+}
+
+Four scaled_integral_eta123(int which, double eta) {
+  const T3 e = moving(eta, 1.0);
+  return derivatives(e * eos::integral(which == 0 ? working.apar : working.bpar, e));
+}
+
+Four contact_pair(int n, const double* d, double zeta2, double zeta3, int i, int j, ContactVariable by) {
+  const double rate = by == ContactVariable::rho ? 1.0 : 1.0 / zeta3;  // relative change for a unit step
+  const T3 u = inverse(1.0 - moving(zeta3, by == ContactVariable::rho ? zeta3 : 1.0));
+  if (n == 1) return derivatives(eos::contact(u, 0.5));
+  const double q = i == j ? d[i] * 0.5 : d[i] * d[j] / (d[i] + d[j]);
+  return derivatives(eos::contact_at(u, T3(moving(zeta2, zeta2 * rate) * u * q)));
+}
+
+double association_of_pure(double rho, double eta, const double* delta_t) {
+  const double g = eos::contact(1.0 / (1.0 - eta), 0.5);
+  constexpr std::size_t most = fluid_module::max_sites;
+  const auto count = at(record.nhb_typ[0]);
+  std::array<double, most> types{}, x{};
+  std::array<double, most * most> bond{};
+  types.fill(1.0);
+  for (std::size_t a = 0; a < count; ++a)
+    for (std::size_t b = 0; b < count; ++b) bond[a * count + b] = rho * g * delta_t[a + most * b] * record.nhb_no[0][b];
+  eos::solve_unbonded(record.nhb_typ[0], types.data(), bond.data(), eos::site_tolerance(eta), x.data());
+  double a_ass = 0;
+  for (std::size_t a = 0; a < count; ++a) a_ass += record.nhb_no[0][a] * (std::log(x[a]) + (1.0 - x[a]) / 2.0);
+  return a_ass;
+}
+
+double polar_of_pure(double t, double rho, double eta, double u) {
+  const double x = 1.0;
+  Four second{}, third{};
+  double a2[3], a3[3];
+  const double* in1[] = {&t, &eta, &u};
+  double* integrals[] = {second.data(), third.data()};
+  evaluate<j2j3>({}, in1, integrals);
+  const double* in2[] = {&x, &t, &rho, second.data(), third.data()};
+  double* terms[] = {a2, a3};
+  evaluate<a2a3>({}, in2, terms);
+  double a_pol = 0;
+  for (int type = eos::tables.first_type; type <= eos::tables.last_type; ++type) a_pol += eos::pade(a2[type], a3[type]);
+  return a_pol;
+}
+
+}  // namespace tessarel::families

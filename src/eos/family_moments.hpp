@@ -1,0 +1,243 @@
+// Families of functions of one or two moments that are linear in the mole fractions: the packing fraction, the mean
+// segment number, zeta2 and zeta3. A function is differentiated by its moments, and its derivatives by composition
+// follow by contraction with the gradients of the moments, n^k operations for order k and one evaluation.
+//
+// In the slots 'r' the density varies at constant t and x, and the result carries a factor rho for each order. In the
+// slots 'e' the packing fraction varies with the density, the density being its only cause.
+#pragma once
+
+#include "eos/dispersion.hpp"
+#include "eos/family_numbers.hpp"
+#include "eos/family_working.hpp"
+#include "eos/hard_chain.hpp"
+
+namespace tessarel::families {
+
+/// Evaluates a member. `in` are its array arguments in order, `out` the outputs of the family.
+template <class Family, char... V>
+void evaluate_moments(const Scope& scope, const double* const* in, double* const* out) {
+  using S = Slots<V...>;
+  constexpr int order = S::orders.x, count = Family::moments;
+  using D = Dual<S::plain>;
+  using X = Taylor<count, order, D>;
+  const Arguments<Family, V...> args(scope, in);
+
+  std::array<X, count> m;
+  const std::array<D, count> base = Family::at_state(args);
+  for (std::size_t a = 0; a < m.size(); ++a) {
+    m[a] = X(base[a]);
+    if constexpr (order > 0) m[a].c[a + 1] = D(1.0);
+  }
+  if constexpr (S::has('r') || S::has('e')) {
+    X& eta = m[Family::eta];
+    const D shift = args.template shift<S::plain>(S::has('r') ? 'r' : 'e');
+    const X ratio = S::has('r') ? X(D(shift + 1.0)) : X(1.0 + shift / eta);
+    for (std::size_t a = 0; a < m.size(); ++a)
+      if (a != Family::eta && Family::other_scales) m[a] *= ratio;
+    eta = S::has('r') ? X(eta * ratio) : X(eta + shift);
+  }
+  std::array<std::array<D, count>, nmax> gradient;
+  if constexpr (order > 0)
+    for (int i = 0; i < scope.n; ++i) gradient[at(i)] = Family::gradient(args, i);
+
+  // Choice w of a moment for each x slot, its digits in base `count`.
+  constexpr std::size_t choices = power_of(count, order);
+  const auto emit = [&](std::size_t output, std::size_t k, const X& f) {
+    std::array<D, choices> by_moments;
+    for (std::size_t w = 0; w < choices; ++w) {
+      typename X::Monomials::Exponents e{};
+      for (std::size_t slot = 0, rest = w; slot < at(order); ++slot, rest /= at(count)) ++e[rest % at(count)];
+      double permutations = 1.0;
+      for (const int times : e) permutations *= numerics::factorial[at(times)];
+      by_moments[w] = f.c[X::Monomials::index(e)] * permutations;
+    }
+    for (std::size_t flat = 0; flat < power_of(scope.n, order); ++flat) {
+      D sum(0.0);
+      for (std::size_t w = 0; w < choices; ++w) {
+        D product = by_moments[w];
+        for (std::size_t slot = 0, rest = w, q = flat; slot < at(order); ++slot, rest /= at(count), q /= at(scope.n))
+          product = product * gradient[q % at(scope.n)][rest % at(count)];
+        sum = sum + product;
+      }
+      out[output][k + flat * Family::size(scope.n)] = top(sum);
+    }
+  };
+  Family::eval(args, m, emit);
+}
+
+/// A moment family: how its members are evaluated, and the value by default.
+struct MomentFamily {
+  static constexpr std::size_t outputs = 1, eta = 0;
+  static constexpr bool other_scales = false;
+  static std::size_t size(int) { return 1; }
+};
+
+/// A function of the packing fraction alone.
+template <class Derived>
+struct EtaFamily : MomentFamily {
+  static constexpr int moments = 1;
+  static constexpr std::array inputs{Input{0, 1, {3, 0, 1}}};
+
+  template <class F, char... V>
+  static std::array<Dual<Slots<V...>::plain>, 1> at_state(const Arguments<F, V...>& a) {
+    return {a.template number<Slots<V...>::plain>(0, 0)};
+  }
+  template <class F, char... V>
+  static std::array<Dual<Slots<V...>::plain>, 1> gradient(const Arguments<F, V...>& a, int i) {
+    return {a.template number<Slots<V...>::plain>(0, 0, i)};
+  }
+  static void eval(const auto&, const auto& m, const auto& emit) { emit(0, 0, Derived::of(m[0])); }
+};
+
+// The closed forms of one diameter.
+struct chi : EtaFamily<chi> {
+  template <class X>
+  static X of(const X& eta) {
+    return eta / (1.0 - eta);
+  }
+};
+struct a_hs : EtaFamily<a_hs> {
+  template <class X>
+  static X of(const X& eta) {
+    return eos::hard_sphere_a_closed(eta, inverse(1.0 - eta));
+  }
+};
+struct z_hs : EtaFamily<z_hs> {
+  template <class X>
+  static X of(const X& eta) {
+    const X u = inverse(1.0 - eta);
+    return eos::hard_sphere_z(X(eta * u), u, 3.0, 1.0);
+  }
+};
+struct g : EtaFamily<g> {
+  template <class X>
+  static X of(const X& eta) {
+    return eos::contact(inverse(1.0 - eta), 0.5);
+  }
+};
+
+/// A function of the mean segment number, that of the working record, and the packing fraction.
+struct SegmentFamily : MomentFamily {
+  static constexpr int moments = 2;
+  static constexpr std::size_t eta = 1;
+  static constexpr std::array inputs{Input{0, 1, {3, 0, 1}}};
+
+  template <class F, char... V>
+  static std::array<Dual<Slots<V...>::plain>, 2> at_state(const Arguments<F, V...>& a) {
+    return {Dual<Slots<V...>::plain>(working.mmean), a.template number<Slots<V...>::plain>(0, 0)};
+  }
+  template <class F, char... V>
+  static std::array<Dual<Slots<V...>::plain>, 2> gradient(const Arguments<F, V...>& a, int i) {
+    return {Dual<Slots<V...>::plain>(record.mseg[at(i)]), a.template number<Slots<V...>::plain>(0, 0, i)};
+  }
+};
+
+struct inverse_c1 : SegmentFamily {
+  static void eval(const auto&, const auto& m, const auto& emit) {
+    emit(0, 0, eos::inverse_c1(inverse(1.0 - m[1]), inverse(2.0 - m[1]), m[0]));
+  }
+};
+struct c1 : SegmentFamily {
+  static void eval(const auto&, const auto& m, const auto& emit) { emit(0, 0, eos::c1(m[1], m[0])); }
+};
+/// I1 and I2; of eta I1 and eta I2 where a derivative by eta is asked for.
+struct intgpert : SegmentFamily {
+  static constexpr std::size_t outputs = 2;
+  template <class F, char... V>
+  static void eval(const Arguments<F, V...>&, const auto& m, const auto& emit) {
+    using X = typename std::decay_t<decltype(m)>::value_type;
+    const auto weights = eos::mean_segment_weights(m[0]);
+    std::size_t output = 0;
+    for (const auto* constants : {&eos::ap, &eos::bp}) {
+      const X i = eos::integral(eos::integral_coefficients(*constants, weights), m[1]);
+      emit(output++, 0, Slots<V...>::has('e') ? X(m[1] * i) : i);
+    }
+  }
+};
+
+/// The contact values of a mixture: of the diameters, zeta2 and zeta3.
+struct gij : MomentFamily {
+  static constexpr int moments = 2;
+  static constexpr std::size_t eta = 1;
+  static constexpr bool other_scales = true;
+  static constexpr std::array inputs{Input{1, 1, {3, 0, 0}}, Input{0, 1, {3, 0, 1}}, Input{0, 1, {3, 0, 1}}};
+  static std::size_t size(int n) { return at(n * n); }
+
+  template <class F, char... V>
+  static std::array<Dual<Slots<V...>::plain>, 2> at_state(const Arguments<F, V...>& a) {
+    constexpr int l = Slots<V...>::plain;
+    return {a.template number<l>(1, 0), a.template number<l>(2, 0)};
+  }
+  template <class F, char... V>
+  static std::array<Dual<Slots<V...>::plain>, 2> gradient(const Arguments<F, V...>& a, int i) {
+    constexpr int l = Slots<V...>::plain;
+    return {a.template number<l>(1, 0, i), a.template number<l>(2, 0, i)};
+  }
+  template <class F, char... V>
+  static void eval(const Arguments<F, V...>& a, const auto& m, const auto& emit) {
+    using D = Dual<Slots<V...>::plain>;
+    const auto n = at(a.scope.n);
+    const auto u = inverse(1.0 - m[1]);
+    if (a.single()) {
+      emit(0, at(a.first()) * (n + 1), eos::contact(u, 0.5));
+      return;
+    }
+    const auto w = m[0] * u;
+    for (std::size_t i = 0; i < n; ++i) {
+      const D di = a.template number<Slots<V...>::plain>(0, i);
+      for (std::size_t j = 0; j <= i; ++j) {
+        const D dj = a.template number<Slots<V...>::plain>(0, j);
+        const auto value = eos::contact_at(u, w * D(i == j ? di * 0.5 : di * dj / (di + dj)));
+        emit(0, i + n * j, value);
+        if (i != j) emit(0, j + n * i, value);
+      }
+    }
+  }
+};
+
+/// The mean diameter cbrt(sum x m d^3 / sum x m).
+struct d_avg : MomentFamily {
+  static constexpr int moments = 2;
+  static constexpr std::array inputs{Input{1}, Input{1, 1, {3, 0, 0}}};  // x, d
+
+  template <class F, char... V>
+  static std::array<Dual<Slots<V...>::plain>, 2> gradient(const Arguments<F, V...>& a, int i) {
+    const double m = record.mseg[at(i)];
+    return {Dual<Slots<V...>::plain>(m), numerics::cube(a.template number<Slots<V...>::plain>(1, at(i))) * m};
+  }
+  template <class F, char... V>
+  static std::array<Dual<Slots<V...>::plain>, 2> at_state(const Arguments<F, V...>& a) {
+    using D = Dual<Slots<V...>::plain>;
+    std::array<D, 2> sum{D(0.0), D(0.0)};
+    for (int i = 0; i < a.scope.n; ++i)
+      for (std::size_t k = 0; k < 2; ++k)
+        sum[k] = sum[k] + gradient(a, i)[k] * (a.scope.n == 1 ? 1.0 : a.value(0, at(i)));
+    return sum;
+  }
+  static void eval(const auto&, const auto& m, const auto& emit) { emit(0, 0, cbrt(m[1] / m[0])); }
+};
+
+/// eta of a mean diameter: pi/6 rho d_avg^3 sum x m.
+struct eta_simp : MomentFamily {
+  static constexpr int moments = 2;
+  static constexpr std::array inputs{Input{1}, Input{}, Input{0, 1, {3, 0, 1}}};  // x, rho, d_avg
+
+  template <class F, char... V>
+  static std::array<Dual<Slots<V...>::plain>, 2> gradient(const Arguments<F, V...>& a, int i) {
+    return {Dual<Slots<V...>::plain>(record.mseg[at(i)]), a.template number<Slots<V...>::plain>(2, 0, i)};
+  }
+  template <class F, char... V>
+  static std::array<Dual<Slots<V...>::plain>, 2> at_state(const Arguments<F, V...>& a) {
+    double mbar = 0;
+    for (int i = 0; i < a.scope.n; ++i) mbar += a.value(0, at(i)) * record.mseg[at(i)];
+    return {Dual<Slots<V...>::plain>(mbar), a.template number<Slots<V...>::plain>(2, 0)};
+  }
+  /// The slope by t alone has half of the model's pi as a constant of its own.
+  template <class F, char... V>
+  static void eval(const Arguments<F, V...>& a, const auto& m, const auto& emit) {
+    constexpr bool slope = Slots<V...>::orders == Orders{1, 0, 0};
+    emit(0, 0, numerics::cube(m[1]) * m[0] * (a.value(1) * (slope ? 1.570796326795 / 3.0 : fluid_module::pi_6)));
+  }
+};
+
+}  // namespace tessarel::families
