@@ -48,6 +48,15 @@ void polish(std::size_t n, const double* x, double* v, Image image) {
 
 }  // namespace
 
+void polish_unbonded(int count, const double* bond, double* x) {
+  const auto n = static_cast<std::size_t>(count);
+  polish(n, x, x, [&](std::size_t k) {
+    double sum = 0;
+    for (std::size_t l = 0; l < n; ++l) sum += bond[k * n + l] * x[l];
+    return 1.0 / (1.0 + sum);
+  });
+}
+
 int solve_unbonded(int count, const double* types, const double* bond, double tolerance, double* x) {
   const auto n = static_cast<std::size_t>(count);
   const Arena::Frame frame(arena);
@@ -64,13 +73,7 @@ int solve_unbonded(int count, const double* types, const double* bond, double to
     }
     for (std::size_t k = 0; k < n; ++k) x[k] = site_damping * next[k] + (1.0 - site_damping) * x[k];
   }
-  if (error <= tolerance) {
-    polish(n, x, x, [&](std::size_t k) {
-      double sum = 0;
-      for (std::size_t l = 0; l < n; ++l) sum += bond[k * n + l] * x[l];
-      return 1.0 / (1.0 + sum);
-    });
-  }
+  if (error <= tolerance) polish_unbonded(count, bond, x);
   return error > tolerance || std::isnan(error) ? 1 : 0;
 }
 

@@ -38,6 +38,9 @@ constexpr double site_tolerance(double density) {
 /// `types` weighs the sites in the error sum. Returns 0, or 1 after max_site_passes without convergence.
 int solve_unbonded(int count, const double* types, const double* bond, double tolerance, double* x);
 
+/// Brings fractions that have met the tolerance to the rounding of the machine; solve_unbonded ends with it.
+void polish_unbonded(int count, const double* bond, double* x);
+
 /// One order of derivatives: v_k = r_k - x_k^2 sum over l of bond_kl v_l, by the damped iteration. The start is exact
 /// where all sites are alike; the tolerance is relative to the driving term r, since orders differ widely in size.
 int solve_unbonded_order(int count, const double* types, const double* bond, double tolerance, const double* x,

@@ -154,6 +154,13 @@ EtaDerivatives z_ass_eta12(const MixtureState<double>& s, double eta) {
     // A derivative large against the tolerance cannot come closer to its fixed point than its rounding.
     if (error < 4e-16 * size) break;
   }
+  // The value decides on the density: bring it to the rounding of the machine, as solve_unbonded does.
+  double* bond0 = arena.take<double>(n * n);
+  double* x0 = arena.take<double>(n);
+  for (std::size_t i = 0; i < n * n; ++i) bond0[i] = bond[3 * i];
+  for (std::size_t k = 0; k < n; ++k) x0[k] = x[3 * k];
+  polish_unbonded(a.classes, bond0, x0);
+  for (std::size_t k = 0; k < n; ++k) x[3 * k] = x0[k];
   // z_assoc = -1/2 sum x_k n_k X_k sum over l of moment_kl X_l.
   EtaDerivatives z{0, 0, 0};
   for (std::size_t k = 0; k < n; ++k) {

@@ -26,7 +26,7 @@ inline void add_record(const std::string& directory, const std::string& name, st
     const auto end = text.find('\n');
     std::string line(text.substr(0, end));
     for (auto quote = line.find('\''); quote != std::string::npos; quote = line.find('\'', quote + 2))
-      line.insert(quote, "'");
+      line.insert(quote, 1, '\'');
     sql += "INSERT INTO record VALUES ('" + name + "'," + std::to_string(row) + ",'" + line + "');";
     text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
   }
