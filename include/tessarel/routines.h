@@ -1082,6 +1082,96 @@ TESSAREL_API void tessarel_hs_lph(double *t, double *p, double *v, double *u, do
 TESSAREL_API void tessarel_hs_vph(double *t, double *p, double *v, double *u, double *h, double *s, char *err,
     size_t err_len);
 
+/* ---------------------------------------------------------------------------------------------------------------------
+ * Saturation and spinodal of the selected fluid (src/solvers)
+ * err everywhere: "No errors", "TESSAREL error: no fluid selected...", "TESSAREL error: null pointer argument..." and
+ * the texts named. A value not computed is -8888.8. */
+
+/* Saturation pressure [Pa] of a pure fluid at t [K], and saturation temperature [K] at p [Pa].
+ * err: "Temperature less than minimum temperature...", "Temperature greater than critical temperature...",
+ * "No convergence calculating saturation pressure..."; "Pressure less than minimum pressure..." (0.1 Pa), "Pressure
+ * greater than critical pressure...", "No convergence calculating saturation temperature...". After a failure to
+ * converge the result is the last iterate. */
+TESSAREL_API void tessarel_calc_psat(const double *t, double *psat, char *err, size_t err_len);
+TESSAREL_API void tessarel_calc_tsat(const double *p, double *tsat, char *err, size_t err_len);
+
+/* Spinodal: volumes [m3/mol] and pressures [Pa] of both branches at t [K], temperatures [K] of both branches at p [Pa],
+ * and the one volume that the search reaches from the packing fraction eta.
+ * err: "No convergence calculating specific volume for spinodal...", "T > Tc or T > Tcricondentherm, while saturation
+ * state expected...", and for the temperatures the texts of calc_tsat and brent_spin. */
+TESSAREL_API void tessarel_calc_vspin(const double *t, double *vliq, double *vvap, char *err, size_t err_len);
+TESSAREL_API void tessarel_calc_vspin_phase(const double *eta, const double *t, double *v, char *err, size_t err_len);
+TESSAREL_API void tessarel_calc_pspin(const double *t, double *pliq, double *pvap, char *err, size_t err_len);
+TESSAREL_API void tessarel_calc_tspin(const double *p, double *tliq, double *tvap, char *err, size_t err_len);
+
+/* The temperature t [K] between a and b [K] at which the spinodal pressure of branch iphase (1 liquid, 2 vapour) is
+ * p [Pa], by Brent's method and by bisection to 1e-8 K.
+ * err: "Brent method for spinodal: root not bracketed", "Brent method for spinodal: no convergence". */
+TESSAREL_API void tessarel_brent_spin(const int32_t *iphase, const double *p, const double *a, const double *b,
+    double *t, char *err, size_t err_len);
+TESSAREL_API void tessarel_bisec_spin(const int32_t *iphase, const double *p, const double *a, const double *b,
+    double *t, char *err, size_t err_len);
+
+/* ---------------------------------------------------------------------------------------------------------------------
+ * Critical points (src/envelope)
+ * They write the record's critical point; tessarel_fluidinfo reports it. */
+
+/* critpoint: the true critical point of a pure fluid, or the mole-fraction average of those of the components.
+ * critpure: the search for component i. critmixt_pseudo: the mixture form. critmixt_brent: reserved, no effect.
+ * errormsg: "Critical point: density iteration 1 not converged...", "Critical point: density iteration 2 not
+ * converged...", "Critical point: : temperature-iteration not converged"; then the record holds the start estimates. */
+TESSAREL_API void tessarel_critpoint(char *errormsg, size_t errormsg_len);
+TESSAREL_API void tessarel_critpure(const int32_t *i, char *errormsg, size_t errormsg_len);
+TESSAREL_API void tessarel_critmixt_pseudo(char *errormsg, size_t errormsg_len);
+TESSAREL_API void tessarel_critmixt_brent(char *errormsg, size_t errormsg_len);
+
+/* Two-level search from the critical temperature of the record, see docs/robustness.md for what it finds. It leaves the
+ * critical density of the record in 1/A3. errormsg: "Critical point calulation failed...". */
+TESSAREL_API void tessarel_critmixt_newton(char *errormsg, size_t errormsg_len);
+
+/* The iterations of this search on the host's variables: z (n), rho [1/A3] and t [K] in and out, q (n,n) out; debug is
+ * a logical that prints each pass. ierr: 0; 310 singular matrix; 320 cubic form, 321 determinant not converged; -1
+ * arguments refused. */
+TESSAREL_API void tessarel_cubic_newton(const int32_t *debug, const int32_t *n, const double *z, double *rho, double *t,
+    int32_t *ierr);
+TESSAREL_API void tessarel_det_q_newton(const int32_t *debug, const int32_t *n, const double *z, const double *rho,
+    double *t, double *q, int32_t *ierr);
+
+/* ---------------------------------------------------------------------------------------------------------------------
+ * Flash adapters (src/flash)
+ * t [K], p in bar; n at most the number of selected components. Refused arguments leave the outputs alone. */
+
+/* Fugacity coefficients of amounts z (n) of any sum. icon: 1 lnphi; 2 also dlnphi_dt, dlnphi_dp (1/bar); 3 lnphi and
+ * dlnphi_dn (n,n); 6 all; arrays not asked for may be null. mt: 1 liquid-like root, -1 vapour-like, 0 lower Gibbs
+ * energy. ic: 2 for mt 0, else 1. ierr: 0. */
+TESSAREL_API void tessarel_fugacoeff(const int32_t *icon, const int32_t *mt, const int32_t *n, const double *z,
+    const double *t, const double *p, double *lnphi, double *dlnphi_dt, double *dlnphi_dp, double *dlnphi_dn,
+    int32_t *ic, int32_t *ierr);
+
+/* Critical temperature [K], critical pressure [bar] and acentric factor of component i. */
+TESSAREL_API void tessarel_fluiddata(const int32_t *i, double *tc, double *pc, double *omega);
+
+/* Reduced properties of one phase, with vr = v / R in K/bar: aux(3) residual enthalpy / R, aux(4) residual entropy / R,
+ * aux(5) residual cp / R, aux(6) 1/p - dvr/dt, aux(7) vr - t dvr/dt, aux(8) dp/dvr, aux(9) dvr/dt, aux(10) aux(8)/t;
+ * aux (10), entries 1 and 2 are not written. p of exactly 0 is replaced by the pressure of the equation of state. */
+TESSAREL_API void tessarel_auxprop(const int32_t *n, const double *x, const double *t, double *p, const int32_t *mt,
+    double *z, double *aux);
+TESSAREL_API void tessarel_auxprop_v(const int32_t *n, const double *x, const double *t, double *p, const double *v,
+    double *aux);
+
+/* ---------------------------------------------------------------------------------------------------------------------
+ * Linear algebra (src/numerics): n from 1 to 20, matrices (n,n) first index fastest, pivots from 1. ierr: 0; 310 a row
+ * without a non-zero entry; -1 arguments refused. */
+
+/* LU factors in place with row exchanges indx (n), d = +1 or -1 by their parity; solution in place of b (n). */
+TESSAREL_API void tessarel_lu_dcmp(const int32_t *n, double *a, int32_t *indx, double *d, int32_t *ierr);
+TESSAREL_API void tessarel_lu_bksb(const int32_t *n, const double *a, const int32_t *indx, double *b);
+/* A unit vector x (n) near the null space of a, which is overwritten; x scaled to length 1, its former length
+ * returned (NaN when refused); det(a), kept as it stands on failure. */
+TESSAREL_API void tessarel_solution_vector(const int32_t *n, double *a, double *x);
+TESSAREL_API double tessarel_normalize_vec(const int32_t *n, double *x);
+TESSAREL_API void tessarel_determinant(const int32_t *n, const double *a, double *det, int32_t *ierr);
+
 #ifdef __cplusplus
 }
 #endif
