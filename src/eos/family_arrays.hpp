@@ -196,10 +196,10 @@ struct xnhb : ArrayFamily {
     auto* x = take(1.0, count);
     auto* driving = take(1.0, count);
     auto* solution = take(1.0, count);
-    auto* fractions = take(D{}, count);
+    auto* unbonded = take(D{}, count);
     std::fill_n(types, count, 1.0);
     if constexpr (l > 0)
-      for (std::size_t k = 0; k < count; ++k) fractions[k] = a.template number<l>(3, site[k]);
+      for (std::size_t k = 0; k < count; ++k) unbonded[k] = a.template number<l>(3, site[k]);
     const D rho = a.template variable<l>(a.value(1), 'r');
     for (std::size_t k = 0; k < count; ++k) {
       D sum(1.0);
@@ -209,11 +209,11 @@ struct xnhb : ArrayFamily {
                     a.template number<l>(2, from + n * (to + n * (s + 5 * r))) *
                     static_cast<double>(record.nhb_no[from][s]);
         bond[k * count + m] = numerics::value(b);
-        if constexpr (l > 0) sum = sum + b * fractions[m];
+        if constexpr (l > 0) sum = sum + b * unbonded[m];
       }
       if constexpr (l > 0) {
-        x[k] = numerics::value(fractions[k]);
-        driving[k] = -x[k] * top(D(sum * fractions[k]));
+        x[k] = numerics::value(unbonded[k]);
+        driving[k] = -x[k] * top(D(sum * unbonded[k]));
       }
     }
     const auto sites = static_cast<int>(count);
