@@ -52,6 +52,23 @@ std::vector<double> select_hydrocarbons(int n) {
 constexpr double liquid_t = 250, liquid_p = 1e7, vapour_t = 300, vapour_p = 1e6;
 constexpr double small_step = 1e-9;  // the input changes with every call, so that nothing can be hoisted
 
+/// Counts the pressures evaluated, and the passes of the site iterations, per call of the timed loop.
+class Counted {
+ public:
+  explicit Counted(State& state) : state_(state), before_(eos::statistics) {}
+  Counted(const Counted&) = delete;
+  Counted& operator=(const Counted&) = delete;
+  ~Counted() {
+    const auto calls = static_cast<double>(state_.iterations());
+    state_.counters["pressures"] = static_cast<double>(eos::statistics.pressures - before_.pressures) / calls;
+    state_.counters["site_passes"] = static_cast<double>(eos::statistics.site_passes - before_.site_passes) / calls;
+  }
+
+ private:
+  State& state_;
+  eos::Statistics before_;
+};
+
 PlainFluid plain_fluid() {
   PlainFluid f;
   for (std::size_t i = 0; i < static_cast<std::size_t>(record.n); ++i) {
@@ -151,6 +168,7 @@ void density(State& state) {
   select_hydrocarbons(static_cast<int>(state.range(0)));
   const bool liquid = state.range(1) == 1;
   double t = liquid ? liquid_t : vapour_t, v = 0;
+  const Counted counted(state);
   for (auto _ : state) {
     calc_vrho_module::calc_v(t += small_step, liquid ? liquid_p : vapour_p, liquid ? 1 : 2, v);
     benchmark::DoNotOptimize(v);
@@ -186,6 +204,7 @@ void register_fugacity() {
       {"hydrocarbons 4 liquid", {}, 4, liquid_t, liquid_p, 1},
       {"water methanol liquid", {"water", "methanol"}, 2, 300, 1e6, 1},
       {"water methanol vapour", {"water", "methanol"}, 2, 400, 1e5, 2},
+      {"ethanol water acetone n-hexane liquid", {"ethanol", "water", "acetone", "n-hexane"}, 4, 300, 1e6, 1},
       {"acetone dimethyl ether liquid", {"acetone", "dimethyl ether"}, 2, 300, 1e6, 1},
   };
   for (const auto& c : cases) {
@@ -198,6 +217,7 @@ void register_fugacity() {
     benchmark::RegisterBenchmark(("calc_lnphi/" + c.name).c_str(), [c, prepare](State& state) {
       const auto x = prepare();
       double t = c.t, lnphi[20];
+      const Counted counted(state);
       for (auto _ : state) {
         fugacity::calc_lnphi(c.n, x.data(), t += small_step, c.p, c.phase, lnphi);
         benchmark::DoNotOptimize(lnphi[0]);
@@ -259,6 +279,7 @@ void saturation(State& state, const std::string& fluid, double fraction) {
   select({fluid}, {1.0});
   critical_point_module::critpoint();
   double t = fraction < 1 ? fraction * record.tc : fraction, psat = 0;
+  const Counted counted(state);
   for (auto _ : state) {
     calc_psat_tsat::calc_psat(t += small_step, psat);
     benchmark::DoNotOptimize(psat);

@@ -9,15 +9,18 @@ import sys
 
 results = json.load(open(sys.argv[1]))
 times = {}
+counts = {}
 for row in results["benchmarks"]:
     if row.get("run_type") != "aggregate":
         name = row["run_name"].replace("/repeats:5", "")
         times[name] = min(times.get(name, float("inf")), row["cpu_time"])
+        if "pressures" in row:
+            counts[name] = f"{row['pressures']:.1f}" + (f", {row['site_passes']:.0f}" if row["site_passes"] else "")
 unit = times["plain a/4"]
 print(f"One unit: {unit:.0f} ns.\n")
-print("| call | ns | units | times calc_a at the same n |\n|---|---:|---:|---:|")
+print("| call | ns | units | times calc_a at the same n | pressures, site passes |\n|---|---:|---:|---:|---:|")
 for name, time in times.items():
     parts = name.split("/")
     own = times.get("calc_a/" + parts[1]) if len(parts) > 1 else None
     ratio = f"{time / own:.2f}" if own else ""
-    print(f"| {name} | {time:.0f} | {time / unit:.2f} | {ratio} |")
+    print(f"| {name} | {time:.0f} | {time / unit:.2f} | {ratio} | {counts.get(name, '')} |")

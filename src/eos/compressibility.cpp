@@ -56,9 +56,6 @@ double calc_dz_dt(int n, const double* x, double t, double rho) {
 double calc_d2z_dt2(int n, const double* x, double t, double rho) {
   return derivative(z_by_t<2>(n, x, t, rho), 2);
 }
-double calc_d2z_dtdrho(int n, const double* x, double t, double rho) {
-  return calc_z_second(n, x, t, rho).ztr;
-}
 
 ValueAndSlope calc_z_first_t(int n, const double* x, double t, double rho) {
   const auto z = z_by_t<1>(n, x, t, rho);
@@ -86,14 +83,29 @@ DensityDerivatives calc_z_rho123(int n, const double* x, int ipure, double t, do
   return {derivative(z, 0), derivative(z, 1), derivative(z, 2), derivative(z, 3)};
 }
 
-ZDerivatives calc_z_second(int n, const double* x, double t, double rho) {
+namespace {
+
+/// z over t and rho together, up to second order; by t alone up to order K.
+template <int K>
+Taylor<2, 2> z_by_t_and_rho(int n, const double* x, double t, double rho) {
+  using T = Taylor<1, K>;
   using N = Taylor<2, 2>;
   const Arena::Frame frame(arena);
-  MixtureState<N> state;
-  prepare(state, n, x, 0, variable<N>(t, 0));
-  const N z = residual_z(state, variable<N>(rho, 1));
+  MixtureState<T> state;
+  prepare(state, n, x, 0, variable<T>(t));
+  return residual_z(lifted_state<N>(state), variable<N>(rho, 1));
+}
+
+}  // namespace
+
+ZDerivatives calc_z_second(int n, const double* x, double t, double rho) {
+  const auto z = z_by_t_and_rho<2>(n, x, t, rho);
   return {derivative(z, 0, 0), derivative(z, 1, 0), derivative(z, 2, 0),
           derivative(z, 0, 1), derivative(z, 0, 2), derivative(z, 1, 1)};
+}
+
+double calc_d2z_dtdrho(int n, const double* x, double t, double rho) {
+  return derivative(z_by_t_and_rho<1>(n, x, t, rho), 1, 1);
 }
 
 void calc_dz_dx(int n, const double* x, double t, double rho, double* z_x) {

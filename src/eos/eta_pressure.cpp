@@ -4,6 +4,8 @@
 
 namespace tessarel::eos {
 
+Statistics statistics;
+
 namespace {
 
 /// Two numbers side by side, which the processor handles in one instruction.
@@ -131,6 +133,7 @@ EtaDerivatives z_ass_eta12(const MixtureState<double>& s, double eta) {
   const double tolerance = site_tolerance(eta);
   double error = 1.0;
   for (int pass = 0; pass < max_site_passes && error > tolerance; ++pass) {
+    ++statistics.site_passes;
     error = 0;
     double size = 0;
     for (std::size_t k = 0; k < n; ++k) {
@@ -212,6 +215,7 @@ EtaDerivatives z_eta12(const MixtureState<double>& s, double eta) {
 }
 
 EtaDerivatives p_eta12(const MixtureState<double>& s, double eta) {
+  ++statistics.pressures;
   const auto z = z_eta12(s, eta);
   const double factor = fluid_module::pressure_factor * s.t * s.rho_eta;  // p = factor eta z
   return {factor * eta * z.value, factor * (z.value + eta * z.first), factor * (2.0 * z.first + eta * z.second)};

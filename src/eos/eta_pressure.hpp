@@ -12,6 +12,12 @@ struct EtaDerivatives {
   double value, first, second;
 };
 
+/// Work done since the start, for measurements alone: calls of p_eta12, and passes of the site iterations inside.
+struct Statistics {
+  long long pressures = 0, site_passes = 0;
+};
+extern Statistics statistics;
+
 /// z of a prepared state. The association term iterates the site fractions jointly with their first two derivatives.
 EtaDerivatives z_eta12(const MixtureState<double>& s, double eta);
 

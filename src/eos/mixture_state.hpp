@@ -247,4 +247,48 @@ void prepare(MixtureState<T>& s, int n, const double* x, int ipure, const T& t) 
   if (s.is_polar) prepare_polar(s, places);
 }
 
+/// A state prepared over numbers T of the temperature alone, as one over numbers N whose variable 0 is the temperature:
+/// cheaper than preparing over N. The association arrays live in the caller's arena frame.
+template <class N, class T>
+MixtureState<N> lifted_state(const MixtureState<T>& s) {
+  using numerics::lifted;
+  MixtureState<N> r;
+  r.comp = s.comp;
+  r.t = lifted<N>(s.t);
+  r.inverse_t = lifted<N>(s.inverse_t);
+  r.closed = s.closed;
+  r.mbar = s.mbar;
+  r.apar = s.apar;
+  r.bpar = s.bpar;
+  for (int i = 0; i < s.comp.count; ++i) r.d[at(i)] = lifted<N>(s.d[at(i)]);
+  for (std::size_t k = 0; k < 4; ++k) r.zeta_rho[k] = lifted<N>(s.zeta_rho[k]);
+  r.rho_eta = lifted<N>(s.rho_eta);
+  r.hs_first = lifted<N>(s.hs_first);
+  r.hs_second = lifted<N>(s.hs_second);
+  r.chains = s.chains;
+  r.chain_weight = s.chain_weight;
+  for (int i = 0; i < s.chains; ++i) r.chain_k[at(i)] = lifted<N>(s.chain_k[at(i)]);
+  r.chain_sum = s.chain_sum;
+  r.m2es3 = lifted<N>(s.m2es3);
+  r.m2e2s3 = lifted<N>(s.m2e2s3);
+  r.associates = s.associates;
+  r.is_polar = s.is_polar;
+  if (s.associates) {
+    const auto& a = s.association;
+    const auto size = at(a.classes) * at(a.classes);
+    N* strength = arena.take<N>(size);
+    for (std::size_t i = 0; i < size; ++i) strength[i] = lifted<N>(a.strength[i]);
+    r.association = {a.classes, a.component, a.types, a.sites, strength};
+  }
+  if (s.is_polar) {
+    for (int type = tables.first_type; type <= tables.last_type; ++type) {
+      for (std::size_t k = 0; k < 5; ++k) {
+        r.polar.second[at(type)][k] = lifted<N>(s.polar.second[at(type)][k]);
+        r.polar.third[at(type)][k] = lifted<N>(s.polar.third[at(type)][k]);
+      }
+    }
+  }
+  return r;
+}
+
 }  // namespace tessarel::eos

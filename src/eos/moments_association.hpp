@@ -10,18 +10,7 @@
 
 namespace tessarel::eos {
 
-/// A scalar S as the number N that carries further variables; S's own variable becomes variable 0.
-template <class N, class S>
-N lifted(const S& a) {
-  if constexpr (std::is_same_v<N, S> || std::is_same_v<S, double>) {
-    return N(a);
-  } else {
-    static_assert(S::variables == 1 && N::variables == 2);
-    N r(0.0);
-    for (int k = 0; k <= std::min(S::order, N::order); ++k) r.c[N::Monomials::index({k, 0})] = a.c[at(k)];
-    return r;
-  }
-}
+using numerics::lifted;
 
 template <class T>
 struct AssociationMoments {

@@ -57,6 +57,8 @@ struct Monomials {
   }();
 
   static constexpr std::size_t index(const Exponents& e) {
+    if constexpr (V == 1) return static_cast<std::size_t>(e[0]);
+    if constexpr (V == 2) return static_cast<std::size_t>((e[0] + e[1]) * (e[0] + e[1] + 1) / 2 + e[1]);
     std::size_t i = 0;
     while (exponents[i] != e) ++i;
     return i;
@@ -392,6 +394,20 @@ constexpr double value(double a) {
 template <int V, int K, class S>
 constexpr double value(const Taylor<V, K, S>& a) {
   return value(a.c[0]);
+}
+
+/// A scalar S as the number N that carries further variables; S's own variable becomes variable 0.
+template <class N, class S>
+N lifted(const S& a) {
+  if constexpr (std::is_same_v<N, S> || std::is_same_v<S, double>) {
+    return N(a);
+  } else {
+    static_assert(S::variables == 1 && N::variables == 2);
+    N r(0.0);
+    for (int k = 0; k <= (S::order < N::order ? S::order : N::order); ++k)
+      r.c[N::Monomials::index({k, 0})] = a.c[static_cast<std::size_t>(k)];
+    return r;
+  }
 }
 
 /// Functions of one argument x whose scalar type S itself carries derivatives, as numbers of order K in the argument.
