@@ -16,8 +16,9 @@ std::int32_t lu_dcmp(int n, double* a, std::int32_t* indx, double& d) {
   const auto at = [n, a](int i, int j) -> double& { return a[i + n * j]; };
   std::array<double, capacity> scale{};
   d = 1.0;
+  // All pivots first: solution_vector goes on with them after a failure.
+  for (int i = 0; i < n; ++i) indx[i] = i + 1;
   for (int i = 0; i < n; ++i) {
-    indx[i] = i + 1;
     double largest = 0;
     for (int j = 0; j < n; ++j) largest = std::max(largest, std::abs(at(i, j)));
     if (largest == 0) return singular_matrix;

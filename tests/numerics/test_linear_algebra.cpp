@@ -121,6 +121,12 @@ TEST(LinearAlgebra, EdgeCases) {
     solution_vector(1, one.data(), &x);
     EXPECT_EQ(x, entry > 0 ? 1.0 : -1.0);
   }
+  // Without a solution the vector is none, and what stands around it is left alone.
+  Values no_rows(9, 0.0), around(5, 7.0);
+  solution_vector(3, no_rows.data(), around.data() + 1);
+  EXPECT_EQ(around.front(), 7.0);
+  EXPECT_EQ(around.back(), 7.0);
+
   Values nothing = {0, 0};
   EXPECT_EQ(normalize_vec(2, nothing.data()), 0.0);
   Values three_four = {3, 4};
