@@ -160,7 +160,9 @@ constexpr int32_t mixture = 0;
 }  // namespace
 
 extern "C" tessarel_blocks* tessarel_blocks_new(void) {
-  return new (std::nothrow) tessarel_blocks;
+  tessarel_blocks* blocks = nullptr;
+  run(false, [&blocks] { blocks = new tessarel_blocks; });
+  return blocks;
 }
 extern "C" void tessarel_blocks_free(tessarel_blocks* blocks) {
   delete blocks;

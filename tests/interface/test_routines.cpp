@@ -1,0 +1,411 @@
+// Every routine with arguments that no host should hand in: none may crash, hang or write where it must not. The calls
+// are made by signature, so a routine joins by its name alone; one that is not in the list fails the test.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <limits>
+#include <memory>
+#include <regex>
+#include <set>
+
+#include "interface/host.hpp"
+#include "tessarel/routines.h"
+
+namespace {
+
+/// Room behind each pointer: enough for any output of a mixture of two.
+constexpr std::size_t room = 4096, text_length = 40;
+constexpr std::size_t text_room = 2000 * text_length;
+constexpr double mark = 0.4375;
+
+/// What a call is made with.
+struct Offer {
+  double number = mark;
+  std::int32_t integer = 2;
+  int null = -1;  ///< place of the pointer that is null; -1 none, -2 all
+};
+
+void forward(double* t, double* p, double* v, double* u, double* h, double* s, char* err, std::size_t err_len) {
+  *v = *u = *h = *s = *t + *p;
+  tessarel::assign_padded(err, err_len, "No errors");
+}
+void forward2(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double*, double*, char* err,
+              std::size_t err_len) {
+  *q = 0;
+  forward(t, p, v, u, h, s, err, err_len);
+}
+
+/// The storage of one call.
+class Storage {
+ public:
+  explicit Storage(const Offer& offer) : offer_(offer), blocks_(tessarel_blocks_new(), tessarel_blocks_free) {}
+
+  template <class P>
+  P argument(int place) {
+    if constexpr (std::is_same_v<P, std::size_t>) {
+      return text_length;
+    } else if constexpr (std::is_same_v<P, tessarel_forward_1ph>) {
+      return null(place) ? nullptr : forward;
+    } else if constexpr (std::is_same_v<P, tessarel_forward>) {
+      return null(place) ? nullptr : forward2;
+    } else {
+      using T = std::remove_const_t<std::remove_pointer_t<P>>;
+      if (null(place)) return nullptr;
+      if constexpr (std::is_same_v<T, tessarel_blocks>) {
+        return blocks_.get();
+      } else if constexpr (std::is_same_v<T, double>) {
+        return numbers_.emplace_back(new std::vector<double>(room, offer_.number))->data();
+      } else if constexpr (std::is_same_v<T, std::int32_t>) {
+        return integers_.emplace_back(new std::vector<std::int32_t>(room, offer_.integer))->data();
+      } else {
+        return texts_.emplace_back(new std::vector<char>(text_room, 'x'))->data();
+      }
+    }
+  }
+  /// True when no array of numbers has changed behind its first element.
+  [[nodiscard]] bool arrays_untouched() const {
+    for (const auto& array : numbers_)
+      for (std::size_t k = 1; k < room; ++k)
+        if (std::memcmp(&(*array)[k], &offer_.number, sizeof(double)) != 0) return false;
+    return true;
+  }
+
+ private:
+  [[nodiscard]] bool null(int place) const { return offer_.null == place || offer_.null == -2; }
+
+  Offer offer_;
+  std::unique_ptr<tessarel_blocks, void (*)(tessarel_blocks*)> blocks_;
+  std::vector<std::unique_ptr<std::vector<double>>> numbers_;
+  std::vector<std::unique_ptr<std::vector<std::int32_t>>> integers_;
+  std::vector<std::unique_ptr<std::vector<char>>> texts_;
+};
+
+struct Routine {
+  std::string name;
+  int pointers = 0;
+  bool counts = false;  ///< its first argument is an integer
+  std::function<void(Storage&)> call;
+};
+
+template <class R, class... P, std::size_t... I>
+Routine make(const char* name, R (*routine)(P...), std::index_sequence<I...>) {
+  Routine r;
+  r.name = name;
+  r.pointers = static_cast<int>((0U + ... + (std::is_same_v<P, std::size_t> ? 0U : 1U)));
+  using First = std::tuple_element_t<0, std::tuple<P..., void>>;
+  r.counts = std::is_same_v<First, const std::int32_t*>;
+  r.call = [routine](Storage& s) { (void)routine(s.template argument<P>(static_cast<int>(I))...); };
+  return r;
+}
+template <class R, class... P>
+Routine make(const char* name, R (*routine)(P...)) {
+  return make(name, routine, std::index_sequence_for<P...>{});
+}
+
+const std::vector<Routine>& routines() {
+  static const std::vector<Routine> all = {
+#define ROUTINE(name) make("tessarel_" #name, tessarel_##name),
+#define MEMBER(shape, name, ...) ROUTINE(name)
+#include "eos/family_association.def"
+#include "eos/family_dispersion.def"
+#include "eos/family_hard_chain.def"
+#include "eos/family_polar.def"
+#undef MEMBER
+      // clang-format off
+ROUTINE(readfluids) ROUTINE(readfluidsfile) ROUTINE(readfluidsdb) ROUTINE(setassocpar) ROUTINE(tolower_tessarel)
+ROUTINE(getfluid) ROUTINE(modulepath) ROUTINE(fluidpath) ROUTINE(searchdirectory) ROUTINE(readbips)
+ROUTINE(readbipsfile) ROUTINE(readbipsdb) ROUTINE(ps_calc_kij) ROUTINE(calc_dkij_dt) ROUTINE(calc_d2kij_dt2)
+ROUTINE(calc_d3kij_dt3) ROUTINE(calc_cp0) ROUTINE(calc_dcp0_dt) ROUTINE(calc_icp0_dt) ROUTINE(calc_icp0_t_dt)
+ROUTINE(calc_cp0mix) ROUTINE(calc_dcp0mix_dt) ROUTINE(calc_icp0mix_dt) ROUTINE(calc_icp0mix_t_dt) ROUTINE(calc_a)
+ROUTINE(calc_da_dt) ROUTINE(calc_d2a_dt2) ROUTINE(calc_d3a_dt3) ROUTINE(calc_da_drho) ROUTINE(calc_d2a_drho2)
+ROUTINE(calc_d3a_drho3) ROUTINE(calc_d4a_drho4) ROUTINE(calc_da_dx) ROUTINE(calc_d2a_dxdx) ROUTINE(calc_d3a_dxdxdx)
+ROUTINE(calc_d2a_dtdx) ROUTINE(calc_d2a_drhodx) ROUTINE(calc_da_dn) ROUTINE(calc_d2a_dndn) ROUTINE(calc_d3a_dndndn)
+ROUTINE(calc_z) ROUTINE(calc_dz_drho) ROUTINE(calc_d2z_drho2) ROUTINE(calc_d3z_drho3) ROUTINE(calc_dz_dt)
+ROUTINE(calc_d2z_dt2) ROUTINE(calc_d2z_dtdrho) ROUTINE(calc_dz_dx) ROUTINE(calc_d2z_dxdx) ROUTINE(calc_dz_dn)
+ROUTINE(calc_d2z_dndn) ROUTINE(calc_dz_dp) ROUTINE(calc_a_prep) ROUTINE(calc_a_base) ROUTINE(calc_da_dt_prep)
+ROUTINE(calc_da_dt_base) ROUTINE(calc_d2a_dt2_prep) ROUTINE(calc_d2a_dt2_base) ROUTINE(calc_d3a_dt3_prep)
+ROUTINE(calc_d3a_dt3_base) ROUTINE(calc_da_dx_prep) ROUTINE(calc_da_dx_base) ROUTINE(calc_d2a_dxdx_prep)
+ROUTINE(calc_d2a_dxdx_base) ROUTINE(calc_d3a_dxdxdx_prep) ROUTINE(calc_d3a_dxdxdx_base) ROUTINE(calc_d2a_dtdx_prep)
+ROUTINE(calc_d2a_dtdx_base) ROUTINE(calc_z_prep) ROUTINE(calc_z_base) ROUTINE(calc_dz_drho_prep)
+ROUTINE(calc_dz_drho_base) ROUTINE(calc_d2z_drho2_prep) ROUTINE(calc_d2z_drho2_base) ROUTINE(calc_d3z_drho3_prep)
+ROUTINE(calc_d3z_drho3_base) ROUTINE(calc_dz_dt_prep) ROUTINE(calc_dz_dt_base) ROUTINE(calc_d2z_dt2_prep)
+ROUTINE(calc_d2z_dt2_base) ROUTINE(calc_d2z_dtdrho_prep) ROUTINE(calc_d2z_dtdrho_base) ROUTINE(calc_dz_dx_prep)
+ROUTINE(calc_dz_dx_base) ROUTINE(calc_d2z_dxdx_prep) ROUTINE(calc_d2z_dxdx_base) ROUTINE(calc_p) ROUTINE(calc_p_rho)
+ROUTINE(calc_dp_dt) ROUTINE(calc_d2p_dt2) ROUTINE(calc_dp_drho) ROUTINE(calc_d2p_drho2) ROUTINE(calc_d3p_drho3)
+ROUTINE(calc_d2p_dtdrho) ROUTINE(calc_dp_dx) ROUTINE(calc_dp_dn) ROUTINE(calc_d2p_dndn) ROUTINE(calc_p_deta)
+ROUTINE(calc_v) ROUTINE(calc_rho) ROUTINE(calc_eta_rho) ROUTINE(calc_rho_eta) ROUTINE(calc_p_eta12)
+ROUTINE(calc_z_ass_eta12) ROUTINE(calc_z_pol_eta12) ROUTINE(densiter) ROUTINE(calc_g_rho123_simp)
+ROUTINE(calc_gii_rho123) ROUTINE(calc_gij_rho123) ROUTINE(calc_gij_eta123) ROUTINE(calc_c_eta123)
+ROUTINE(calc_intgpert_eta123) ROUTINE(calc_hsu) ROUTINE(calc_cv) ROUTINE(calc_dcv_dt) ROUTINE(calc_lnphi)
+ROUTINE(calc_lnphi_tp) ROUTINE(calc_lnphi_n) ROUTINE(calc_lnphi_tpn) ROUTINE(calc_dlnphi_dt) ROUTINE(calc_dlnphi_dp)
+ROUTINE(calc_dlnphi_dx) ROUTINE(calc_dlnphi_dn) ROUTINE(calc_lnphi_tprho) ROUTINE(calc_lnphi_tpxn)
+ROUTINE(calc_lnphi_rho) ROUTINE(calc_dlnphi_dt_rho) ROUTINE(calc_dlnphi_dp_rho) ROUTINE(calc_dlnphi_drho_t)
+ROUTINE(calc_dlnphi_dx_rho) ROUTINE(calc_dlnphi_dn_rho) ROUTINE(calc_d2lnphi_dxdx_rho) ROUTINE(calc_d2lnphi_dndn_rho)
+ROUTINE(calc_lnfug_rho) ROUTINE(calc_dlnfug_dn_rho) ROUTINE(calc_d2lnfug_dndn_rho) ROUTINE(calc_lnphi_rho_pure)
+ROUTINE(calc_lnphi_eta) ROUTINE(calc_dlnphi_dp_rho_pure) ROUTINE(calc_dlnphi_dt_rho_pure) ROUTINE(calc_d)
+ROUTINE(calc_dd_dt) ROUTINE(calc_d2d_dt2) ROUTINE(calc_d3d_dt3) ROUTINE(calc_d_dt123) ROUTINE(set_mmean)
+ROUTINE(calc_abpar) ROUTINE(calc_dabpar_dx) ROUTINE(calc_d2abpar_dxdx) ROUTINE(calc_d3abpar_dxdxdx)
+ROUTINE(calc_sigeps) ROUTINE(calc_dc1_deta) ROUTINE(calc_a_ass) ROUTINE(ddconst) ROUTINE(qqconst) ROUTINE(dqconst)
+ROUTINE(setpolarpar) ROUTINE(calc_a_pol) ROUTINE(calc_ptrange) ROUTINE(brent_root) ROUTINE(brent_root_1ph)
+ROUTINE(ps_delta) ROUTINE(delta_1ph) ROUTINE(tp_lph) ROUTINE(tp_vph) ROUTINE(tv_1ph) ROUTINE(pv_1ph) ROUTINE(ts_1ph)
+ROUTINE(vu_1ph) ROUTINE(vh_1ph) ROUTINE(vs_1ph) ROUTINE(pu_lph) ROUTINE(pu_vph) ROUTINE(ph_lph) ROUTINE(ph_vph)
+ROUTINE(ps_lph) ROUTINE(ps_vph) ROUTINE(hs_lph) ROUTINE(hs_vph) ROUTINE(calc_psat) ROUTINE(calc_tsat)
+ROUTINE(calc_vspin) ROUTINE(calc_vspin_phase) ROUTINE(calc_pspin) ROUTINE(calc_tspin) ROUTINE(brent_spin)
+ROUTINE(bisec_spin) ROUTINE(critpoint) ROUTINE(critpure) ROUTINE(critmixt_pseudo) ROUTINE(critmixt_brent)
+ROUTINE(critmixt_newton) ROUTINE(cubic_newton) ROUTINE(det_q_newton) ROUTINE(fugacoeff) ROUTINE(fluiddata)
+ROUTINE(auxprop) ROUTINE(auxprop_v) ROUTINE(lu_dcmp) ROUTINE(lu_bksb) ROUTINE(solution_vector) ROUTINE(normalize_vec)
+ROUTINE(determinant)
+  // clang-format on
+#undef ROUTINE
+  };
+  return all;
+}
+
+class Routines : public testing::Test {
+ protected:
+  void SetUp() override { ASSERT_EQ(host::select({"methanol", "acetone"}, {0.4, 0.6}), "No errors"); }
+};
+
+TEST_F(Routines, ListIsThatOfTheHeader) {
+  std::ifstream file(std::filesystem::path(PROJECT_DIR) / "include/tessarel/routines.h");
+  std::string source(std::istreambuf_iterator<char>(file), {});
+  source = std::regex_replace(source, std::regex(R"(/\*([^*]|\*+[^*/])*\*+/)"), "");
+  const std::regex declaration(R"(\b(tessarel_\w+)\s*\()");
+  std::set<std::string> listed = {"tessarel_blocks_new", "tessarel_blocks_free"};
+  for (const Routine& r : routines()) listed.insert(r.name);
+  for (std::sregex_iterator it(source.begin(), source.end(), declaration), end; it != end; ++it)
+    EXPECT_TRUE(listed.contains((*it)[1])) << (*it)[1] << " is declared and not tested";
+}
+
+TEST_F(Routines, NullPointersAreRefused) {
+  for (const Routine& r : routines()) {
+    for (int place = -2; place < r.pointers; ++place) {
+      if (place == -1) continue;
+      Storage s({mark, 2, place});
+      r.call(s);
+      // An optional output (the status, the texts) may be missing; then the arrays are those of a complete call.
+    }
+  }
+}
+
+TEST_F(Routines, CountsOutOfRangeLeaveArraysAlone) {
+  constexpr auto lowest = std::numeric_limits<std::int32_t>::min(), highest = std::numeric_limits<std::int32_t>::max();
+  for (const Routine& r : routines()) {
+    for (const std::int32_t n : {0, -1, 3, 21, lowest, highest}) {
+      Storage s({mark, n, -1});
+      r.call(s);
+      // Of the kernels of linear algebra n is the order of a matrix, which may be 3.
+      EXPECT_TRUE(!r.counts || n == 3 || s.arrays_untouched()) << r.name << " with " << n;
+    }
+  }
+}
+
+TEST_F(Routines, AnyNumbersAreSurvived) {
+  constexpr double huge = std::numeric_limits<double>::infinity();
+  for (const Routine& r : routines())
+    for (const double value : {std::nan(""), huge, -huge, 0.0, -1.0, 1.0, 300.0, 1e300, 1e-300})
+      for (const std::int32_t integer : {1, 2}) {
+        // The factors of a matrix of zeros are not complete, and this routine uses them all the same.
+        if (r.name == "tessarel_solution_vector" && value == 0) continue;
+        Storage s({value, integer, -1});
+        r.call(s);
+      }
+}
+
+TEST_F(Routines, RefusedNumbersAreNaN) {
+  const double x[2] = {0.4, 0.6}, t = 300, rho = 0.01;
+  const std::int32_t one_too_many = 3, two = 2, outside[] = {-1, 3};
+  double out = 0;
+  tessarel_calc_a(&one_too_many, x, &t, &rho, &out);
+  EXPECT_TRUE(std::isnan(out));
+  for (const std::int32_t& ipure : outside) {
+    out = 0;
+    tessarel_calc_z(&two, x, &ipure, &t, &rho, &out);
+    EXPECT_TRUE(std::isnan(out)) << ipure;
+    EXPECT_TRUE(std::isnan(tessarel_calc_cp0(&ipure, &t))) << ipure;
+    const std::int32_t first_power = 1;
+    out = 0;
+    tessarel_calc_zeta(&two, x, &ipure, &rho, x, &first_power, &out);
+    EXPECT_TRUE(std::isnan(out)) << ipure;
+  }
+  const std::int32_t phase = 3;
+  tessarel_calc_rho(&two, x, &t, &t, &phase, &out);
+  EXPECT_TRUE(std::isnan(out));
+}
+
+// Preparing and assembling apart.
+
+using Prep = void (*)(const std::int32_t*, const double*, const double*, const double*, tessarel_blocks*,
+                      std::int32_t*);
+using Base = void (*)(const std::int32_t*, const double*, const double*, const tessarel_blocks*, double*);
+using Plain = void (*)(const std::int32_t*, const double*, const double*, const double*, double*);
+
+/// The routines that take ipure, at the mixture.
+template <auto routine>
+constexpr Prep mixture_prep = [](auto n, auto x, auto t, auto rho, auto blocks, auto status) {
+  constexpr std::int32_t mixture = 0;
+  routine(n, x, &mixture, t, rho, blocks, status);
+};
+template <auto routine>
+constexpr Plain mixture_plain = [](auto n, auto x, auto t, auto rho, auto out) {
+  constexpr std::int32_t mixture = 0;
+  routine(n, x, &mixture, t, rho, out);
+};
+
+struct Split {
+  const char* name;
+  Prep prep;
+  Base base;
+  Plain plain;
+  std::size_t size;
+  std::set<std::string> serves;  ///< members whose base can use the record as well
+};
+#define SPLIT(name, size, ...)                                                                     \
+  {                                                                                                \
+#name, tessarel_calc_##name##_prep, tessarel_calc_##name##_base, tessarel_calc_##name, size, { \
+      __VA_ARGS__                                                                                  \
+    }                                                                                              \
+  }
+#define SPLIT_PURE(name, ...)                                                        \
+  {                                                                                  \
+#name, mixture_prep < tessarel_calc_##name##_prep>, tessarel_calc_##name##_base, \
+        mixture_plain < tessarel_calc_##name>, 1, {                                  \
+      __VA_ARGS__                                                                    \
+    }                                                                                \
+  }
+const std::vector<Split> splits = {
+    SPLIT(a, 1),
+    SPLIT(da_dt, 1, "a"),
+    SPLIT(d2a_dt2, 1, "a", "da_dt"),
+    SPLIT(d3a_dt3, 1, "a", "da_dt", "d2a_dt2"),
+    SPLIT(da_dx, 2, "a"),
+    SPLIT(d2a_dxdx, 4, "a", "da_dx"),
+    SPLIT(d3a_dxdxdx, 8, "a", "da_dx", "d2a_dxdx"),
+    SPLIT(d2a_dtdx, 2, "a", "da_dt", "da_dx"),
+    SPLIT_PURE(z),
+    SPLIT_PURE(dz_drho, "z"),
+    SPLIT_PURE(d2z_drho2, "z", "dz_drho"),
+    SPLIT_PURE(d3z_drho3, "z", "dz_drho", "d2z_drho2"),
+    SPLIT(dz_dt, 1, "z"),
+    SPLIT(d2z_dt2, 1, "z", "dz_dt"),
+    SPLIT(d2z_dtdrho, 1, "z", "dz_dt", "d2z_dt2", "dz_drho", "d2z_drho2"),
+    SPLIT(dz_dx, 2, "z"),
+    SPLIT(d2z_dxdx, 4, "z", "dz_dx"),
+};
+
+TEST_F(Routines, BaseOnAPreparedRecordEqualsThePlainRoutine) {
+  const std::int32_t n = 2;
+  const double x[2] = {0.4, 0.6}, t = 320, rho = 0.008;
+  for (const Split& prepared : splits) {
+    std::unique_ptr<tessarel_blocks, void (*)(tessarel_blocks*)> blocks(tessarel_blocks_new(), tessarel_blocks_free);
+    std::int32_t status = 7;
+    prepared.prep(&n, x, &t, &rho, blocks.get(), &status);
+    EXPECT_EQ(status, 0) << prepared.name;
+    for (const Split& read : splits) {
+      std::array<double, 8> value{}, expected{};
+      value.fill(mark);
+      read.base(&n, x, &rho, blocks.get(), value.data());
+      if (read.name == std::string(prepared.name) || prepared.serves.contains(read.name)) {
+        read.plain(&n, x, &t, &rho, expected.data());
+        for (std::size_t k = 0; k < read.size; ++k)
+          EXPECT_NEAR(value[k], expected[k], 1e-12 * (1 + std::abs(expected[k])))
+              << read.name << " on " << prepared.name;
+      } else if (read.size == 1) {
+        EXPECT_TRUE(std::isnan(value[0])) << read.name << " on " << prepared.name;
+      } else {
+        EXPECT_EQ(value[0], mark) << read.name << " on " << prepared.name;
+      }
+    }
+    const std::int32_t other = 1;
+    double value = 0;
+    tessarel_calc_a_base(&other, x, &rho, blocks.get(), &value);
+    EXPECT_TRUE(std::isnan(value)) << prepared.name;
+  }
+}
+
+TEST_F(Routines, PureComponentIsPrepared) {
+  const std::int32_t n = 2, second = 2, other = 0;
+  const double x[2] = {0.4, 0.6}, nothing[2] = {std::nan(""), std::nan("")}, t = 320, rho = 0.008;
+  std::unique_ptr<tessarel_blocks, void (*)(tessarel_blocks*)> blocks(tessarel_blocks_new(), tessarel_blocks_free);
+  double value = 0, expected = 0, mixture = 0;
+  tessarel_calc_z_prep(&n, nothing, &second, &t, &rho, blocks.get(), nullptr);
+  tessarel_calc_z_base(&n, nothing, &rho, blocks.get(), &value);
+  tessarel_calc_z(&n, x, &second, &t, &rho, &expected);
+  tessarel_calc_z(&n, x, &other, &t, &rho, &mixture);
+  EXPECT_EQ(value, expected);
+  EXPECT_NE(value, mixture);
+}
+
+// Brent's method on a host's forward calculation.
+
+void square(double* t, double*, double*, double*, double* h, double*, char* err, std::size_t err_len) {
+  *h = *t * *t;
+  tessarel::assign_padded(err, err_len, *t > 4 ? "too hot" : "No errors");
+}
+
+TEST_F(Routines, BrentCallsTheHost) {
+  struct Case {
+    double a, b, target;
+    std::int32_t unknown;
+    double root;
+    const char* message;
+  };
+  for (const Case& c : {Case{0, 3, 2, 1, std::sqrt(2.0), "No errors"},
+                        Case{1, 3, -1, 1, 0, "Brent_Root: root not bracketed..."}, Case{0, 5, 2, 1, 0, "too hot"},
+                        Case{0, 3, 2, 7, std::nan(""), "TESSAREL error: control pair out of range..."}}) {
+    std::array<double, 6> vars{};
+    vars[4] = c.target;
+    const std::int32_t ptr[2] = {c.unknown, 5};
+    std::array<char, 80> err{};
+    const double root = tessarel_brent_root_1ph(square, &c.a, &c.b, vars.data(), ptr, err.data(), err.size());
+    EXPECT_EQ(host::text(err.data(), err.size()), c.message);
+    if (std::isnan(c.root))
+      EXPECT_TRUE(std::isnan(root));
+    else
+      EXPECT_NEAR(root, c.root, 1e-14);
+    EXPECT_EQ(vars[4], c.target);
+  }
+}
+
+// Texts and fluid data.
+
+TEST_F(Routines, TextsArePaddedAndFilesFound) {
+  std::array<char, 40> lower{};
+  tessarel_tolower_tessarel(lower.data(), "Water And ICE", lower.size(), 13);
+  EXPECT_EQ(std::string(lower.data(), lower.size()), "water and ice" + std::string(27, ' '));
+  std::array<char, 256> directory{};
+  tessarel_fluidpath(directory.data(), "TESSAREL", directory.size(), 8);
+  const std::string fluids = host::text(directory.data(), directory.size());
+  std::vector<char> list(500 * 64);
+  tessarel_searchdirectory(fluids.data(), "water*.saf", list.data(), fluids.size(), 10, 64);
+  EXPECT_EQ(host::text(list.data(), 64).substr(0, 5), "water");
+  std::vector<char> rows(255 * 80);
+  std::int32_t status = 7;
+  EXPECT_GE(tessarel_getfluid(fluids.data(), "water.saf", rows.data(), &status, fluids.size(), 9, 80), 18);
+  EXPECT_EQ(status, 1);
+  EXPECT_EQ(host::text(rows.data(), 6), "water");
+  EXPECT_EQ(tessarel_getfluid(fluids.data(), "no such", rows.data(), &status, fluids.size(), 7, 80), 0);
+  EXPECT_EQ(status, 0);
+}
+
+TEST_F(Routines, BinaryParametersAreRead) {
+  std::array<char, 256> directory{};
+  tessarel_modulepath(directory.data(), "TESSAREL", directory.size(), 8);
+  const std::string table = host::text(directory.data(), directory.size()) + "BIPs.mix";
+  std::vector<double> bip(1000, mark);
+  std::vector<char> names(2000 * 32, '?');
+  std::array<char, 80> err{};
+  const std::int32_t rows = 3;
+  tessarel_readbipsfile(table.data(), &rows, bip.data(), names.data(), err.data(), table.size(), 32, err.size());
+  EXPECT_EQ(host::text(err.data(), err.size()), "No errors");
+  EXPECT_NE(bip[2], mark);
+  EXPECT_EQ(bip[3], mark);
+  EXPECT_NE(names[1002 * 32], '?');
+  EXPECT_EQ(names[3 * 32], '?');
+}
+
+}  // namespace
