@@ -22,6 +22,20 @@ Taylor<1, K> z_by_rho(int n, const double* x, int ipure, double t, double rho) {
   return residual_z(state, variable<Taylor<1, K>>(rho));
 }
 
+/// z_x, as rho times the density slope of a_x; returns a with derivatives by rho up to order K.
+template <int K>
+Taylor<1, K> a_rho_x(int n, const double* x, double t, double rho, double* z_x) {
+  using S = Taylor<1, K>;
+  const Arena::Frame frame(arena);
+  MixtureState<double> state;
+  prepare(state, n, x, 0, t);
+  CompositionDerivatives<S> d;
+  d.first = arena.take<S>(at(n));
+  composition_derivatives<1>(state, variable<S>(rho), d);
+  for (int i = 0; i < n; ++i) z_x[i] = rho * d.first[i].c[1];
+  return d.a;
+}
+
 /// z with derivatives by t up to order K.
 template <int K>
 Taylor<1, K> z_by_t(int n, const double* x, double t, double rho) {
@@ -67,15 +81,8 @@ ValueAndSlope calc_z_first_rho(int n, const double* x, double t, double rho) {
 }
 
 ValueAndSlope calc_z_rho_x(int n, const double* x, double t, double rho, double* z_x) {
-  using S = Taylor<1, 2>;
-  const Arena::Frame frame(arena);
-  MixtureState<double> state;
-  prepare(state, n, x, 0, t);
-  CompositionDerivatives<S> d;
-  d.first = arena.take<S>(at(n));
-  composition_derivatives<1>(state, variable<S>(rho), d);
-  for (int i = 0; i < n; ++i) z_x[i] = rho * d.first[i].c[1];
-  return {1.0 + rho * d.a.c[1], d.a.c[1] + 2.0 * rho * d.a.c[2]};
+  const auto a = a_rho_x<2>(n, x, t, rho, z_x);
+  return {1.0 + rho * a.c[1], a.c[1] + 2.0 * rho * a.c[2]};
 }
 
 DensityDerivatives calc_z_rho123(int n, const double* x, int ipure, double t, double rho) {
@@ -109,14 +116,7 @@ double calc_d2z_dtdrho(int n, const double* x, double t, double rho) {
 }
 
 void calc_dz_dx(int n, const double* x, double t, double rho, double* z_x) {
-  using S = Taylor<1, 1>;
-  const Arena::Frame frame(arena);
-  MixtureState<double> state;
-  prepare(state, n, x, 0, t);
-  CompositionDerivatives<S> d;
-  d.first = arena.take<S>(at(n));
-  composition_derivatives<1>(state, variable<S>(rho), d);
-  for (int i = 0; i < n; ++i) z_x[i] = rho * d.first[i].c[1];
+  a_rho_x<1>(n, x, t, rho, z_x);
 }
 
 namespace {

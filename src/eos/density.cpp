@@ -28,13 +28,7 @@ Message densiter(const MixtureState<double>& state, double p, double& eta) {
       continue;
     }
     const double step = residual / (slope / p);
-    const double next = eta - step;
-    if (next > 0.9)
-      eta = 0.6;
-    else if (next <= 0)
-      eta = 1e-10;
-    else
-      eta = next;
+    eta = eos::bounded_eta(eta - step);
     if (count > max_iterations) return "No convergence calculating density from T and P";
     if (std::abs(step) < 1e-12 || std::abs(residual) < 1e-9) return no_errors;
   }

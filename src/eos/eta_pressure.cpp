@@ -95,6 +95,17 @@ EtaDerivatives dispersion_eta12(const MixtureState<double>& s, double eta, doubl
   return {factor * eta * g0, factor * (g0 + eta * g1), factor * (2.0 * g1 + eta * g2)};
 }
 
+/// Sum over l of c_kl X_l with two eta derivatives; rows of three numbers for each l.
+inline EtaDerivatives row_sum(std::size_t n, const double* c, const double* x) {
+  EtaDerivatives s{0, 0, 0};
+  for (std::size_t l = 0; l < 3 * n; l += 3) {
+    s.value += c[l] * x[l];
+    s.first += c[l] * x[l + 1] + c[l + 1] * x[l];
+    s.second += c[l] * x[l + 2] + 2.0 * c[l + 1] * x[l + 1] + c[l + 2] * x[l];
+  }
+  return s;
+}
+
 }  // namespace
 
 EtaDerivatives z_ass_eta12(const MixtureState<double>& s, double eta) {
@@ -137,14 +148,7 @@ EtaDerivatives z_ass_eta12(const MixtureState<double>& s, double eta) {
     error = 0;
     double size = 0;
     for (std::size_t k = 0; k < n; ++k) {
-      double s0 = 0, s1 = 0, s2 = 0;
-      for (std::size_t l = 0; l < n; ++l) {
-        const double* b = bond + 3 * (k * n + l);
-        const double* xl = x + 3 * l;
-        s0 += b[0] * xl[0];
-        s1 += b[0] * xl[1] + b[1] * xl[0];
-        s2 += b[0] * xl[2] + 2.0 * b[1] * xl[1] + b[2] * xl[0];
-      }
+      const auto [s0, s1, s2] = row_sum(n, bond + 3 * k * n, x);
       double* to = next + 3 * k;
       const double v = 1.0 / (1.0 + s0), v1 = v * s1;
       to[0] = v;
@@ -167,14 +171,7 @@ EtaDerivatives z_ass_eta12(const MixtureState<double>& s, double eta) {
   // z_assoc = -1/2 sum x_k n_k X_k sum over l of moment_kl X_l.
   EtaDerivatives z{0, 0, 0};
   for (std::size_t k = 0; k < n; ++k) {
-    double s0 = 0, s1 = 0, s2 = 0;
-    for (std::size_t l = 0; l < n; ++l) {
-      const double* m = moment + 3 * (k * n + l);
-      const double* xl = x + 3 * l;
-      s0 += m[0] * xl[0];
-      s1 += m[0] * xl[1] + m[1] * xl[0];
-      s2 += m[0] * xl[2] + 2.0 * m[1] * xl[1] + m[2] * xl[0];
-    }
+    const auto [s0, s1, s2] = row_sum(n, moment + 3 * k * n, x);
     const double w = -0.5 * a.sites[k] * s.comp.x[at(a.component[k])];
     const double* xk = x + 3 * k;
     z.value += w * xk[0] * s0;

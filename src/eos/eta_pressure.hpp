@@ -12,6 +12,11 @@ struct EtaDerivatives {
   double value, first, second;
 };
 
+/// Where a Newton step in eta may land: within (0, 0.9], or one of two places to start again.
+constexpr double bounded_eta(double eta) {
+  return eta > 0.9 ? 0.6 : eta <= 0 ? 1e-10 : eta;
+}
+
 /// Work done since the start, for measurements alone: calls of p_eta12, and passes of the site iterations inside.
 struct Statistics {
   long long pressures = 0, site_passes = 0;

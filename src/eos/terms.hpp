@@ -62,6 +62,22 @@ void fill_bonds(const MixtureState<T>& s, const N& rho, const N& u, N* bond) {
   }
 }
 
+/// The site system of a state at a density: its bonds and unbonded fractions, in the caller's arena frame.
+template <class N>
+struct SiteFractions {
+  const N* bond;
+  const N* x;
+  int status;
+};
+template <class T, class N>
+SiteFractions<N> unbonded_fractions(const MixtureState<T>& s, const N& rho, const N& u, double tolerance) {
+  const auto& a = s.association;
+  N* bond = arena.take<N>(at(a.classes) * at(a.classes));
+  N* x = arena.take<N>(at(a.classes));
+  fill_bonds(s, rho, u, bond);
+  return {bond, x, solve_unbonded(a.classes, a.types, bond, tolerance, x)};
+}
+
 /// `tolerance` is that of the site iteration.
 template <class T, class R>
 void prepare_a_blocks(const MixtureState<T>& s, const R& density, double tolerance, HelmholtzBlocks<Wider<T, R>>& b) {
@@ -91,12 +107,9 @@ void prepare_a_blocks(const MixtureState<T>& s, const R& density, double toleran
   if (s.associates) {
     const Arena::Frame frame(arena);
     const auto& a = s.association;
-    const auto n = at(a.classes);
-    N* bond = arena.take<N>(n * n);
-    N* x = arena.take<N>(n);
-    fill_bonds(s, rho, u, bond);
-    b.status = solve_unbonded(a.classes, a.types, bond, tolerance, x);
-    for (std::size_t k = 0; k < n; ++k)
+    const auto [bond, x, status] = unbonded_fractions(s, rho, u, tolerance);
+    b.status = status;
+    for (std::size_t k = 0; k < at(a.classes); ++k)
       b.assoc += (log(x[k]) + (1.0 - x[k]) * 0.5) * (a.sites[k] * s.comp.x[at(a.component[k])]);
   }
   if (s.is_polar) {
@@ -161,10 +174,8 @@ void prepare_z_blocks(const MixtureState<T>& s, const R& density, Compressibilit
     const Arena::Frame frame(arena);
     const auto& a = s.association;
     const auto n = at(a.classes);
-    N* bond = arena.take<N>(n * n);
-    N* x = arena.take<N>(n);
-    fill_bonds(s, rho, u, bond);
-    b.status = solve_unbonded(a.classes, a.types, bond, site_tolerance(numerics::value(density)), x);
+    const auto [bond, x, status] = unbonded_fractions(s, rho, u, site_tolerance(numerics::value(density)));
+    b.status = status;
     for (std::size_t k = 0; k < n; ++k) {
       N sum(0.0);
       for (std::size_t l = 0; l < n; ++l) {

@@ -52,13 +52,7 @@ Message calc_vspin_phase(double eta, double t, double& v) {
     }
     const auto p = eos::p_eta12(state, eta);
     const double step = p.first / p.second;
-    const double next = eta - step;
-    if (next > 0.9)
-      eta = 0.6;
-    else if (next <= 0)
-      eta = 1e-10;
-    else
-      eta = next;
+    eta = eos::bounded_eta(eta - step);
     if (std::abs(step) < 1e-12 || std::abs(p.first) < 1e-9) break;
   }
   v = fluid_module::avogadro_factor / (eta * state.rho_eta);
