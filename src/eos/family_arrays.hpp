@@ -53,25 +53,23 @@ struct ArrayFamily {
 };
 
 /// x_i, or 1 for a component alone; in a derivative by x the fractions always count.
-template <class F, char... V>
-Dual<Slots<V...>::count> fraction(const Arguments<F, V...>& a, int i) {
-  constexpr int l = Slots<V...>::count;
-  if (Slots<V...>::orders.x == 0 && a.single()) return Dual<l>(1.0);
-  return a.template variable<l>(a.value(0, at(i)), 'x', i);
+template <class A>
+typename A::Full fraction(const A& a, int i) {
+  if (A::S::orders.x == 0 && a.single()) return typename A::Full(1.0);
+  return a.variable(a.value(0, at(i)), 'x', i);
 }
 
 struct dij : ArrayFamily {
   static constexpr std::array inputs{Input{1, 1, {3, 0, 0}}};  // d
   static constexpr Input output(std::size_t) { return {2}; }
 
-  template <char... V>
-  static int eval(const Arguments<dij, V...>& a, const auto& emit) {
-    constexpr int l = Slots<V...>::count;
+  static int eval(const auto& a, const auto& emit) {
+    using D = typename std::decay_t<decltype(a)>::Full;
     const auto n = at(a.scope.n);
     for (std::size_t i = 0; i < n; ++i) {
       for (std::size_t j = 0; j < n; ++j) {
-        const Dual<l> di = a.template number<l>(0, i), dj = a.template number<l>(0, j);
-        emit(0, i + n * j, i == j ? Dual<l>(di * 0.5) : Dual<l>(di * dj / (di + dj)));
+        const D di = a.full(0, i), dj = a.full(0, j);
+        emit(0, i + n * j, i == j ? D(di * 0.5) : D(di * dj / (di + dj)));
       }
     }
     return 0;
@@ -83,16 +81,15 @@ struct zeta : ArrayFamily {
   static constexpr std::array inputs{Input{1}, Input{}, Input{1, 1, {3, 0, 0}}};  // x, rho, d
   static constexpr Input output(std::size_t) { return {}; }
 
-  template <char... V>
-  static int eval(const Arguments<zeta, V...>& a, const auto& emit) {
-    constexpr int l = Slots<V...>::count;
-    Dual<l> sum(0.0);
+  static int eval(const auto& a, const auto& emit) {
+    using D = typename std::decay_t<decltype(a)>::Full;
+    D sum(0.0);
     for (int i = a.first(); i < a.last(); ++i) {
-      Dual<l> power(record.mseg[at(i)]);
-      for (int k = 0; k < a.scope.power; ++k) power = power * a.template number<l>(2, at(i));
+      D power(record.mseg[at(i)]);
+      for (int k = 0; k < a.scope.power; ++k) power = power * a.full(2, at(i));
       sum = sum + power * fraction(a, i);
     }
-    emit(0, 0, Dual<l>(sum * (fluid_module::pi_6 * a.value(1))));
+    emit(0, 0, D(sum * (fluid_module::pi_6 * a.value(1))));
     return 0;
   }
 };
@@ -103,13 +100,12 @@ struct sigeps : ArrayFamily {
   static constexpr std::array inputs{Input{}};  // t
   static constexpr Input output(std::size_t k) { return {k == 0 ? 1 : 2}; }
 
-  template <char... V>
-  static int eval(const Arguments<sigeps, V...>& a, const auto& emit) {
-    constexpr int l = Slots<V...>::count;
-    const auto t = a.template variable<l>(a.value(0), 't');
+  static int eval(const auto& a, const auto& emit) {
+    using D = typename std::decay_t<decltype(a)>::Full;
+    const auto t = a.variable(a.value(0), 't');
     const auto inverse_t = numerics::inverse(t);
     for (int i = a.first(); i < a.last(); ++i) {
-      emit(0, at(i), Dual<l>(eos::energy_ratio(at(i), inverse_t) * record.epsil[at(i)]));
+      emit(0, at(i), D(eos::energy_ratio(at(i), inverse_t) * record.epsil[at(i)]));
       for (int j = a.first(); j < a.last(); ++j)
         emit(1, at(i + a.scope.n * j), eos::pair_energy(at(i), at(j), t, inverse_t));
     }
@@ -124,15 +120,14 @@ struct pertterm : ArrayFamily {
   static constexpr std::array inputs{Input{1}, Input{}, Input{2}, Input{2, 1, {3, 0, 0}}};  // x, t, sig_ij, eps_ij
   static constexpr Input output(std::size_t) { return {}; }
 
-  template <char... V>
-  static int eval(const Arguments<pertterm, V...>& a, const auto& emit) {
-    constexpr int l = Slots<V...>::count;
-    const auto inverse_t = numerics::inverse(a.template variable<l>(a.value(1), 't'));
-    Dual<l> first(0.0), second(0.0);
+  static int eval(const auto& a, const auto& emit) {
+    using D = typename std::decay_t<decltype(a)>::Full;
+    const auto inverse_t = numerics::inverse(a.variable(a.value(1), 't'));
+    D first(0.0), second(0.0);
     for (int i = a.first(); i < a.last(); ++i) {
       for (int j = a.first(); j < a.last(); ++j) {
         const auto ij = at(i + a.scope.n * j);
-        const auto energy = a.template number<l>(3, ij) * inverse_t;
+        const auto energy = a.full(3, ij) * inverse_t;
         const auto term = fraction(a, i) * fraction(a, j) * energy *
                           (record.mseg[at(i)] * record.mseg[at(j)] * numerics::cube(a.value(2, ij)));
         first = first + term;
@@ -151,19 +146,18 @@ struct deltaab : ArrayFamily {
   static constexpr std::array inputs{Input{}, Input{2}, Input{2, 1, {3, 4, 3}}};  // t, sig_ij, gij
   static constexpr Input output(std::size_t) { return {2, 25}; }
 
-  template <char... V>
-  static int eval(const Arguments<deltaab, V...>& a, const auto& emit) {
-    constexpr int l = Slots<V...>::count;
-    const auto inverse_t = numerics::inverse(a.template variable<l>(a.value(0), 't'));
+  static int eval(const auto& a, const auto& emit) {
+    using D = typename std::decay_t<decltype(a)>::Full;
+    const auto inverse_t = numerics::inverse(a.variable(a.value(0), 't'));
     const auto n = at(a.scope.n);
     for (auto i = at(a.first()); i < at(a.last()); ++i) {
       for (auto k = at(a.first()); k < at(a.last()); ++k) {
-        const auto g = a.template number<l>(2, record.is_simp ? 0 : i + n * k);
+        const auto g = a.full(2, record.is_simp ? 0 : i + n * k);
         const double volume = numerics::cube(a.value(1, i + n * k)) * record.kap_hb[i][k];
         for (std::size_t s = 0; s < at(record.nhb_typ[i]); ++s)
           for (std::size_t r = 0; r < at(record.nhb_typ[k]); ++r)
             emit(0, i + n * (k + n * (s + 5 * r)),
-                 Dual<l>((numerics::exp(inverse_t * record.eps_hb[i][k][s][r]) - 1.0) * volume * g));
+                 D((numerics::exp(inverse_t * record.eps_hb[i][k][s][r]) - 1.0) * volume * g));
       }
     }
     return 0;
@@ -179,10 +173,9 @@ struct xnhb : ArrayFamily {
                                      Input{1, 5, {3, 4, 3}, true}};  // x, rho, deltaab, xnhb
   static constexpr Input output(std::size_t) { return {1, 5}; }
 
-  template <char... V>
-  static int eval(const Arguments<xnhb, V...>& a, const auto& emit) {
-    constexpr int l = Slots<V...>::count;
-    using D = Dual<l>;
+  static int eval(const auto& a, const auto& emit) {
+    using D = typename std::decay_t<decltype(a)>::Full;
+    constexpr int l = std::decay_t<decltype(a)>::S::count;
     const auto n = at(a.scope.n);
     const Arena::Frame frame(eos::arena);
     const auto take = [](auto kind, std::size_t size) { return eos::arena.take<decltype(kind)>(size); };
@@ -199,14 +192,13 @@ struct xnhb : ArrayFamily {
     auto* unbonded = take(D{}, count);
     std::fill_n(types, count, 1.0);
     if constexpr (l > 0)
-      for (std::size_t k = 0; k < count; ++k) unbonded[k] = a.template number<l>(3, site[k]);
-    const D rho = a.template variable<l>(a.value(1), 'r');
+      for (std::size_t k = 0; k < count; ++k) unbonded[k] = a.full(3, site[k]);
+    const D rho = a.variable(a.value(1), 'r');
     for (std::size_t k = 0; k < count; ++k) {
       D sum(1.0);
       for (std::size_t m = 0; m < count; ++m) {
         const std::size_t from = site[m] % n, to = site[k] % n, s = site[m] / n, r = site[k] / n;
-        const D b = rho * fraction(a, static_cast<int>(from)) *
-                    a.template number<l>(2, from + n * (to + n * (s + 5 * r))) *
+        const D b = rho * fraction(a, static_cast<int>(from)) * a.full(2, from + n * (to + n * (s + 5 * r))) *
                     static_cast<double>(record.nhb_no[from][s]);
         bond[k * count + m] = numerics::value(b);
         if constexpr (l > 0) sum = sum + b * unbonded[m];
@@ -249,18 +241,16 @@ struct j2j3 : ArrayFamily {
   static constexpr std::array inputs{Input{}, Input{0, 1, {3, 1, 1}}, Input{1, 1, {3, 0, 0}}};  // t, eta, eps
   static constexpr Input output(std::size_t k) { return {k == 0 ? 2 : 3, 3}; }
 
-  template <char... V>
-  static int eval(const Arguments<j2j3, V...>& args, const auto& emit) {
-    constexpr int l = Slots<V...>::count;
-    using D = Dual<l>;
+  static int eval(const auto& args, const auto& emit) {
+    using D = typename std::decay_t<decltype(args)>::Full;
     const auto n = at(args.scope.n);
-    const D inverse_t = numerics::inverse(args.template variable<l>(args.value(0), 't'));
-    const D eta = args.template number<l>(1, 0);
+    const D inverse_t = numerics::inverse(args.variable(args.value(0), 't'));
+    const D eta = args.full(1, 0);
     for (int type = eos::tables.first_type; type <= eos::tables.last_type; ++type) {
       const auto& [a, b, c] = polar_type(type);
       for (std::size_t i = 0; i < n; ++i) {
         for (std::size_t j = 0; j < n; ++j) {
-          const D ei = args.template number<l>(2, i), ej = args.template number<l>(2, j);
+          const D ei = args.full(2, i), ej = args.full(2, j);
           const D h = numerics::sqrt(D(ei * ej)) * inverse_t;
           std::array<D, 5> powers;
           for (std::size_t k = 0; k < 5; ++k) powers[k] = h * b[i][j][k] + a[i][j][k];
@@ -283,13 +273,11 @@ struct a2a3 : ArrayFamily {
                                      Input{3, 3, {3, 4, 3}}};  // x, t, rho, j2, j3
   static constexpr Input output(std::size_t) { return {0, 3}; }
 
-  template <char... V>
-  static int eval(const Arguments<a2a3, V...>& a, const auto& emit) {
-    constexpr int l = Slots<V...>::count;
-    using D = Dual<l>;
+  static int eval(const auto& a, const auto& emit) {
+    using D = typename std::decay_t<decltype(a)>::Full;
     const auto n = at(a.scope.n);
-    const D inverse_t = numerics::inverse(a.template variable<l>(a.value(1), 't'));
-    const D rho = a.template variable<l>(a.value(2), 'r');
+    const D inverse_t = numerics::inverse(a.variable(a.value(1), 't'));
+    const D rho = a.variable(a.value(2), 'r');
     for (int type = eos::tables.first_type; type <= eos::tables.last_type; ++type) {
       const auto t = at(type);
       D sum2(0.0), sum3(0.0);
@@ -298,10 +286,10 @@ struct a2a3 : ArrayFamily {
           const D xx = fraction(a, i) * fraction(a, j);
           const auto ui = at(i), uj = at(j);
           if (const double factor = eos::polar.gamma2[t][uj][ui]; factor != 0)
-            sum2 = sum2 + xx * a.template number<l>(3, t + 3 * (ui + n * uj)) * factor;
+            sum2 = sum2 + xx * a.full(3, t + 3 * (ui + n * uj)) * factor;
           for (int k = a.first(); k < a.last(); ++k)
             if (const double factor = eos::polar.gamma3[t][at(k)][uj][ui]; factor != 0)
-              sum3 = sum3 + xx * fraction(a, k) * a.template number<l>(4, t + 3 * (ui + n * (uj + n * at(k)))) * factor;
+              sum3 = sum3 + xx * fraction(a, k) * a.full(4, t + 3 * (ui + n * (uj + n * at(k)))) * factor;
         }
       }
       emit(0, t, D(sum2 * rho * inverse_t * inverse_t * eos::second_order_factor));

@@ -23,14 +23,14 @@ void evaluate_moments(const Scope& scope, const double* const* in, double* const
   const Arguments<Family, V...> args(scope, in);
 
   std::array<X, count> m;
-  const std::array<D, count> base = Family::at_state(args);
+  const std::array<D, count> base = Family::moments_of(args, -1);
   for (std::size_t a = 0; a < m.size(); ++a) {
     m[a] = X(base[a]);
     if constexpr (order > 0) m[a].c[a + 1] = D(1.0);
   }
   if constexpr (S::has('r') || S::has('e')) {
     X& eta = m[Family::eta];
-    const D shift = args.template shift<S::plain>(S::has('r') ? 'r' : 'e');
+    const D shift = args.shift(S::has('r') ? 'r' : 'e');
     const X ratio = S::has('r') ? X(D(shift + 1.0)) : X(1.0 + shift / eta);
     for (std::size_t a = 0; a < m.size(); ++a)
       if (a != Family::eta && Family::other_scales) m[a] *= ratio;
@@ -38,7 +38,7 @@ void evaluate_moments(const Scope& scope, const double* const* in, double* const
   }
   std::array<std::array<D, count>, nmax> gradient;
   if constexpr (order > 0)
-    for (int i = 0; i < scope.n; ++i) gradient[at(i)] = Family::gradient(args, i);
+    for (int i = 0; i < scope.n; ++i) gradient[at(i)] = Family::moments_of(args, i);
 
   // Choice w of a moment for each x slot, its digits in base `count`.
   constexpr std::size_t choices = power_of(count, order);
@@ -65,7 +65,7 @@ void evaluate_moments(const Scope& scope, const double* const* in, double* const
   Family::eval(args, m, emit);
 }
 
-/// A moment family: how its members are evaluated, and the value by default.
+/// The usual case. `moments_of(args, i)` are the moments (i of -1), or their derivatives by the fraction of i.
 struct MomentFamily {
   static constexpr std::size_t outputs = 1, eta = 0;
   static constexpr bool other_scales = false;
@@ -78,14 +78,7 @@ struct EtaFamily : MomentFamily {
   static constexpr int moments = 1;
   static constexpr std::array inputs{Input{0, 1, {3, 0, 1}}};
 
-  template <class F, char... V>
-  static std::array<Dual<Slots<V...>::plain>, 1> at_state(const Arguments<F, V...>& a) {
-    return {a.template number<Slots<V...>::plain>(0, 0)};
-  }
-  template <class F, char... V>
-  static std::array<Dual<Slots<V...>::plain>, 1> gradient(const Arguments<F, V...>& a, int i) {
-    return {a.template number<Slots<V...>::plain>(0, 0, i)};
-  }
+  static auto moments_of(const auto& a, int i) { return std::array{a.plain(0, 0, i)}; }
   static void eval(const auto&, const auto& m, const auto& emit) { emit(0, 0, Derived::of(m[0])); }
 };
 
@@ -122,13 +115,9 @@ struct SegmentFamily : MomentFamily {
   static constexpr std::size_t eta = 1;
   static constexpr std::array inputs{Input{0, 1, {3, 0, 1}}};
 
-  template <class F, char... V>
-  static std::array<Dual<Slots<V...>::plain>, 2> at_state(const Arguments<F, V...>& a) {
-    return {Dual<Slots<V...>::plain>(working.mmean), a.template number<Slots<V...>::plain>(0, 0)};
-  }
-  template <class F, char... V>
-  static std::array<Dual<Slots<V...>::plain>, 2> gradient(const Arguments<F, V...>& a, int i) {
-    return {Dual<Slots<V...>::plain>(record.mseg[at(i)]), a.template number<Slots<V...>::plain>(0, 0, i)};
+  static auto moments_of(const auto& a, int i) {
+    const auto eta_part = a.plain(0, 0, i);
+    return std::array{std::decay_t<decltype(eta_part)>(i < 0 ? working.mmean : record.mseg[at(i)]), eta_part};
   }
 };
 
@@ -143,14 +132,13 @@ struct c1 : SegmentFamily {
 /// I1 and I2; of eta I1 and eta I2 where a derivative by eta is asked for.
 struct intgpert : SegmentFamily {
   static constexpr std::size_t outputs = 2;
-  template <class F, char... V>
-  static void eval(const Arguments<F, V...>&, const auto& m, const auto& emit) {
+  static void eval(const auto& a, const auto& m, const auto& emit) {
     using X = typename std::decay_t<decltype(m)>::value_type;
     const auto weights = eos::mean_segment_weights(m[0]);
     std::size_t output = 0;
     for (const auto* constants : {&eos::ap, &eos::bp}) {
       const X i = eos::integral(eos::integral_coefficients(*constants, weights), m[1]);
-      emit(output++, 0, Slots<V...>::has('e') ? X(m[1] * i) : i);
+      emit(output++, 0, std::decay_t<decltype(a)>::S::has('e') ? X(m[1] * i) : i);
     }
   }
 };
@@ -163,19 +151,8 @@ struct gij : MomentFamily {
   static constexpr std::array inputs{Input{1, 1, {3, 0, 0}}, Input{0, 1, {3, 0, 1}}, Input{0, 1, {3, 0, 1}}};
   static std::size_t size(int n) { return at(n * n); }
 
-  template <class F, char... V>
-  static std::array<Dual<Slots<V...>::plain>, 2> at_state(const Arguments<F, V...>& a) {
-    constexpr int l = Slots<V...>::plain;
-    return {a.template number<l>(1, 0), a.template number<l>(2, 0)};
-  }
-  template <class F, char... V>
-  static std::array<Dual<Slots<V...>::plain>, 2> gradient(const Arguments<F, V...>& a, int i) {
-    constexpr int l = Slots<V...>::plain;
-    return {a.template number<l>(1, 0, i), a.template number<l>(2, 0, i)};
-  }
-  template <class F, char... V>
-  static void eval(const Arguments<F, V...>& a, const auto& m, const auto& emit) {
-    using D = Dual<Slots<V...>::plain>;
+  static auto moments_of(const auto& a, int i) { return std::array{a.plain(1, 0, i), a.plain(2, 0, i)}; }
+  static void eval(const auto& a, const auto& m, const auto& emit) {
     const auto n = at(a.scope.n);
     const auto u = inverse(1.0 - m[1]);
     if (a.single()) {
@@ -184,10 +161,10 @@ struct gij : MomentFamily {
     }
     const auto w = m[0] * u;
     for (std::size_t i = 0; i < n; ++i) {
-      const D di = a.template number<Slots<V...>::plain>(0, i);
+      const auto di = a.plain(0, i);
       for (std::size_t j = 0; j <= i; ++j) {
-        const D dj = a.template number<Slots<V...>::plain>(0, j);
-        const auto value = eos::contact_at(u, w * D(i == j ? di * 0.5 : di * dj / (di + dj)));
+        const auto dj = a.plain(0, j);
+        const auto value = eos::contact_at(u, w * decltype(a.plain(0, 0))(i == j ? di * 0.5 : di * dj / (di + dj)));
         emit(0, i + n * j, value);
         if (i != j) emit(0, j + n * i, value);
       }
@@ -200,18 +177,15 @@ struct d_avg : MomentFamily {
   static constexpr int moments = 2;
   static constexpr std::array inputs{Input{1}, Input{1, 1, {3, 0, 0}}};  // x, d
 
-  template <class F, char... V>
-  static std::array<Dual<Slots<V...>::plain>, 2> gradient(const Arguments<F, V...>& a, int i) {
-    const double m = record.mseg[at(i)];
-    return {Dual<Slots<V...>::plain>(m), numerics::cube(a.template number<Slots<V...>::plain>(1, at(i))) * m};
-  }
-  template <class F, char... V>
-  static std::array<Dual<Slots<V...>::plain>, 2> at_state(const Arguments<F, V...>& a) {
-    using D = Dual<Slots<V...>::plain>;
-    std::array<D, 2> sum{D(0.0), D(0.0)};
-    for (int i = 0; i < a.scope.n; ++i)
-      for (std::size_t k = 0; k < 2; ++k)
-        sum[k] = sum[k] + gradient(a, i)[k] * (a.scope.n == 1 ? 1.0 : a.value(0, at(i)));
+  static auto moments_of(const auto& a, int i) {
+    using D = typename std::decay_t<decltype(a)>::Plain;
+    const auto share = [&a](int k) {
+      return std::array{D(record.mseg[at(k)]), D(numerics::cube(a.plain(1, at(k))) * record.mseg[at(k)])};
+    };
+    if (i >= 0) return share(i);
+    std::array sum{D(0.0), D(0.0)};
+    for (int k = 0; k < a.scope.n; ++k)
+      for (std::size_t m = 0; m < 2; ++m) sum[m] = sum[m] + share(k)[m] * (a.scope.n == 1 ? 1.0 : a.value(0, at(k)));
     return sum;
   }
   static void eval(const auto&, const auto& m, const auto& emit) { emit(0, 0, cbrt(m[1] / m[0])); }
@@ -222,20 +196,15 @@ struct eta_simp : MomentFamily {
   static constexpr int moments = 2;
   static constexpr std::array inputs{Input{1}, Input{}, Input{0, 1, {3, 0, 1}}};  // x, rho, d_avg
 
-  template <class F, char... V>
-  static std::array<Dual<Slots<V...>::plain>, 2> gradient(const Arguments<F, V...>& a, int i) {
-    return {Dual<Slots<V...>::plain>(record.mseg[at(i)]), a.template number<Slots<V...>::plain>(2, 0, i)};
-  }
-  template <class F, char... V>
-  static std::array<Dual<Slots<V...>::plain>, 2> at_state(const Arguments<F, V...>& a) {
-    double mbar = 0;
-    for (int i = 0; i < a.scope.n; ++i) mbar += a.value(0, at(i)) * record.mseg[at(i)];
-    return {Dual<Slots<V...>::plain>(mbar), a.template number<Slots<V...>::plain>(2, 0)};
+  static auto moments_of(const auto& a, int i) {
+    double mbar = i < 0 ? 0.0 : record.mseg[at(i)];
+    for (int k = 0; k < (i < 0 ? a.scope.n : 0); ++k) mbar += a.value(0, at(k)) * record.mseg[at(k)];
+    const auto diameter = a.plain(2, 0, i);
+    return std::array{std::decay_t<decltype(diameter)>(mbar), diameter};
   }
   /// The slope by t alone has half of the model's pi as a constant of its own.
-  template <class F, char... V>
-  static void eval(const Arguments<F, V...>& a, const auto& m, const auto& emit) {
-    constexpr bool slope = Slots<V...>::orders == Orders{1, 0, 0};
+  static void eval(const auto& a, const auto& m, const auto& emit) {
+    constexpr bool slope = std::decay_t<decltype(a)>::S::orders == Orders{1, 0, 0};
     emit(0, 0, numerics::cube(m[1]) * m[0] * (a.value(1) * (slope ? 1.570796326795 / 3.0 : fluid_module::pi_6)));
   }
 };

@@ -126,6 +126,8 @@ template <class Family, char... V>
 class Arguments {
  public:
   using S = Slots<V...>;
+  using Plain = Dual<S::plain>;  ///< numbers over the slots other than x
+  using Full = Dual<S::count>;   ///< numbers over all slots
 
   Arguments(const Scope& s, const double* const* arrays) : scope(s) {
     for_arguments(Family::inputs, S::orders, [&](std::size_t i, std::size_t c) { table_[i][c] = *arrays++; });
@@ -134,26 +136,21 @@ class Arguments {
   const Scope scope;
   std::array<int, S::count + 1> p{};  ///< by slot: the component of an x slot
 
-  /// Entry `k` of input `i` with its derivatives in the first L slots, and by one more fraction when `extra` >= 0.
-  template <int L>
-  [[nodiscard]] Dual<L> number(std::size_t i, std::size_t k, int extra = -1) const {
-    return make_dual<L>([&](unsigned mask) { return part(i, k, mask, extra); });
+  /// Entry `k` of input `i` with its derivatives, all or without those by x; the latter by one fraction if `extra` >=
+  /// 0.
+  [[nodiscard]] Full full(std::size_t i, std::size_t k) const {
+    return make_dual<S::count>([&](unsigned mask) { return part(i, k, mask, -1); });
   }
-  /// The variable itself: `value`, and first order in its slots.
-  template <int L>
-  [[nodiscard]] Dual<L> variable(double value, char kind, int component = 0) const {
-    return make_dual<L>([&](unsigned mask) {
-      if (mask == 0) return value;
-      if ((mask & (mask - 1)) != 0) return 0.0;
-      std::size_t slot = 0;
-      while ((mask >> slot) != 1U) ++slot;
-      return S::kind[slot] == kind && (kind != 'x' || p[slot] == component) ? 1.0 : 0.0;
-    });
+  [[nodiscard]] Plain plain(std::size_t i, std::size_t k, int extra = -1) const {
+    return make_dual<S::plain>([&](unsigned mask) { return part(i, k, mask, extra); });
+  }
+  /// A variable itself: `value`, and first order in its slots.
+  [[nodiscard]] Full variable(double value, char kind, int component = 0) const {
+    return make_dual<S::count>([&](unsigned mask) { return mask == 0 ? value : unit(mask, kind, component); });
   }
   /// First-order parts in the slots of `kind` alone.
-  template <int L>
-  [[nodiscard]] Dual<L> shift(char kind) const {
-    return variable<L>(0.0, kind);
+  [[nodiscard]] Plain shift(char kind) const {
+    return make_dual<S::plain>([&](unsigned mask) { return unit(mask, kind, 0); });
   }
   [[nodiscard]] double value(std::size_t i, std::size_t k = 0) const { return table_[i][0][k]; }
 
@@ -164,6 +161,13 @@ class Arguments {
   [[nodiscard]] int last() const { return scope.ipure > 0 ? scope.ipure : scope.n; }
 
  private:
+  /// 1 for a single slot of that kind and component.
+  [[nodiscard]] double unit(unsigned mask, char kind, int component) const {
+    if (mask == 0 || (mask & (mask - 1)) != 0) return 0.0;
+    std::size_t slot = 0;
+    while ((mask >> slot) != 1U) ++slot;
+    return S::kind[slot] == kind && (kind != 'x' || p[slot] == component) ? 1.0 : 0.0;
+  }
   [[nodiscard]] double part(std::size_t i, std::size_t k, unsigned mask, int extra) const {
     Orders o;
     std::size_t offset = 0, stride = Family::inputs[i].size(scope.n);
