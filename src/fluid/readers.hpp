@@ -14,9 +14,9 @@ struct NameList {
   const char* data = nullptr;
   std::size_t length = 0;
 
-  /// Name number `i` from 0 without its trailing blanks; empty for a null array or zero length.
+  /// Name number `i` from 0 without its trailing blanks; empty for an unusable array.
   [[nodiscard]] std::string_view operator[](int i) const noexcept {
-    if (data == nullptr || i < 0) return {};
+    if (!usable_field(data, length) || i < 0) return {};
     return trimmed({data + static_cast<std::size_t>(i) * length, length});
   }
 };

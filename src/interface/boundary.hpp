@@ -41,7 +41,7 @@ inline bool fluid_selected() noexcept {
 inline void compose(TextField field, std::initializer_list<std::string_view> parts) noexcept {
   for (const std::string_view part : parts) {
     field.assign(part);
-    const std::size_t used = field.data == nullptr ? 0 : std::min(field.size, part.size());
+    const std::size_t used = usable_field(field.data, field.size) ? std::min(field.size, part.size()) : 0;
     field = {field.data + used, field.size - used};
   }
 }

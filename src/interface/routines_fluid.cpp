@@ -33,7 +33,7 @@ void reader(bool null, TextField err, Body&& body) noexcept {
 
 /// Entry `i` of a host's array of texts.
 TextField text_at(char* texts, std::size_t length, std::size_t i) {
-  return texts == nullptr ? TextField{} : TextField{texts + i * length, length};
+  return usable_field(texts, length) ? TextField{texts + i * length, length} : TextField{};
 }
 
 /// Reads parameters by `read` and hands the table to the host. Rows that were not read stay as they are.

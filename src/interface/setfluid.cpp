@@ -85,7 +85,7 @@ Message select(int nf, NameList names, const double* z) {
 Message check_arguments(const std::int32_t* nf, NameList names, const double* z) {
   if (boundary::any_null({nf, z})) return boundary::null_argument;
   if (*nf < 1 || *nf > nmax) return "TESSAREL error: number of components must be 1 to 20...";
-  if (names.data == nullptr || names.length == 0) return "TESSAREL error: names of the components are missing...";
+  if (!usable_field(names.data, names.length)) return "TESSAREL error: names of the components are missing...";
   if (!valid_composition(*nf, z))
     return "TESSAREL error: mole fractions must be finite numbers, none negative, and not all zero...";
   return no_errors;

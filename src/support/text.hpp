@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace tessarel {
@@ -32,9 +33,15 @@ inline constexpr Message no_errors = "No errors";
   return trimmed(a) == trimmed(b);
 }
 
-/// Copies `source` into a field of `size` characters, cut or blank-padded. A null field is left alone.
+/// True for a field that can hold text. A host's negative length arrives as more than any object has, and counts as
+/// no field at all.
+[[nodiscard]] constexpr bool usable_field(const char* data, std::size_t size) noexcept {
+  return data != nullptr && size > 0 && size <= static_cast<std::size_t>(PTRDIFF_MAX);
+}
+
+/// Copies `source` into a field of `size` characters, cut or blank-padded. An unusable field is left alone.
 inline void assign_padded(char* field, std::size_t size, std::string_view source) noexcept {
-  if (field == nullptr || size == 0) return;
+  if (!usable_field(field, size)) return;
   const std::size_t used = std::min(size, source.size());
   std::copy_n(source.data(), used, field);
   std::fill(field + used, field + size, ' ');
@@ -57,7 +64,7 @@ class FixedText {
   std::array<char, N> chars_;
 };
 
-/// A caller's text field. A null pointer or a zero length is an empty input and swallows any output.
+/// A caller's text field. A null pointer, a zero or a negative length is an empty input and swallows any output.
 struct TextField {
   char* data = nullptr;
   std::size_t size = 0;
@@ -65,9 +72,9 @@ struct TextField {
   void assign(std::string_view source) const noexcept { assign_padded(data, size, source); }
 };
 
-/// A caller's input text; null or zero-length reads as empty.
+/// A caller's input text; an unusable field reads as empty.
 [[nodiscard]] constexpr std::string_view input_text(const char* data, std::size_t size) noexcept {
-  return data == nullptr ? std::string_view{} : std::string_view{data, size};
+  return usable_field(data, size) ? std::string_view{data, size} : std::string_view{};
 }
 
 }  // namespace tessarel

@@ -188,6 +188,8 @@ TEST_F(PropertyCall, MessagesAreCutAtTheField) {
   EXPECT_EQ(field, "TESSA###");
   call(nullptr, 1000, field.data(), 6);
   EXPECT_EQ(field, "TESSAR##");
+  call("XX", static_cast<std::size_t>(-1), field.data(), static_cast<std::size_t>(-1));
+  EXPECT_EQ(field, "TESSAR##");
   call("XX", 2, nullptr, 6);
   call("XX", 2, field.data(), 0);
   EXPECT_EQ(field, "TESSAR##");

@@ -41,6 +41,7 @@ TEST_F(Selection, BadArgumentsAreRefusedAndChangeNothing) {
       {&two, names, 16, {1, 0}, true, null},
       {&two, nullptr, 16, {1, 0}, false, names_missing},
       {&two, names, 0, {1, 0}, false, names_missing},
+      {&two, names, static_cast<std::size_t>(-16), {1, 0}, false, names_missing},
       {&two, names, 16, {nan, 0.5}, false, fractions},
       {&two, names, 16, {0.5, nan}, false, fractions},
       {&two, names, 16, {inf, 0.5}, false, fractions},
@@ -70,8 +71,12 @@ TEST_F(Selection, MessagesAreCutAtTheFieldAndNullFieldsSkipped) {
   tessarel_setfluid(&one, "propane", &z, field.data(), 7, 10);
   EXPECT_EQ(field, "No errors ");
   tessarel_setfluid(&bad, "propane", &z, nullptr, 7, 10);
-  tessarel_setfluid(&bad, "propane", &z, field.data(), 7, 0);
-  EXPECT_EQ(field, "No errors ");
+  for (const std::size_t none : {std::size_t{0}, static_cast<std::size_t>(-1)}) {  // also a host's negative length
+    tessarel_setfluid(&bad, "propane", &z, field.data(), 7, none);
+    tessarel_fluidparameter("Omega", field.data(), 5, none);
+    tessarel_fluidparameter("Omega", field.data() + 9, none, 1);
+    EXPECT_EQ(field, "No errorsT");
+  }
 }
 
 TEST_F(Selection, SameNamesReadNothing) {
