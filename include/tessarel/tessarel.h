@@ -164,8 +164,8 @@ TESSAREL_API void tessarel_tmdprop(const char* spec, const int32_t* order, doubl
  *                 mole numbers
  *   err      out  "No errors"; or the texts for null pointers and for no fluid selected, and nothing else is written
  */
-TESSAREL_API void tessarel_capeopenderiv(const double *t, const double *p, const double *v, double *dv, double *dh,
-                                         double *ds, double *dg, double *dlnphi, char *err, size_t err_len);
+TESSAREL_API void tessarel_capeopenderiv(const double* t, const double* p, const double* v, double* dv, double* dh,
+                                         double* ds, double* dg, double* dlnphi, char* err, size_t err_len);
 
 #ifdef __cplusplus
 }

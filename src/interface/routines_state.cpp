@@ -5,6 +5,7 @@
 #include "eos/helmholtz.hpp"
 #include "eos/pressure.hpp"
 #include "interface/routines_support.hpp"
+#include "interface/sectmdprop.hpp"
 
 using namespace tessarel;
 using namespace tessarel::routines;
@@ -71,6 +72,16 @@ ARRAY(calc_p_module, calc_d2p_dndn)
 
 NUMBER(calc_hsu_module, calc_cv)
 NUMBER(calc_hsu_module, calc_dcv_dt)
+
+extern "C" void tessarel_calc_sectmdprop(const int32_t* n, const double* x, const double* t, const double* rho,
+                                         double* cv, double* dpdt, double* dpdv, double* d2pdt2, double* d2pdv2,
+                                         double* d2pdtdv, double* dcvdt) {
+  scalars(!valid_count(n) || any_null({x, t, rho}), {cv, dpdt, dpdv, d2pdt2, d2pdv2, d2pdtdv, dcvdt}, [&] {
+    const SecondOrder d = calc_sectmdprop(*n, x, *t, *rho);
+    *cv = d.cv, *dpdt = d.dpdt, *dpdv = d.dpdv, *d2pdt2 = d.d2pdt2, *d2pdv2 = d.d2pdv2, *d2pdtdv = d.d2pdtdv;
+    *dcvdt = d.dcvdt;
+  });
+}
 
 extern "C" void tessarel_calc_p(const double* t, const double* v, double* p) {
   scalar(!boundary::fluid_selected() || any_null({t, v}), p, [&] { return calc_p_module::calc_p(*t, *v); });

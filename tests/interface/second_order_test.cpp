@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "interface/host.hpp"
+#include "tessarel/routines.h"
 
 namespace {
 
@@ -85,6 +86,22 @@ TEST_P(SecondOrder, HeatCapacitiesDifferByTheExpansionWork) {
   at_both_states([&](const char* spec, const Call& a, double t) {
     const double cp = slope([&](double x) { return host::at_tp(spec, x, a.p * 1e5).h; }, t);
     expect_relative(cp, a.cv + t * a.dpdt * a.dpdt / -a.dpdv / 1000, 1e-8, "cp");
+  });
+}
+
+TEST_P(SecondOrder, MolarValuesAreThoseOfThePropertyCall) {
+  at_both_states([&](const char*, const Call& a, double t) {
+    const auto n = static_cast<std::int32_t>(GetParam().z.size());
+    const double v = a.v * mass_, rho = 6.022045e-7 / v;
+    double cv = 0, dpdt = 0, dpdv = 0, d2pdt2 = 0, d2pdv2 = 0, d2pdtdv = 0, dcvdt = 0;
+    tessarel_calc_sectmdprop(&n, GetParam().z.data(), &t, &rho, &cv, &dpdt, &dpdv, &d2pdt2, &d2pdv2, &d2pdtdv, &dcvdt);
+    expect_relative(cv / mass_ / 1000, a.cv, 1e-11, "cv");
+    expect_relative(dpdt, a.dpdt, 1e-11, "dp/dT");
+    expect_relative(dpdv * mass_, a.dpdv, 1e-11, "dp/dv");
+    expect_relative(d2pdt2, a.d2pdt2, 1e-10, "d2p/dT2");
+    expect_relative(d2pdv2 * mass_ * mass_, a.d2pdv2, 1e-11, "d2p/dv2");
+    expect_relative(d2pdtdv * mass_, a.d2pdtdv, 1e-11, "d2p/dTdv");
+    expect_relative(dcvdt / mass_, a.dcvdt, 1e-10, "dcv/dT");
   });
 }
 

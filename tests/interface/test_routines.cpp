@@ -140,7 +140,7 @@ ROUTINE(calc_d2p_dtdrho) ROUTINE(calc_dp_dx) ROUTINE(calc_dp_dn) ROUTINE(calc_d2
 ROUTINE(calc_v) ROUTINE(calc_rho) ROUTINE(calc_eta_rho) ROUTINE(calc_rho_eta) ROUTINE(calc_p_eta12)
 ROUTINE(calc_z_ass_eta12) ROUTINE(calc_z_pol_eta12) ROUTINE(densiter) ROUTINE(calc_g_rho123_simp)
 ROUTINE(calc_gii_rho123) ROUTINE(calc_gij_rho123) ROUTINE(calc_gij_eta123) ROUTINE(calc_c_eta123)
-ROUTINE(calc_intgpert_eta123) ROUTINE(calc_hsu) ROUTINE(calc_cv) ROUTINE(calc_dcv_dt) ROUTINE(calc_lnphi)
+ROUTINE(calc_intgpert_eta123) ROUTINE(calc_hsu) ROUTINE(calc_cv) ROUTINE(calc_dcv_dt) ROUTINE(calc_sectmdprop) ROUTINE(calc_lnphi)
 ROUTINE(calc_lnphi_tp) ROUTINE(calc_lnphi_n) ROUTINE(calc_lnphi_tpn) ROUTINE(calc_dlnphi_dt) ROUTINE(calc_dlnphi_dp)
 ROUTINE(calc_dlnphi_dx) ROUTINE(calc_dlnphi_dn) ROUTINE(calc_lnphi_tprho) ROUTINE(calc_lnphi_tpxn)
 ROUTINE(calc_lnphi_rho) ROUTINE(calc_dlnphi_dt_rho) ROUTINE(calc_dlnphi_dp_rho) ROUTINE(calc_dlnphi_drho_t)
