@@ -129,9 +129,9 @@ void tessarel_determinant(const int32_t* n, const double* a, double* det, int32_
 void tessarel_fugacoeff(const int32_t* icon, const int32_t* mt, const int32_t* n, const double* z, const double* t,
                         const double* p, double* lnphi, double* dlnphi_dt, double* dlnphi_dp, double* dlnphi_dn,
                         int32_t* ic, int32_t* ierr) {
-  const bool by_tp = icon != nullptr && (*icon == 2 || *icon == 6),
-             by_n = icon != nullptr && (*icon == 3 || *icon == 6);
-  const bool refused = !valid_count(n) || any_null({icon, mt, z, t, p, lnphi, ic, ierr}) ||
+  if (icon == nullptr) return;
+  const bool by_tp = *icon == 2 || *icon == 6, by_n = *icon == 3 || *icon == 6;
+  const bool refused = !valid_count(n) || any_null({mt, z, t, p, lnphi, ic, ierr}) ||
                        (by_tp && any_null({dlnphi_dt, dlnphi_dp})) || (by_n && dlnphi_dn == nullptr);
   run(refused,
       [&] { flash::fugacoeff(*icon, *mt, *n, z, *t, *p, lnphi, dlnphi_dt, dlnphi_dp, dlnphi_dn, *ic, *ierr); });
