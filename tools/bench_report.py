@@ -5,6 +5,7 @@ results.json is what `tessarel_bench --benchmark_format=json --benchmark_repetit
 smallest time counts, since other load on the machine can only add. The unit is `plain a` at four components.
 """
 import json
+import re
 import sys
 
 results = json.load(open(sys.argv[1]))
@@ -19,7 +20,7 @@ for row in results["benchmarks"]:
 unit = times["plain a/4"]
 print(f"One unit: {unit:.0f} ns.\n")
 print("| call | ns | units | times calc_a at the same n | pressures, site passes |\n|---|---:|---:|---:|---:|")
-for name, time in times.items():
+for name, time in sorted(times.items(), key=lambda row: [int(p) if p.isdigit() else p for p in re.split(r"(\d+)", row[0])]):
     parts = name.split("/")
     own = times.get("calc_a/" + parts[1]) if len(parts) > 1 else None
     ratio = f"{time / own:.2f}" if own else ""
