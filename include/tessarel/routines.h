@@ -305,6 +305,7 @@ TESSAREL_API void tessarel_calc_rho_eta(const int32_t* n, const double* x, const
  *   dij        n x n pair diameters d_i d_j / (d_i + d_j) [A]; not read for n = 1 and in the simplified model
  *   m2es3, m2e2s3   the dispersion sums of calc_pertterm
  *   delta_t0   n x n x 5 x 5 association strengths at a contact value of 1, those of calc_deltaab with gij = 1 [A3];
+ *              sites that the selected fluid has alike are read once, from the first of them;
  *              read for associating fluids
  * calc_p_eta12 gives p with its derivatives by eta at constant t and x [Pa]; the other two the association and the
  * polar term of z likewise, 0 where the fluid has none. densiter starts from eta and updates it; messages as calc_v. */

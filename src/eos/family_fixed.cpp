@@ -97,7 +97,7 @@ double association_of_pure(double rho, double eta, const double* delta_t) {
   std::array<double, most * most> bond{};
   types.fill(1.0);
   for (std::size_t a = 0; a < count; ++a)
-    for (std::size_t b = 0; b < count; ++b) bond[a * count + b] = rho * g * delta_t[a + most * b] * record.nhb_no[0][b];
+    for (std::size_t b = 0; b < count; ++b) bond[a * count + b] = rho * g * delta_t[b + most * a] * record.nhb_no[0][b];
   eos::solve_unbonded(record.nhb_typ[0], types.data(), bond.data(), eos::site_tolerance(eta), x.data());
   double a_ass = 0;
   for (std::size_t a = 0; a < count; ++a) a_ass += record.nhb_no[0][a] * (std::log(x[a]) + (1.0 - x[a]) / 2.0);

@@ -88,19 +88,13 @@ Blocks prepare_blocks(const MixtureState<double>& state, int n, const double* x,
   return b;
 }
 
-double mean(int n, const double* x, const double* f) {
-  double sum = 0;
-  for (int k = 0; k < n; ++k) sum += x[k] * f[k];
-  return sum;
-}
-
 void assemble_lnphi(int n, const double* x, const Blocks& b, double z, double* lnphi) {
   const double common = b.a + z - 1.0 - std::log(z);
   if (n == 1) {
     lnphi[0] = common;
     return;
   }
-  const double s = mean(n, x, b.a_x);
+  const double s = weighted(n, x, b.a_x);
   for (int i = 0; i < n; ++i) lnphi[i] = b.a_x[i] + common - s;
 }
 
@@ -111,7 +105,7 @@ void slope_rho(int n, const double* x, const Blocks& b, double z, double rho, do
     out[0] = (z - 1.0) / rho + common;
     return;
   }
-  const double s = mean(n, x, b.z_x);
+  const double s = weighted(n, x, b.z_x);
   for (int i = 0; i < n; ++i) out[i] = (b.z_x[i] + z - 1.0 - s) / rho + common;
 }
 
@@ -122,7 +116,7 @@ void slope_t(int n, const double* x, const Blocks& b, double z, double* out) {
     out[0] = common;
     return;
   }
-  const double s = mean(n, x, b.a_tx);
+  const double s = weighted(n, x, b.a_tx);
   for (int i = 0; i < n; ++i) out[i] = b.a_tx[i] + common - s;
 }
 
@@ -132,20 +126,10 @@ void slope_x(int n, const double* x, const Blocks& b, double z, const double* by
              double* out) {
   for (int j = 0; j < n; ++j) {
     const double* column = b.a_xx + j * n;
-    const double common = (1.0 - 1.0 / z) * b.z_x[j] - mean(n, x, column);
+    const double common = (1.0 - 1.0 / z) * b.z_x[j] - weighted(n, x, column);
     const double p_x = pressure_slope * b.z_x[j];
     for (int i = 0; i < n; ++i) out[i + j * n] = column[i] + common - by_p[i] * p_x;
   }
-}
-
-/// M(i,j) - sum over k of x(k) M(i,k), in place.
-void project_rows(int n, const double* x, double* m) {
-  fluid_module::Vector s;
-  std::fill_n(s.begin(), n, 0.0);
-  for (int k = 0; k < n; ++k)
-    for (int i = 0; i < n; ++i) s[at(i)] += x[k] * m[i + k * n];
-  for (int j = 0; j < n; ++j)
-    for (int i = 0; i < n; ++i) m[i + j * n] -= s[at(i)];
 }
 
 /// The outputs of a call; those not wanted are null.
@@ -230,7 +214,7 @@ void calc_dlnphi_dn(int n, const double* x, double t, double p, int phase, doubl
 
 namespace {
 
-/// The forms at a given density; p of 0 or less stands for the z of the equation of state.
+/// The forms at a given density; without `p` (null) z is that of the equation of state.
 void at_density(int n, const double* x, double t, double rho, const double* p, const Outputs& out) {
   const Arena::Frame frame(arena);
   MixtureState<double> state;

@@ -16,16 +16,6 @@ using namespace calc_a_module;
 using namespace calc_z_module;
 using fluid_module::pressure_factor;
 
-namespace {
-
-double mean(int n, const double* x, const double* f) {
-  double sum = 0;
-  for (int k = 0; k < n; ++k) sum += x[k] * f[k];
-  return sum;
-}
-
-}  // namespace
-
 void calc_dlnphi_dt_rho(int n, const double* x, double t, double rho, double* out) {
   const double a_t = calc_da_dt(n, x, t, rho);
   const auto z = calc_z_first_t(n, x, t, rho);
@@ -35,13 +25,13 @@ void calc_dlnphi_dt_rho(int n, const double* x, double t, double rho, double* ou
     return;
   }
   calc_d2a_dtdx(n, x, t, rho, out);
-  const double s = mean(n, x, out);
+  const double s = weighted(n, x, out);
   for (int i = 0; i < n; ++i) out[i] += common - s;
 }
 
 void calc_dlnphi_drho_t(int n, const double* x, double t, double rho, double* out) {
   const auto z = calc_z_rho_x(n, x, t, rho, out);
-  const double s = mean(n, x, out);
+  const double s = weighted(n, x, out);
   for (int i = 0; i < n; ++i)
     out[i] = ((n == 1 ? 0.0 : out[i] - s) + z.value - 1.0) / rho + (1.0 - 1.0 / z.value) * z.slope;
 }
@@ -52,18 +42,14 @@ void calc_dlnphi_dx_rho(int n, const double* x, double t, double rho, double* ou
   calc_d2a_dxdx(n, x, t, rho, out);
   for (int j = 0; j < n; ++j) {
     double* column = out + j * n;
-    const double common = (1.0 - 1.0 / z.value) * z_x[at(j)] - mean(n, x, column);
+    const double common = (1.0 - 1.0 / z.value) * z_x[at(j)] - weighted(n, x, column);
     for (int i = 0; i < n; ++i) column[i] += common;
   }
 }
 
 void calc_dlnphi_dn_rho(int n, const double* x, double t, double rho, double* out) {
   calc_dlnphi_dx_rho(n, x, t, rho, out);
-  for (int i = 0; i < n; ++i) {
-    double s = 0;
-    for (int k = 0; k < n; ++k) s += x[k] * out[i + k * n];
-    for (int j = 0; j < n; ++j) out[i + j * n] -= s;
-  }
+  project_rows(n, x, out);
 }
 
 void calc_d2lnphi_dxdx_rho(int n, const double* x, double t, double rho, double* out) {
@@ -80,7 +66,7 @@ void calc_d2lnphi_dxdx_rho(int n, const double* x, double t, double rho, double*
     for (std::size_t k = 0; k < size; ++k) {
       // a_ijk is symmetric: the entries over i lie together.
       double* line = out + (j + size * k) * size;
-      const double s = a_xx[j * size + k] + mean(n, x, line);
+      const double s = a_xx[j * size + k] + weighted(n, x, line);
       const double common = (1.0 - 1.0 / z) * z_xx[j * size + k] + z_x[j] * z_x[k] / (z * z) - s;
       for (std::size_t i = 0; i < size; ++i) line[i] += common;
     }

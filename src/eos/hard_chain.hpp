@@ -3,8 +3,11 @@
 // At fixed temperature and composition the moments zeta_k of the diameter are proportional to the density, so every
 // function here depends on the packing fraction eta = zeta3 alone, and with u = 1 / (1 - eta) becomes a polynomial:
 //
-//   z_hs = (u - 1) + A (u^2 - u) + B (2 u^3 - 3 u^2 + 1),   A = 3 zeta1 zeta2 / (zeta0 eta),   B = zeta2^3 / (zeta0
-//   eta^2) g_ij = u (1 + k_ij (u - 1)) (1 + 2 k_ij (u - 1)),        k_ij = zeta2 / eta * d_i d_j / (d_i + d_j)
+//   z_hs = (u - 1) + A (u^2 - u) + B (2 u^3 - 3 u^2 + 1)
+//   A    = 3 zeta1 zeta2 / (zeta0 eta)
+//   B    = zeta2^3 / (zeta0 eta^2)
+//   g_ij = u (1 + k_ij (u - 1)) (1 + 2 k_ij (u - 1))
+//   k_ij = zeta2 / eta * d_i d_j / (d_i + d_j)
 //
 // The fluid of one diameter, and the simplified model of a mean diameter, are the case A = 3, B = 1, k = 1/2
 // (Carnahan & Starling 1969).

@@ -72,6 +72,12 @@ void calc_a_da_dt(int n, const double* x, double t, double rho, double& a, doubl
   a = value.c[0];
   a_t = value.c[1];
 }
+void calc_a_dt12(int n, const double* x, double t, double rho, double& a, double& a1, double& a2) {
+  const auto value = a_by_t<2>(n, x, t, rho);
+  a = value.c[0];
+  a1 = value.c[1];
+  a2 = derivative(value, 2);
+}
 void calc_da_dt123(int n, const double* x, double t, double rho, double& a1, double& a2, double& a3) {
   const auto a = a_by_t<3>(n, x, t, rho);
   a1 = derivative(a, 1);

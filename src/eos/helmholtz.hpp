@@ -13,6 +13,8 @@ double calc_d2a_dt2(int n, const double* x, double t, double rho);
 double calc_d3a_dt3(int n, const double* x, double t, double rho);
 /// a and a_t in one evaluation.
 void calc_a_da_dt(int n, const double* x, double t, double rho, double& a, double& a_t);
+/// a with its first two derivatives by t in one evaluation.
+void calc_a_dt12(int n, const double* x, double t, double rho, double& a, double& a1, double& a2);
 /// The first three derivatives by t in one evaluation.
 void calc_da_dt123(int n, const double* x, double t, double rho, double& a1, double& a2, double& a3);
 

@@ -13,6 +13,22 @@ inline void project_first(std::size_t n, const double* x, const double* f_x, dou
   for (std::size_t i = 0; i < n; ++i) f_n[i] = f_x[i] - mean;
 }
 
+/// Sum of x_k f_k.
+inline double weighted(int n, const double* x, const double* f) {
+  double sum = 0;
+  for (int k = 0; k < n; ++k) sum += x[k] * f[k];
+  return sum;
+}
+
+/// M(i,j) - sum over k of x_k M(i,k) in place, M(i,j) at [i + n j].
+inline void project_rows(int n, const double* x, double* m) {
+  for (int i = 0; i < n; ++i) {
+    double sum = 0;
+    for (int k = 0; k < n; ++k) sum += x[k] * m[i + k * n];
+    for (int j = 0; j < n; ++j) m[i + j * n] -= sum;
+  }
+}
+
 /// f_nn from f_x and f_xx; `row` is a work array of n.
 inline void project_second(std::size_t n, const double* x, const double* f_x, const double* f_xx, double* row,
                            double* f_nn) {

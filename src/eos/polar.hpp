@@ -7,6 +7,8 @@
 // At one temperature and composition both are polynomials in eta.
 #pragma once
 
+#include <cmath>
+
 #include "eos/tables.hpp"
 #include "numerics/taylor.hpp"
 
@@ -21,7 +23,8 @@ struct PolarState {
   std::array<std::array<T, 5>, fluid_module::max_types> second, third;
 };
 
-/// Coefficients of one pair at temperature t; `softening` is eps_ij(t) / sqrt(epsil_i epsil_j), 1 for saftpar = 0.
+/// Coefficient of eta^k of one pair at temperature t; `softening_over_t` is eps_ij(t) / (sqrt(epsil_i epsil_j) t), 1 /
+/// t for saftpar = 0.
 template <class T>
 T pair_coefficient(const PolarPair& pair, std::size_t k, const T& softening_over_t) {
   return softening_over_t * pair.b[k] + pair.a[k];
@@ -42,17 +45,20 @@ N polar_slope(const auto& c, const N& eta, double power) {
   return sum;
 }
 
-/// a2 / (1 - a3 / a2). A type without a pair at this composition contributes nothing.
+/// Below this a2 counts as 0: a type without a pair at this composition, or with its components in traces of 1e-20.
+inline constexpr double negligible_a2 = 1e-40;
+
+/// a2 / (1 - a3 / a2). Where a2 is negligible, so is the result, and a3 against a2: their sum stands for it.
 template <class N>
 N pade(const N& a2, const N& a3) {
-  if (numerics::value(a2) == 0) return a2 + a3;
-  return a2 * a2 / (a2 - a3);
+  if (std::abs(numerics::value(a2)) < negligible_a2) return a2 + a3;
+  return a2 * numerics::inverse(1.0 - a3 / a2);
 }
 
 /// Slope of the Pade form by a variable in which a2 and a3 have the slopes da2 and da3.
 template <class N>
 N pade_slope(const N& a2, const N& a3, const N& da2, const N& da3) {
-  if (numerics::value(a2) == 0) return da2 + da3;
+  if (std::abs(numerics::value(a2)) < negligible_a2) return da2 + da3;
   const N r = a3 / a2;
   const N d = numerics::inverse(1.0 - r);
   return d * (da2 - (r * da2 - da3) * d);

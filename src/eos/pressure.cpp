@@ -81,8 +81,10 @@ void calc_d2p_dndn(int n, const double* x, double t, double rho, double* p_nn) {
 }
 
 EtaSlopes calc_p_deta(int n, int ipure, double t, double eta) {
-  const double rho = calc_vrho_module::calc_rho_eta(n, nullptr, ipure, t, eta);
-  const auto z = calc_z_rho123(n, nullptr, ipure, t, rho);
+  fluid_module::Vector ones;
+  ones.fill(1.0);
+  const double rho = calc_vrho_module::calc_rho_eta(n, ones.data(), ipure, t, eta);
+  const auto z = calc_z_rho123(n, ones.data(), ipure, t, rho);
   const double q = rho / eta, factor = pressure_factor * t;
   return {factor * rho * z.z, factor * q * (z.z + rho * z.z_rho), factor * q * q * (2.0 * z.z_rho + rho * z.z_rhorho),
           factor * q * q * q * (3.0 * z.z_rhorho + rho * z.z_rhorhorho)};

@@ -20,7 +20,8 @@ void calc_dp_dn(int n, const double* x, double t, double rho, double* p_n);
 /// volume; entry (i,j) at [i + j n].
 void calc_d2p_dndn(int n, const double* x, double t, double rho, double* p_nn);
 
-/// Pressure of component `ipure` alone by the packing fraction, with three derivatives.
+/// Pressure of component `ipure` alone by the packing fraction, with three derivatives; with `ipure` = 0 all fractions
+/// count as 1.
 struct EtaSlopes {
   double p, dp_deta, d2p_deta2, d3p_deta3;
 };

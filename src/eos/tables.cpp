@@ -157,6 +157,20 @@ void pack_polar(std::size_t type, const PairConstants& a, const PairConstants& b
   }
 }
 
+/// The components that every pair and triplet of a type holds, as often as all of them do: the only dipole beside
+/// quadrupoles once for the mixed type and twice for the dipole-dipole type.
+std::vector<int> common_components(std::size_t type) {
+  std::vector<int> common;
+  if (tables.pairs[type].empty()) return common;
+  for (int c = 0; c < record.n; ++c) {
+    int times = 2;
+    for (const PolarPair& p : tables.pairs[type]) times = std::min(times, (p.i == c) + (p.j == c));
+    for (const PolarTriplet& p : tables.triplets[type]) times = std::min(times, (p.i == c) + (p.j == c) + (p.k == c));
+    common.insert(common.end(), static_cast<std::size_t>(times), c);
+  }
+  return common;
+}
+
 void pack_polar_tables() {
   for (auto& pairs : tables.pairs) pairs.clear();
   for (auto& triplets : tables.triplets) triplets.clear();
@@ -166,6 +180,7 @@ void pack_polar_tables() {
   if (record.is_dipole) pack_polar(0, polar.dd_a, polar.dd_b, polar.dd_c);
   if (record.is_quapole) pack_polar(1, polar.qq_a, polar.qq_b, polar.qq_c);
   if (record.is_quadip) pack_polar(2, polar.dq_a, polar.dq_b, polar.dq_c);
+  for (std::size_t type = 0; type < tables.common.size(); ++type) tables.common[type] = common_components(type);
 }
 
 }  // namespace

@@ -55,6 +55,7 @@ struct Tables {
   int first_type = 0, last_type = -1;  ///< polar interaction types in force, from 0
   std::array<std::vector<PolarPair>, fluid_module::max_types> pairs;
   std::array<std::vector<PolarTriplet>, fluid_module::max_types> triplets;
+  std::array<std::vector<int>, fluid_module::max_types> common;  ///< factors of every pair and triplet
 };
 
 /// The tables of the selected fluid.

@@ -7,7 +7,6 @@
 #include "eos/density.hpp"
 #include "eos/fugacity.hpp"
 #include "eos/helmholtz.hpp"
-#include "eos/pressure.hpp"
 #include "fluid/fluid_module.hpp"
 
 namespace tessarel::flash {
@@ -28,12 +27,11 @@ int phase_of(std::int32_t mt) {
 
 /// The properties at a number density and the reduced volume that belongs to it.
 double properties(int n, const double* x, double t, double rho, double vr, double& p, double* aux) {
-  double a = 0, a_t = 0, a_tt = 0, a_ttt = 0;
-  a = calc_a_module::calc_a(n, x, t, rho);
-  calc_a_module::calc_da_dt123(n, x, t, rho, a_t, a_tt, a_ttt);
-  const double z_t = calc_z_module::calc_dz_dt(n, x, t, rho);
+  double a = 0, a_t = 0, a_tt = 0;
+  calc_a_module::calc_a_dt12(n, x, t, rho, a, a_t, a_tt);
+  const auto [z_eos, z_t] = calc_z_module::calc_z_first_t(n, x, t, rho);
   const double z_rho = calc_z_module::calc_dz_drho(n, x, 0, t, rho);
-  if (p == 0) p = calc_p_module::calc_p_rho(n, x, t, rho) * 1e-5;
+  if (p == 0) p = pressure_factor * z_eos * t * rho * 1e-5;
   const double z = p * vr / t;
   const double dpdv = -pressure_factor * t * (rho * z_rho + z) * rho * rho / avogadro_factor;
   const double dpdt = pressure_factor * rho * (t * z_t + z);

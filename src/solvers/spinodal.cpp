@@ -66,6 +66,7 @@ Message calc_vspin(double t, double& vliq, double& vvap) {
 }
 
 Message calc_pspin(double t, double& pliq, double& pvap) {
+  pliq = pvap = fluid_module::not_computed;
   if (above_critical_temperature(t) && !(std::abs(t - record.tc) < at_critical)) return beyond_limit;
   const Message of_liquid = branch_pressure(1, t, pliq);
   const Message of_vapour = branch_pressure(2, t, pvap);
@@ -101,6 +102,7 @@ Message bisec_spin(std::int32_t iphase, double p, double a, double b, double& t)
 }
 
 Message calc_tspin(double p, double& tliq, double& tvap) {
+  tliq = tvap = fluid_module::not_computed;
   if (p > (record.n == 1 ? record.pc : record.pcribar)) return beyond_limit;
   double tsat = 0;
   if (const Message message = calc_psat_tsat::calc_tsat(p, tsat); !ok(message)) return message;

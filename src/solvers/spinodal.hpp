@@ -1,7 +1,7 @@
 // The spinodal, the limit of stability dp/dv = 0 at fixed temperature and composition, of the selected fluid.
 //
 // Branches: 1 liquid, 2 vapour. The search for the volume is Newton's method on dp/deta = 0 from the dense and the
-// dilute end.
+// dilute end. Pressures and temperatures that a failure keeps from being computed are -8888.8.
 #pragma once
 
 #include <cstdint>

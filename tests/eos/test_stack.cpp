@@ -146,6 +146,14 @@ TEST(Stack, EveryMemberAgainstDifferences) {
   record.is_simp = false;
 }
 
+/// All fractions count as 1 where no component is named.
+TEST(Stack, PressureByEtaOfAllComponents) {
+  select_shipped({"methane", "n-butane"}, {0.4, 0.6});
+  const double ones[] = {1.0, 1.0}, t = 300, eta = 0.3;
+  const double rho = calc_vrho_module::calc_rho_eta(2, ones, 0, t, eta);
+  EXPECT_DOUBLE_EQ(calc_p_deta(2, 0, t, eta).p, calc_p_rho(2, ones, t, rho));
+}
+
 TEST(Stack, SymmetryAndProjections) {
   for (const Case& c : cases) {
     select_case(c);
@@ -232,6 +240,35 @@ TEST(Stack, EqualComponentsAndComponentsAlone) {
       const double* fractions = ipure == 0 ? x : unread;
       EXPECT_NEAR(calc_z(2, fractions, ipure, t, rho), z, 1e-10 * std::max(1.0, std::abs(z))) << name << ipure;
       EXPECT_NEAR(calc_d3z_drho3(2, fractions, ipure, t, rho), z3, 1e-9 * std::abs(z3)) << name << ipure;
+    }
+  }
+}
+
+/// The only dipole beside quadrupoles, and the only quadrupole beside dipoles, at fraction 0 and in traces: derivatives
+/// continue those at small fractions.
+TEST(Stack, PolarTraces) {
+  const double t = 300, rho = 0.009;
+  for (const auto& names : {std::vector<std::string>{"carbon dioxide", "acetone"},
+                            {"acetone", "carbon dioxide"},
+                            {"carbon dioxide", "benzene q", "acetone"}}) {
+    const std::size_t n = names.size();
+    select_shipped(names, Values(n, 1.0 / static_cast<double>(n)));
+    const auto derivatives = [&](double trace) {
+      Values x = n == 3 ? Values{0.5, 0.5, trace} : Values{1.0, trace};
+      const int count = static_cast<int>(n);
+      Values all(n + n * n + n * n * n);
+      calc_da_dx(count, x.data(), t, rho, all.data());
+      calc_d2a_dxdx(count, x.data(), t, rho, all.data() + n);
+      calc_d3a_dxdxdx(count, x.data(), t, rho, all.data() + n + n * n);
+      return all;
+    };
+    // Extrapolated to 0 from two fractions where nothing is lost; the error is of second order in them.
+    const Values one = derivatives(1e-5), two = derivatives(2e-5);
+    for (const double trace : {0.0, 1e-300, 1e-30, 1e-12}) {
+      const Values at_trace = derivatives(trace);
+      for (std::size_t k = 0; k < one.size(); ++k)
+        EXPECT_NEAR(at_trace[k], 2.0 * one[k] - two[k], 2e-6 * (1.0 + std::abs(one[k])))
+            << names[0] << "/" << names[n - 1] << " " << trace << " entry " << k;
     }
   }
 }
