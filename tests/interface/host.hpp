@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cctype>
 #include <cmath>
 #include <cstdint>
-#include <ostream>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,10 +43,14 @@ struct Call {
   std::array<double, 20> x{}, y{}, lnphi{};
   std::string err;
 
+  /// The call as it is, with the place of the volume and of the message given.
+  void raw(const char* spec, std::size_t size, std::int32_t order, double* volume, char* field, std::size_t width) {
+    tessarel_tmdprop(spec, &order, &t, &p, volume, &u, &h, &s, &q, &cv, &dpdt, &dpdv, &d2pdt2, &d2pdv2, &d2pdtdv,
+                     &dcvdt, x.data(), y.data(), lnphi.data(), field, size, width);
+  }
   Call& run(std::string_view spec, std::int32_t order = 0) {
     std::array<char, 200> field{};
-    tessarel_tmdprop(spec.data(), &order, &t, &p, &v, &u, &h, &s, &q, &cv, &dpdt, &dpdv, &d2pdt2, &d2pdv2, &d2pdtdv,
-                     &dcvdt, x.data(), y.data(), lnphi.data(), field.data(), spec.size(), field.size());
+    raw(spec.data(), spec.size(), order, &v, field.data(), field.size());
     err = text(field.data(), field.size());
     return *this;
   }
@@ -91,17 +97,6 @@ struct Case {
   double t_liquid, p_liquid, t_vapour, p_vapour;
 };
 
-inline void PrintTo(const Case& fluid, std::ostream* out) {
-  *out << fluid.title;
-}
-
-/// The name of a case in the list of tests.
-inline std::string case_name(const testing::TestParamInfo<Case>& test) {
-  std::string name = test.param.title;
-  std::erase_if(name, [](unsigned char c) { return std::isalnum(c) == 0; });
-  return name;
-}
-
 inline const std::vector<Case>& cases() {
   static const std::vector<Case> list = {
       {"propane", {"propane"}, {1}, 250, 50e5, 330, 5e5},
@@ -114,6 +109,31 @@ inline const std::vector<Case>& cases() {
       {"solvents", {"n-hexane", "benzene", "cyclohexane"}, {0.5, 0.3, 0.2}, 300, 10e5, 450, 2e5},
   };
   return list;
+}
+
+/// Runs `check(spec, state, fluid, molar mass)` on both states of every fluid.
+template <class Check>
+void at_states(std::int32_t order, Check&& check) {
+  for (const Case& fluid : cases())
+    for (const char* spec : {"TP Lph", "TP Vph"}) {
+      SCOPED_TRACE(std::string(fluid.title) + " " + spec);
+      ASSERT_EQ(select(fluid.names, fluid.z), "No errors");
+      const Call state = spec[3] == 'L' ? at_tp(spec, fluid.t_liquid, fluid.p_liquid, order)
+                                        : at_tp(spec, fluid.t_vapour, fluid.p_vapour, order);
+      ASSERT_EQ(state.err, "No errors");
+      check(spec, state, fluid, molar_mass(fluid.z));
+    }
+}
+
+/// The names that a header declares.
+inline std::set<std::string> declared_names(const std::string& header) {
+  std::ifstream file(PROJECT_DIR "/include/tessarel/" + header);
+  std::string source(std::istreambuf_iterator<char>(file), {});
+  source = std::regex_replace(source, std::regex(R"(/\*([^*]|\*+[^*/])*\*+/)"), "");
+  std::set<std::string> names;
+  const std::regex declaration(R"(\b(tessarel_\w+)\s*\()");
+  for (std::sregex_iterator it(source.begin(), source.end(), declaration), end; it != end; ++it) names.insert((*it)[1]);
+  return names;
 }
 
 }  // namespace host
