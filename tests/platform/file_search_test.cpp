@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -28,25 +30,15 @@ TEST(FileSearch, FindsWhatMatches) {
   for (const char* name : {"b.saf", "a.saf", "c.txt", "ab.saf"}) directory.write(name, "");
   const std::string& path = directory.path();
   std::string back_slashes = path;
-  for (char& c : back_slashes)
-    if (c == '/') c = '\\';
-  using Names = std::vector<std::string>;
-  const struct {
-    std::string pattern;
-    Names names;
-  } cases[] = {
-      {path + "*.saf", {"a.saf", "ab.saf", "b.saf"}},
-      {path + "?.saf", {"a.saf", "b.saf"}},
-      {path + "c.txt", {"c.txt"}},
-      {path + "*", {"a.saf", "ab.saf", "b.saf", "c.txt"}},
-      {back_slashes + "*.txt   ", {"c.txt"}},
-      {path + "*.db", {}},
-      {path, {}},
-      {path + "none/*", {}},
-      {path + std::string("*\0", 2), {}},
-      {"", {}},
-  };
-  for (const auto& c : cases) EXPECT_EQ(search(c.pattern), c.names) << c.pattern;
+  std::replace(back_slashes.begin(), back_slashes.end(), '/', '\\');
+  const std::map<std::string, std::vector<std::string>> cases{{path + "*.saf", {"a.saf", "ab.saf", "b.saf"}},
+                                                              {path + "?.saf", {"a.saf", "b.saf"}},
+                                                              {path + "c.txt", {"c.txt"}},
+                                                              {path + "*", {"a.saf", "ab.saf", "b.saf", "c.txt"}},
+                                                              {back_slashes + "*.txt   ", {"c.txt"}}};
+  for (const auto& [pattern, names] : cases) EXPECT_EQ(search(pattern), names) << pattern;
+  for (const std::string& pattern : {path + "*.db", path, path + "none/*", path + std::string("*\0", 2), std::string()})
+    EXPECT_TRUE(search(pattern).empty()) << pattern;
 }
 
 TEST(FileSearch, KeepsTwoSearchesApart) {

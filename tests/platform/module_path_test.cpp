@@ -2,8 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <filesystem>
+#include <map>
+#include <string>
 
 #include "platform/temporary_directory.hpp"
 #include "support/text.hpp"
@@ -37,18 +38,15 @@ TEST(ModulePath, HasNoDetours) {
   std::filesystem::create_directory_symlink("real/lib", base + "link");
   directory.write("real/lib/x.so", "");
   const std::string root = std::filesystem::canonical(base).string();
-  const struct {
-    std::string loaded, path;
-  } cases[] = {
+  const std::map<std::string, std::string> cases{
       {base + "real/lib/x.so", base + "real/lib/x.so"},
       {base + "real/./lib/./x.so", base + "real/lib/x.so"},
       {base + "real//lib///x.so", base + "real/lib/x.so"},
       {base + "real/../real/lib/x.so", root + "/real/lib/x.so"},
       {base + "link/x.so", base + "link/x.so"},
       {base + "link/../lib/x.so", root + "/real/lib/x.so"},  // ".." of what the link leads to
-      {base + "none/../real/lib/x.so", ""},
-  };
-  for (const auto& c : cases) EXPECT_EQ(plain_path(c.loaded), c.path) << c.loaded;
+      {base + "none/../real/lib/x.so", ""}};
+  for (const auto& [loaded, path] : cases) EXPECT_EQ(plain_path(loaded), path) << loaded;
   EXPECT_EQ(plain_path("./x.so"), (std::filesystem::current_path() / "x.so").string());
 }
 
