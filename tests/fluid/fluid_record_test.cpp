@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "fluid/fluid_module.hpp"
 #include "fluid/sample_records.hpp"
@@ -23,14 +25,12 @@ std::string read_file(const std::string& text, int place = 0) {
   return std::string(read_fluid_record(rows, place, "file"));
 }
 
-std::string read_database(std::string_view text, int place = 0) {
+std::string read_database(const std::string& text, int place = 0) {
   static sqlite::FluidData data;
   int count = 0;
-  while (!text.empty() && count < 255) {
-    const auto end = text.find('\n');
-    data[static_cast<std::size_t>(count++)].assign(text.substr(0, end));
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-  }
+  std::istringstream stream(text);
+  for (std::string line; count < 255 && std::getline(stream, line); ++count)
+    data[static_cast<std::size_t>(count)].assign(line);
   DatabaseRows rows(data, count);
   return std::string(read_fluid_record(rows, place, "file"));
 }
@@ -41,36 +41,28 @@ std::string replaced(std::string text, const std::string& from, const std::strin
   return text;
 }
 
+const std::string sample = head() + association + polar + "eof\n";
+
+/// What the sample gives, for comparisons.
+std::string sample_values() {
+  EXPECT_EQ(read_file(sample), "No errors");
+  return test::all_values(0);
+}
+
 TEST(FluidRecord, ValuesOfACompleteRecord) {
-  const std::string text = head() + association + polar + "eof\n";
-  for (auto read : {+[](const std::string& t) { return read_file(t, 3); },
-                    +[](const std::string& t) { return read_database(t, 3); }}) {
+  for (auto read : {read_file, read_database}) {
     record = Record{};
-    ASSERT_EQ(read(text), "No errors");
+    ASSERT_EQ(read(sample, 3), "No errors");
     const Record& r = record;
     EXPECT_EQ(r.compname[3].trimmed(), "sample");
-    EXPECT_EQ(r.tmin[3], 200);
-    EXPECT_EQ(r.tmax[3], 600.5);
-    EXPECT_EQ(r.molmas[3], 44.1);
-    EXPECT_EQ(r.omega[3], 0.15);
-    EXPECT_EQ(r.mseg[3], 2);
-    EXPECT_EQ(r.sigma[3], 3.6);
-    EXPECT_EQ(r.epsil[3], 208);
-    EXPECT_EQ(r.parat[3], 0.12);
-    EXPECT_EQ(r.cp0_a[3], 10);
-    EXPECT_EQ(r.cp0_b[3], 0.02);
-    EXPECT_EQ(r.cp0_c[3], 30e-6);
-    EXPECT_EQ(r.cp0_d[3], -40e-9);
-    EXPECT_EQ(r.delhf0[3], -1e5);
-    EXPECT_EQ(r.nhb_typ[3], 2);
-    EXPECT_EQ(r.nhb_no[3][0], 1);
+    const auto types = static_cast<double>(r.nhb_typ[3]), sites = static_cast<double>(r.nhb_no[3][0]);
+    const std::vector<double> values{r.tmin[3],      r.tmax[3],   r.molmas[3],  r.omega[3],  r.mseg[3],
+                                     r.sigma[3],     r.epsil[3],  r.parat[3],   r.cp0_a[3],  r.cp0_b[3],
+                                     r.cp0_c[3],     r.cp0_d[3],  r.delhf0[3],  types,       sites,
+                                     r.kap_hb[3][3], r.dipole[3], r.quapole[3], r.polariz[3]};
+    EXPECT_EQ(values, (std::vector<double>{200, 600.5, 44.1, 0.15, 2, 3.6, 208, 0.12, 10, 0.02, 30e-6, -40e-9, -1e5, 2,
+                                           1, 0.03, 1.5, 4.25, 2.5}));
     EXPECT_EQ(r.eps_hb[3][3][0][1], 2500.5);
-    EXPECT_EQ(r.eps_hb[3][3][1][0], 2500.5);
-    EXPECT_EQ(r.eps_hb[3][3][1][1], 0);
-    EXPECT_EQ(r.kap_hb[3][3], 0.03);
-    EXPECT_EQ(r.dipole[3], 1.5);
-    EXPECT_EQ(r.quapole[3], 4.25);
-    EXPECT_EQ(r.polariz[3], 2.5);
   }
 }
 
@@ -93,121 +85,63 @@ TEST(FluidRecord, SitePairsComeInRowsOfTheUpperTriangle) {
   EXPECT_EQ(record.kap_hb[0][0], 0.25);
 }
 
-TEST(FluidRecord, FormsThatBothRoutesAccept) {
-  ASSERT_EQ(read_file(head() + association + polar + "eof\n"), "No errors");
-  const std::string expected = test::all_values(0);
-  const std::string text = head() + association + polar + "eof\n";
-  const struct {
-    const char* what;
-    std::string text;
-  } both[] = {
-      {"capital keywords", replaced(replaced(text, "dipolar", "DiPoLaR"), "eof", "EOF")},
-      {"blanks behind keywords", replaced(text, "quadrupolar", "quadrupolar   ")},
-      {"tab behind a keyword", replaced(text, "quadrupolar", "quadrupolar\t")},
-      {"comments behind column 32", replaced(text, "dipolar\n", "dipolar" + std::string(25, ' ') + "! moment\n")},
-      {"comments behind values", replaced(text, "44.1", "\t44.1\tg/mol")},
-      {"other order of blocks", head() + polar + association + "eof"},
-      {"text behind eof", text + "anything\n"},
+TEST(FluidRecord, AcceptedForms) {
+  const std::string expected = sample_values(), text = head() + association + polar + "eof";  // no line end
+  const auto check = [&](auto read, const std::string& form) {
+    EXPECT_EQ(read(form, 0), "No errors") << form.substr(0, 400);
+    EXPECT_EQ(test::all_values(0), expected) << form.substr(0, 400);
   };
-  for (const auto& c : both) {
-    EXPECT_EQ(read_file(c.text), "No errors") << c.what;
-    EXPECT_EQ(test::all_values(0), expected) << c.what;
-    EXPECT_EQ(read_database(c.text), "No errors") << c.what;
-    EXPECT_EQ(test::all_values(0), expected) << c.what;
-  }
-}
-
-TEST(FluidRecord, FormsOfAFile) {
-  const std::string text = head() + association + polar + "eof\n";
-  ASSERT_EQ(read_file(text), "No errors");
-  const std::string expected = test::all_values(0);
-  const struct {
-    const char* what;
-    std::string text;
-  } cases[] = {
-      {"no blank rows", replaced(text, "\n\n", "\n")},
-      {"more blank rows", replaced(text, "\n", "\n\n \t\n")},
-      {"Windows line ends", replaced(text, "\n", "\r\n")},
-      {"byte-order mark", "\xEF\xBB\xBF" + text},
-      {"no line end at the end", text.substr(0, text.size() - 1)},
-      {"a long comment", replaced(text, "44.1", "44.1 " + std::string(300000, 'x'))},
-      {"a long row of blanks", replaced(text, "44.1", std::string(10000, ' ') + "44.1")},
-      {"a NUL in a comment", replaced(text, "44.1", std::string("44.1 \0\0", 7))},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(read_file(c.text), "No errors") << c.what;
-    EXPECT_EQ(test::all_values(0), expected) << c.what;
-  }
-}
-
-TEST(FluidRecord, TheDatabaseSkipsSeparatorsUnread) {
-  const std::string text = head() + "dipolar\n1.5\n\neof\n";
-  ASSERT_EQ(read_database(text), "No errors");
-  const std::string expected = test::all_values(0);
-  EXPECT_EQ(read_database(replaced(text, "\n\n", "\nanything\n")), "No errors");
-  EXPECT_EQ(test::all_values(0), expected);
-  // A blank row in place of a keyword moves on by two rows.
-  EXPECT_EQ(read_database(head() + "\nunread\ndipolar\n1.5\n\neof"), "No errors");
-  EXPECT_EQ(test::all_values(0), expected);
+  const auto check_both = [&](const std::string& form) { check(read_file, form), check(read_database, form); };
+  check_both(replaced(replaced(text, "dipolar", "DiPoLaR"), "eof", "EOF"));
+  for (const char* keyword : {"quadrupolar   ", "quadrupolar\t"}) check_both(replaced(text, "quadrupolar", keyword));
+  check_both(replaced(text, "dipolar\n", "dipolar" + std::string(25, ' ') + "! behind column 32\n"));
+  check_both(replaced(text, "44.1", "\t44.1\tg/mol"));
+  check_both(head() + polar + association + "eof");
+  check_both(text + "\ntext behind eof\n");
+  check(read_file, replaced(text, "\n\n", "\n"));
+  for (const char* ends : {"\n\n \t\n", "\r\n"}) check(read_file, replaced(text, "\n", ends));
+  check(read_file, "\xEF\xBB\xBF" + text);
+  for (const std::string& row :
+       {"44.1 " + std::string(300000, 'x'), std::string(10000, ' ') + "44.1", std::string("44.1 \0\0", 7)})
+    check(read_file, replaced(text, "44.1", row));
+  // The database skips separators unread, and a blank row in place of a keyword moves on by two rows.
+  check(read_database, replaced(text, "\n\n", "\nanything\n"));
+  check(read_database, head() + "\nunread\n" + association + polar + "eof");
   // A file may not hold text there, and the database may not leave blank rows out.
   EXPECT_NE(read_file(replaced(text, "sample\n\n", "sample\nanything\n")), "No errors");
   EXPECT_NE(read_database(replaced(text, "\n\n", "\n")), "No errors");
 }
 
 TEST(FluidRecord, DamageIsReportedWithTheNameInsideTheRecord) {
-  const std::string end = "eof\n";
-  const std::string bad[] = {
-      head(),                                               // no eof
-      head() + polar,                                       // no eof behind a block
-      head() + "dipolar\n",                                 // no value
-      head() + "dipolar\n\n",                               // no value behind a blank row
-      head() + "dipolar\neof\n",                            // keyword for a value
-      head() + "unknown\n" + end,                           // no keyword
-      head() + " dipolar\n1.5\n\n" + end,                   // leading blank
-      head() + "dipolar 1.5\n\n" + end,                     // value on the keyword row
-      head() + "associating\n6\n1\n1\n1\n1\n1\n1\n" + end,  // too many types
-      head() + "associating\n-1\n0.1\n\n" + end,            // negative number of types
-      head() + "associating\n1\n-1\n0.1\n\n" + end,         // negative number of sites
-      head() + "associating\n1\n1001\n0.1\n\n" + end,
-      head() + "associating\n1\n2147483648\n0.1\n\n" + end,
-      head() + "associating\n1.0\n1\n0.1\n\n" + end,  // no integer
-      head() + "associating\n2\n1\n1\nnan\n0.1\n\n" + end,
-      head() + "associating\n2\n1\n1\n2500\n\n" + end,  // no volume
-      replaced(head(), "44.1", "abc") + end,
-      replaced(head(), "44.1", "1e999") + end,
-      replaced(head(), "44.1", "inf") + end,
-      replaced(head(), "-40\n", "") + end,  // a row too few
-      replaced(head(), "44.1",
-               "\xEF\xBB\xBF"
-               "44.1") +
-          end,  // byte-order mark inside
-      "sample",
-      "sample\n",
-      "sample\n\n200\n",
-      "sample\n" + std::string(5000, '\0'),
-      "sample\n" + std::string(200000, '\n'),
-      "sample\n\n200\n\xFF\xFE\x80\n",
-  };
-  for (const std::string& text : bad) {
-    EXPECT_EQ(read_file(text), "Unexpected data in fluid data file \"sample.saf\"...") << text.substr(0, 200);
-    EXPECT_EQ(read_database(text), "Unexpected data in fluid data file \"sample.saf\"...") << text.substr(0, 200);
-    EXPECT_TRUE(record.nhb_typ[0] >= 0 && record.nhb_typ[0] <= max_sites);
+  // What may stand behind the head: no eof, blocks without values or with others than they take, no keyword.
+  std::vector<std::string> bad;
+  for (const char* tail : {"", polar.c_str(), "dipolar\n", "dipolar\n\n", "dipolar\neof\n", "unknown\neof\n",
+                           " dipolar\n1.5\n\neof\n", "dipolar 1.5\n\neof\n"})
+    bad.push_back(head() + tail);
+  for (const char* block : {"6\n1\n1\n1\n1\n1\n1\n", "-1\n0.1\n\n", "1\n-1\n0.1\n\n", "1\n1001\n0.1\n\n",
+                            "1\n2147483648\n0.1\n\n", "1.0\n1\n0.1\n\n", "2\n1\n1\nnan\n0.1\n\n", "2\n1\n1\n2500\n\n"})
+    bad.push_back(head() + "associating\n" + block + "eof\n");
+  for (const char* value : {"abc", "1e999", "inf", "\xEF\xBB\xBF 44.1"})
+    bad.push_back(replaced(head(), "44.1", value) + "eof\n");
+  bad.push_back(replaced(head(), "-40\n", "") + "eof\n");  // a row too few
+  for (const std::string& rest :
+       {std::string(5000, '\0'), std::string(200000, '\n'), std::string("\n200\n\xFF\xFE\x80\n")})
+    bad.push_back("sample\n" + rest);
+  // Every cut behind the name.
+  for (std::size_t length = 6; length < sample.size() - 1; ++length) bad.push_back(sample.substr(0, length));
+  for (auto read : {read_file, read_database}) {
+    for (const std::string& text : bad) {
+      EXPECT_EQ(read(text, 0), "Unexpected data in fluid data file \"sample.saf\"...") << text.substr(0, 200);
+      EXPECT_TRUE(record.nhb_typ[0] >= 0 && record.nhb_typ[0] <= max_sites);
+    }
+    EXPECT_EQ(read("", 0), "Unexpected data in fluid data file \"file.saf\"...");
+    EXPECT_EQ(read("sam", 0), "Unexpected data in fluid data file \"sam.saf\"...");
   }
-  EXPECT_EQ(read_file(""), "Unexpected data in fluid data file \"file.saf\"...");
-  EXPECT_EQ(read_database(""), "Unexpected data in fluid data file \"file.saf\"...");
   EXPECT_EQ(read_file("\n\n"), "Unexpected data in fluid data file \".saf\"...");
 }
 
-TEST(FluidRecord, EveryCutOfARecordIsSafe) {
-  const std::string text = head() + association + polar + "eof";
-  for (std::size_t length = 0; length < text.size(); ++length) {
-    EXPECT_NE(read_file(text.substr(0, length)), "No errors") << length;
-    EXPECT_NE(read_database(text.substr(0, length)), "No errors") << length;
-  }
-}
-
 TEST(FluidRecord, AnEarlierComponentLeavesNothingBehind) {
-  ASSERT_EQ(read_file(head() + association + polar + "eof"), "No errors");
+  sample_values();
   record.parat[0] = record.saftpar[0] = 7;
   ASSERT_EQ(read_file(head("plain") + "eof"), "No errors");
   EXPECT_EQ(record.nhb_typ[0], 0);
@@ -216,13 +150,10 @@ TEST(FluidRecord, AnEarlierComponentLeavesNothingBehind) {
   EXPECT_EQ(record.saftpar[0], 0);
 }
 
-TEST(FluidRecord, NamesAreCutAt32Characters) {
+TEST(FluidRecord, NamesAreCutAt32CharactersAndLowerCaseTouchesLettersOnly) {
   const std::string letters = "abcdefghijklmnopqrstuvwxyz0123456789";
   ASSERT_EQ(read_file(head(letters) + "eof"), "No errors");
   EXPECT_EQ(record.compname[0].view(), letters.substr(0, 32));
-}
-
-TEST(FluidRecord, LowerCaseTouchesLettersOnly) {
   EXPECT_EQ(tolower_tessarel("AZ az@[`{09\xC4").trimmed(), "az az@[`{09\xC4");
   EXPECT_EQ(tolower_tessarel(std::string(40, 'X')).view(), std::string(32, 'x'));
   EXPECT_EQ(tolower_tessarel("").view(), std::string(32, ' '));

@@ -23,10 +23,7 @@ struct Names {
   std::string text;
   int n = 0;
   Names(std::initializer_list<std::string> names) : n(static_cast<int>(names.size())) {
-    for (std::string name : names) {
-      name.resize(12, ' ');
-      text += name;
-    }
+    for (std::string name : names) name.resize(12, ' '), text += name;
   }
   [[nodiscard]] NameList list() const { return {text.data(), 12}; }
 };
@@ -42,9 +39,8 @@ TEST(Readers, TheDatabaseComesFirstAndTheFileServesTheRest) {
   test::add_record(directory.path(), "bad.saf", head("from database") + "nonsense");
   for (const char* name : {"a.saf", "b.saf", "bad.saf"}) directory.write(name, head("from file") + "eof");
   EXPECT_EQ(read(directory.path(), {"a", "b", "bad"}), "No errors");
-  EXPECT_EQ(record.compname[0].trimmed(), "from database");
-  EXPECT_EQ(record.compname[1].trimmed(), "from file");
-  EXPECT_EQ(record.compname[2].trimmed(), "from file");
+  const char* origins[] = {"from database", "from file", "from file"};
+  for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(record.compname[i].trimmed(), origins[i]);
   // Trailing blanks of the directory do not count.
   EXPECT_EQ(read(directory.path() + "    ", {"b"}), "No errors");
 }
@@ -65,16 +61,12 @@ TEST(Readers, OnlyRegularFilesOfTheFluidDirectoryOpen) {
   const test::TemporaryDirectory directory;
   directory.write("a.saf", head() + "eof");
   const std::string fluids = directory.path() + "fluids/";
-  std::filesystem::create_directories(fluids + "dir.saf");
-  std::filesystem::create_directories(fluids + "sub");
-  std::filesystem::copy(directory.path() + "a.saf", fluids + "sub/a.saf");
-  std::filesystem::copy(directory.path() + "a.saf", fluids + ".saf");
+  for (const char* name : {"dir.saf", "sub"}) std::filesystem::create_directories(fluids + name);
+  for (const char* name : {"sub/a.saf", ".saf"}) std::filesystem::copy(directory.path() + "a.saf", fluids + name);
   ASSERT_EQ(std::system(("mkfifo " + fluids + "pipe.saf").c_str()), 0);
-  for (const std::string& name : {std::string("../a"), std::string("sub/a"), std::string("sub\\a"), std::string("dir"),
-                                  std::string("pipe"), std::string(""), std::string("a\0", 2)}) {
-    const std::string message = read(fluids, {name});
-    EXPECT_EQ(message.substr(0, 34), "Error opening fluid data file of /") << name;
-  }
+  using namespace std::string_literals;
+  for (const std::string& name : {"../a"s, "sub/a"s, "sub\\a"s, "dir"s, "pipe"s, ""s, "a\0"s})
+    EXPECT_EQ(read(fluids, {name}).substr(0, 34), "Error opening fluid data file of /") << name;
   // No names at all, and a path that is too long for the library.
   record.n = 1;
   EXPECT_FALSE(ok(readfluids_from(fluids, NameList{nullptr, 5})));
@@ -116,15 +108,14 @@ TEST(Readers, SetfluidRefusesWhatTheRecordCannotHold) {
   const std::string names(21 * 12, ' ');
   const double z[21] = {};
   EXPECT_EQ(setfluid(21, {names.data(), 12}, z), "Number of components must not exceed 20...");
-  for (const double bad : {std::nan(""), std::numeric_limits<double>::infinity()}) {
-    EXPECT_EQ(setfluid(1, {names.data(), 12}, &bad), "Mole fractions must be finite numbers...");
-  }
-  EXPECT_EQ(setfluid(1, {names.data(), 12}, nullptr), "Mole fractions must be finite numbers...");
+  const double nan = std::nan(""), infinity = std::numeric_limits<double>::infinity();
+  for (const double* bad : {&nan, &infinity, static_cast<const double*>(nullptr)})
+    EXPECT_EQ(setfluid(1, {names.data(), 12}, bad), "Mole fractions must be finite numbers...");
   EXPECT_EQ(record.n, 1);
   // Twenty components fit.
-  std::string twenty;
-  for (int i = 0; i < 20; ++i) twenty += "methane     ";
-  EXPECT_EQ(setfluid(20, {twenty.data(), 12}, z), "No errors");
+  Names twenty{"methane"};
+  for (int i = 1; i < 20; ++i) twenty.text += "methane     ";
+  EXPECT_EQ(setfluid(20, twenty.list(), z), "No errors");
 }
 
 }  // namespace
