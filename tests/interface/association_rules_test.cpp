@@ -25,56 +25,53 @@ TEST(AssociationRules, CrossValuesOfTwoAlcohols) {
   }
 }
 
-/// Two components by hand: `types` site types each, energy 1000 (i + 1) + 10 (a + 1) + (b + 1) between a and b of i.
-void fill_sites(int types1, int types2) {
-  record.n = 2;
-  for (std::size_t i = 0; i < 2; ++i) {
-    record.nhb_typ[i] = i == 0 ? types1 : types2;
-    record.sigma[i] = 3;
-    record.kap_hb[i][i] = 0.01;
-    for (std::size_t a = 0; a < max_sites; ++a)
-      for (std::size_t b = 0; b < max_sites; ++b) {
-        record.eps_hb[i][i][a][b] =
-            static_cast<double>(1000 * (i + 1) + 10 * (std::min(a, b) + 1) + std::max(a, b) + 1);
-        record.eps_hb[i][1 - i][a][b] = -1;
-      }
+// Site types by hand: energy 1000 (i + 1) + 10 (a + 1) + (b + 1) between types a <= b of component i, -1 if unlike.
+TEST(AssociationRules, ThreeSiteTypes) {
+  struct Entry {
+    std::size_t i, j, a, b;
+    double value;
+  };
+  struct {
+    int n, types2;
+    std::vector<Entry> entries;
+  } cases[] = {
+      // Equal types are not written, and a partner without a third type counts as zero.
+      {2,
+       2,
+       {{0, 1, 0, 1, (1012 + 2012) / 2.0},
+        {0, 1, 2, 0, (1013 + 2012) / 2.0},
+        {1, 0, 0, 2, (1013 + 2012) / 2.0},
+        {0, 1, 1, 1, -1},
+        {0, 1, 2, 1, 1023 / 2.0}}},
+      // The second component has the last word.
+      {2,
+       3,
+       {{0, 1, 2, 0, (1013 + 2012) / 2.0},
+        {1, 0, 0, 2, (1013 + 2012) / 2.0},
+        {1, 0, 2, 0, (2013 + 1012) / 2.0},
+        {0, 1, 0, 2, (2013 + 1012) / 2.0}}},
+      {1, 3, {{0, 0, 2, 0, 1013}}},
+  };
+  const Record saved = record;
+  for (const auto& c : cases) {
+    record.n = c.n;
+    for (std::size_t i = 0; i < 2; ++i) {
+      record.nhb_typ[i] = i == 0 ? 3 : c.types2;
+      record.sigma[i] = 3;
+      record.kap_hb[i][i] = 0.01;
+      for (std::size_t a = 0; a < max_sites; ++a)
+        for (std::size_t b = 0; b < max_sites; ++b) {
+          record.eps_hb[i][i][a][b] =
+              static_cast<double>(1000 * (i + 1) + 10 * (std::min(a, b) + 1) + std::max(a, b) + 1);
+          record.eps_hb[i][1 - i][a][b] = -1;
+        }
+    }
+    setassocpar();
+    EXPECT_TRUE(record.is_assoc);
+    for (const auto& [i, j, a, b, value] : c.entries)
+      EXPECT_DOUBLE_EQ(record.eps_hb[i][j][a][b], value) << i << j << a << b;
   }
-}
-
-class ThreeSiteTypes : public testing::Test {
- protected:
-  void SetUp() override { saved_ = record; }
-  void TearDown() override { record = saved_; }
-
- private:
-  Record saved_;
-};
-
-TEST_F(ThreeSiteTypes, FixedRuleReplacesTheMeanOfThirdAndFirst) {
-  fill_sites(3, 2);
-  setassocpar();
-  EXPECT_DOUBLE_EQ(record.eps_hb[0][1][0][1], (1012 + 2012) / 2.0);
-  EXPECT_DOUBLE_EQ(record.eps_hb[0][1][2][0], (1013 + 2012) / 2.0);
-  EXPECT_DOUBLE_EQ(record.eps_hb[1][0][0][2], (1013 + 2012) / 2.0);
-  EXPECT_DOUBLE_EQ(record.eps_hb[0][1][1][1], -1);          // equal types are not written
-  EXPECT_DOUBLE_EQ(record.eps_hb[0][1][2][1], 1023 / 2.0);  // the partner has no third type
-}
-
-TEST_F(ThreeSiteTypes, SecondComponentHasTheLastWord) {
-  fill_sites(3, 3);
-  setassocpar();
-  EXPECT_DOUBLE_EQ(record.eps_hb[0][1][2][0], (1013 + 2012) / 2.0);
-  EXPECT_DOUBLE_EQ(record.eps_hb[1][0][0][2], (1013 + 2012) / 2.0);
-  EXPECT_DOUBLE_EQ(record.eps_hb[1][0][2][0], (2013 + 1012) / 2.0);
-  EXPECT_DOUBLE_EQ(record.eps_hb[0][1][0][2], (2013 + 1012) / 2.0);
-}
-
-TEST_F(ThreeSiteTypes, AloneTheyKeepTheirOwnEnergies) {
-  fill_sites(3, 3);
-  record.n = 1;
-  setassocpar();
-  EXPECT_TRUE(record.is_assoc);
-  EXPECT_DOUBLE_EQ(record.eps_hb[0][0][2][0], 1013);
+  record = saved;
 }
 
 TEST(PolarFlags, FollowTheMoments) {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <tuple>
 
 #include "fluid/fluid_module.hpp"
 #include "interface/host.hpp"
@@ -41,28 +42,21 @@ TEST_F(PropertyCall, Messages) {
   const std::string bracket = "Brent_Root: root not bracketed...";
   const std::string finite = "TESSAREL error: input values must be finite numbers, temperature and volume positive...";
   const double nan = std::numeric_limits<double>::quiet_NaN();
+  for (const std::string_view spec : {"XX", "tp Vph   ", "", "T", "PT Vph"})
+    EXPECT_EQ(filled(300).run(spec, 1).err, function + std::string(spec) + " not available.");
+  for (const std::string spec : {"TP", "TP vap", "TP_new"})
+    EXPECT_EQ(filled(300).run(spec, 1).err, function + spec + only);
+  EXPECT_EQ(filled(300).run("TP    ", 1).err, function + "TP" + only);
+  EXPECT_EQ(filled(300).run("TP ph ", 1).err, function + "TP ph" + only);
+  for (const std::string spec : {"Tq", "Pm liq"}) EXPECT_EQ(filled(300).run(spec, 1).err, function + spec + no_solver);
+  for (const std::string spec : {"Pq Vph", "Tq Lph", "vq Vph", "Pm Vph", "Tm Lph"})
+    EXPECT_EQ(filled(300).run(spec, 1).err,
+              "Function '" + spec.substr(0, 2) + "' not available for single phase calculations...");
   struct {
     std::string_view spec;
     double t, p, v, h;
     std::string message;
   } cases[] = {
-      {"XX", 300, 1e5, 1, 0, function + "XX not available."},
-      {"tp Vph   ", 300, 1e5, 1, 0, function + "tp Vph    not available."},
-      {"", 300, 1e5, 1, 0, function + " not available."},
-      {"T", 300, 1e5, 1, 0, function + "T not available."},
-      {"PT Vph", 300, 1e5, 1, 0, function + "PT Vph not available."},
-      {"TP", 300, 1e5, 1, 0, function + "TP" + only},
-      {"TP    ", 300, 1e5, 1, 0, function + "TP" + only},
-      {"TP ph ", 300, 1e5, 1, 0, function + "TP ph" + only},
-      {"TP vap", 300, 1e5, 1, 0, function + "TP vap" + only},
-      {"TP_new", 300, 1e5, 1, 0, function + "TP_new" + only},
-      {"Tq", 300, 1e5, 1, 0, function + "Tq" + no_solver},
-      {"Pm liq", 300, 1e5, 1, 0, function + "Pm liq" + no_solver},
-      {"Pq Vph", 300, 1e5, 1, 0, "Function 'Pq' not available for single phase calculations..."},
-      {"Tq Lph", 300, 1e5, 1, 0, "Function 'Tq' not available for single phase calculations..."},
-      {"vq Vph", 300, 1e5, 1, 0, "Function 'vq' not available for single phase calculations..."},
-      {"Pm Vph", 300, 1e5, 1, 0, "Function 'Pm' not available for single phase calculations..."},
-      {"Tm Lph", 300, 1e5, 1, 0, "Function 'Tm' not available for single phase calculations..."},
       {"TP Vph", 0, 1e5, 1, 0, finite},
       {"TP Vph", -5, 1e5, 1, 0, finite},
       {"TP Vph", nan, 1e5, 1, 0, finite},
@@ -78,10 +72,7 @@ TEST_F(PropertyCall, Messages) {
   };
   for (const auto& c : cases) {
     Call call;
-    call.t = c.t;
-    call.p = c.p;
-    call.v = c.v;
-    call.h = c.h;
+    std::tie(call.t, call.p, call.v, call.h) = std::tie(c.t, c.p, c.v, c.h);
     EXPECT_EQ(call.run(c.spec, 1).err, c.message) << "'" << c.spec << "'";
   }
 }
@@ -95,6 +86,9 @@ TEST_F(PropertyCall, SearchEndsAt150Kelvin) {
 }
 
 TEST_F(PropertyCall, FailureConvertsUnitsOfWhatIsThere) {
+  Call failed = filled(1e12);  // a failed search zeroes the unknown
+  EXPECT_EQ(failed.run("Ph Vph").t, -273.15);
+  EXPECT_DOUBLE_EQ(failed.s, 1e9 / propane_mass);
   Call call = filled(2.0);
   call.cv = -8888.8;
   call.run("XX Vph", 1);
@@ -121,17 +115,6 @@ TEST_F(PropertyCall, PhaseSuffixTakesTheMolarMassFromItsComposition) {
     call.run(spec);
     EXPECT_DOUBLE_EQ(call.v, 2 / (0.5 * propane_mass)) << spec;
   }
-}
-
-TEST_F(PropertyCall, FailedSearchLeavesOutputsAndZeroesTheUnknown) {
-  Call call = filled(7.0);
-  call.p = 1e5;
-  call.h = 1e12;
-  call.run("Ph Vph");
-  EXPECT_DOUBLE_EQ(call.t, -273.15);
-  EXPECT_DOUBLE_EQ(call.p, 1);
-  EXPECT_DOUBLE_EQ(call.v, 7 / propane_mass);
-  EXPECT_DOUBLE_EQ(call.s, 7 / propane_mass / 1000);
 }
 
 TEST_F(PropertyCall, OrderSelectsTheOutputs) {
@@ -163,60 +146,47 @@ TEST_F(PropertyCall, FugacityIsTheGibbsDeparture) {
   }
 }
 
-TEST_F(PropertyCall, TextIsReadWithinItsLength) {
-  // What lies behind the field does not count.
-  const char* behind = "TP Lphase";
-  Call call;
-  call.t = 300;
-  call.p = 9e5;
-  EXPECT_EQ(call.run({behind, 5}).err.substr(0, 49), "TESSAREL error: calculation as function of TP Lp ");
-  Call missing;
-  missing.t = 300;
-  EXPECT_EQ(missing.run({}).t, 300 - 273.15);
-}
-
-TEST_F(PropertyCall, MessagesAreCutAtTheField) {
-  const std::int32_t order = 0;
-  double a = 1;
-  std::array<double, 20> list{};
-  std::string field(8, '#');
-  const auto call = [&](const char* spec, std::size_t size, char* err, std::size_t err_size) {
-    tessarel_tmdprop(spec, &order, &a, &a, &a, &a, &a, &a, &a, &a, &a, &a, &a, &a, &a, &a, list.data(), list.data(),
-                     list.data(), err, size, err_size);
-  };
-  call("XX", 2, field.data(), 5);
-  EXPECT_EQ(field, "TESSA###");
-  call(nullptr, 1000, field.data(), 6);
-  EXPECT_EQ(field, "TESSAR##");
-  call("XX", static_cast<std::size_t>(-1), field.data(), static_cast<std::size_t>(-1));
-  EXPECT_EQ(field, "TESSAR##");
-  call("XX", 2, nullptr, 6);
-  call("XX", 2, field.data(), 0);
-  EXPECT_EQ(field, "TESSAR##");
+TEST_F(PropertyCall, TextsKeepToTheirFields) {
+  // What lies behind the field of the specification does not count.
+  Call call = filled(300);
+  EXPECT_EQ(call.run({"TP Lphase", 5}).err.substr(0, 49), "TESSAREL error: calculation as function of TP Lp ");
+  EXPECT_EQ(filled(300).run({}).t, 300 - 273.15);
+  constexpr auto negative = static_cast<std::size_t>(-1);
+  struct {
+    const char* spec;
+    std::size_t size, width;
+    const char* expected;
+  } cases[] = {{"XX", 2, 5, "TESSA###"},
+               {nullptr, 1000, 6, "TESSAR##"},
+               {"XX", negative, negative, "########"},
+               {"XX", 2, 0, "########"}};
+  for (const auto& c : cases) {
+    std::string field(8, '#');
+    call.raw(c.spec, c.size, 0, &call.v, field.data(), c.width);
+    EXPECT_EQ(field, c.expected);
+  }
+  call.raw("XX", 2, 0, &call.v, nullptr, 6);
 }
 
 TEST_F(PropertyCall, NullPointersAndNoFluidWriteNothing) {
-  const std::int32_t order = 1;
-  double t = 300, p = 1e5, rest = 7;
-  std::array<double, 20> list{};
   std::array<char, 60> err{};
-  const auto call = [&](double* v) {
-    tessarel_tmdprop("TP Vph", &order, &t, &p, v, &rest, &rest, &rest, &rest, &rest, &rest, &rest, &rest, &rest, &rest,
-                     &rest, list.data(), list.data(), list.data(), err.data(), 6, err.size());
-    EXPECT_EQ(t, 300);
-    EXPECT_EQ(p, 1e5);
-    EXPECT_EQ(rest, 7);
+  const auto message_to = [&](double* v) {
+    Call state = filled(7);
+    state.raw("TP Vph", 6, 1, v, err.data(), err.size());
+    for (double Call::*f : {&Call::t, &Call::p, &Call::u, &Call::h, &Call::s, &Call::cv, &Call::dpdt, &Call::dpdv})
+      EXPECT_EQ(state.*f, 7);
     return host::text(err.data(), err.size());
   };
-  EXPECT_EQ(call(nullptr), "TESSAREL error: null pointer argument...");
+  EXPECT_EQ(message_to(nullptr), "TESSAREL error: null pointer argument...");
 
   const int n = std::exchange(record.n, 0);
   double v = 7, mass = 7;
-  EXPECT_EQ(call(&v), "TESSAREL error: no fluid selected...");
+  const double z = 1;
+  EXPECT_EQ(message_to(&v), "TESSAREL error: no fluid selected...");
   EXPECT_EQ(v, 7);
   EXPECT_EQ(tessarel_fluidparameter("mseg", err.data(), 4, err.size()), -8888.8);
   EXPECT_EQ(host::text(err.data(), err.size()), "TESSAREL error: no fluid selected...");
-  tessarel_fluidinfo(list.data(), &mass, nullptr, nullptr, nullptr, nullptr, &v, nullptr, nullptr, nullptr, nullptr);
+  tessarel_fluidinfo(&z, &mass, nullptr, nullptr, nullptr, nullptr, &v, nullptr, nullptr, nullptr, nullptr);
   EXPECT_EQ(mass, -8888.8);
   EXPECT_EQ(v, 7);
   record.n = n;

@@ -30,36 +30,32 @@ TEST_F(Selection, BadArgumentsAreRefusedAndChangeNothing) {
     const std::int32_t* nf;
     const char* names;
     std::size_t length;
-    std::array<double, 2> z;
-    bool null_z;
     const std::string& expected;
   } cases[] = {
-      {&zero, names, 16, {1, 0}, false, number},
-      {&many, names, 16, {1, 0}, false, number},
-      {&least, names, 16, {1, 0}, false, number},
-      {nullptr, names, 16, {1, 0}, false, null},
-      {&two, names, 16, {1, 0}, true, null},
-      {&two, nullptr, 16, {1, 0}, false, names_missing},
-      {&two, names, 0, {1, 0}, false, names_missing},
-      {&two, names, static_cast<std::size_t>(-16), {1, 0}, false, names_missing},
-      {&two, names, 16, {nan, 0.5}, false, fractions},
-      {&two, names, 16, {0.5, nan}, false, fractions},
-      {&two, names, 16, {inf, 0.5}, false, fractions},
-      {&two, names, 16, {0.5, -inf}, false, fractions},
-      {&two, names, 16, {1.1, -0.1}, false, fractions},
-      {&two, names, 16, {0, 0}, false, fractions},
-      {&two, names, 16, {111, 0}, false, fractions},
-      {&two, names, 16, {110.5, 0.5}, false, fractions},
+      {&zero, names, 16, number},
+      {&many, names, 16, number},
+      {&least, names, 16, number},
+      {nullptr, names, 16, null},
+      {&two, nullptr, 16, names_missing},
+      {&two, names, 0, names_missing},
+      {&two, names, static_cast<std::size_t>(-16), names_missing},
   };
-  for (const auto& c : cases) {
+  const auto refused = [](const std::int32_t* nf, const char* list, std::size_t length, const double* z,
+                          const std::string& expected) {
     std::array<char, 120> err{};
-    tessarel_setfluid(c.nf, c.names, c.null_z ? nullptr : c.z.data(), err.data(), c.length, err.size());
-    EXPECT_EQ(host::text(err.data(), err.size()), c.expected);
+    tessarel_setfluid(nf, list, z, err.data(), length, err.size());
+    EXPECT_EQ(host::text(err.data(), err.size()), expected);
     EXPECT_EQ(record.n, 1);
     EXPECT_EQ(record.compfile[0].trimmed(), "propane");
     EXPECT_EQ(record.z[0], 1.0);
     EXPECT_FALSE(record.is_simp);
-  }
+  };
+  const double fine[] = {1, 0};
+  for (const auto& c : cases) refused(c.nf, c.names, c.length, fine, c.expected);
+  refused(&two, names, 16, nullptr, null);
+  for (const auto& z : std::vector<std::array<double, 2>>{
+           {nan, 0.5}, {0.5, nan}, {inf, 0.5}, {0.5, -inf}, {1.1, -0.1}, {0, 0}, {111, 0}, {110.5, 0.5}})
+    refused(&two, names, 16, z.data(), fractions);
 }
 
 TEST_F(Selection, MessagesAreCutAtTheFieldAndNullFieldsSkipped) {
@@ -89,15 +85,12 @@ TEST_F(Selection, SameNamesReadNothing) {
 }
 
 TEST_F(Selection, AnotherNameOrNumberReadsAll) {
-  record.sigma[0] = 4.5;
-  EXPECT_EQ(host::select({"propane", "ethane"}, {0.5, 0.5}), "No errors");
-  EXPECT_EQ(record.sigma[0], 3.6184);
-  record.sigma[0] = 4.5;
-  EXPECT_EQ(host::select({"propane", "n-butane"}, {0.5, 0.5}), "No errors");
-  EXPECT_EQ(record.sigma[0], 3.6184);
-  record.sigma[0] = 4.5;
-  EXPECT_EQ(host::select({"propane"}, {1}), "No errors");
-  EXPECT_EQ(record.sigma[0], 3.6184);
+  for (const std::vector<std::string>& names :
+       {std::vector<std::string>{"propane", "ethane"}, {"propane", "n-butane"}, {"propane"}}) {
+    record.sigma[0] = 4.5;
+    EXPECT_EQ(host::select(names, std::vector<double>(names.size(), 0.5)), "No errors");
+    EXPECT_EQ(record.sigma[0], 3.6184);
+  }
 }
 
 TEST_F(Selection, FailedReadIsForgottenBySameNames) {
@@ -224,31 +217,24 @@ TEST(FluidReport, VersionAndScalars) {
 
 TEST(FluidReport, ParametersOfTheFirstComponent) {
   ASSERT_EQ(host::select({"propane", "methane"}, {0.5, 0.5}), "No errors");
-  struct {
-    std::string_view name;
-    double value;
-    const char* message;
-  } cases[] = {
-      {"omega", 0.1521, "No errors"},
-      {"mseg", 2.002, "No errors"},
-      {"sigma   ", 3.6184, "No errors"},
-      {"epsil", 208.11, "No errors"},
-      {"dipole", 0, "No errors"},
-      {"quapole", 0, "No errors"},
-      {"polariz", 6.29, "No errors"},
-      {"SIGMA", -8888.8, "TESSAREL parameter SIGMA not available..."},
-      {" sigma", -8888.8, "TESSAREL parameter  sigma not available..."},
-      {"parat  ", -8888.8, "TESSAREL parameter parat not available..."},
-      {"", -8888.8, "TESSAREL parameter  not available..."},
-  };
-  for (const auto& c : cases) {
-    std::array<char, 60> err{};
-    EXPECT_EQ(tessarel_fluidparameter(c.name.data(), err.data(), c.name.size(), err.size()), c.value);
-    EXPECT_EQ(host::text(err.data(), err.size()), c.message);
+  std::array<char, 60> err{};
+  for (const auto& [name, value] : std::vector<std::pair<std::string, double>>{{"omega", 0.1521},
+                                                                               {"mseg", 2.002},
+                                                                               {"sigma   ", 3.6184},
+                                                                               {"epsil", 208.11},
+                                                                               {"dipole", 0},
+                                                                               {"quapole", 0},
+                                                                               {"polariz", 6.29}}) {
+    EXPECT_EQ(tessarel_fluidparameter(name.data(), err.data(), name.size(), err.size()), value);
+    EXPECT_EQ(host::text(err.data(), err.size()), "No errors");
+  }
+  for (const std::string name : {"SIGMA", " sigma", "parat  ", ""}) {
+    EXPECT_EQ(tessarel_fluidparameter(name.data(), err.data(), name.size(), err.size()), -8888.8);
+    EXPECT_EQ(host::text(err.data(), err.size()),
+              "TESSAREL parameter " + name.substr(0, name.find_last_not_of(' ') + 1) + " not available...");
   }
   EXPECT_EQ(tessarel_fluidparameter(nullptr, nullptr, 0, 0), -8888.8);
   const std::string endless(100000, 'x');
-  std::array<char, 60> err{};
   tessarel_fluidparameter(endless.data(), err.data(), endless.size(), err.size());
   EXPECT_EQ(host::text(err.data(), err.size()), "TESSAREL parameter " + std::string(41, 'x'));
 }

@@ -211,19 +211,13 @@ struct Split {
   std::size_t size;
   std::set<std::string> serves;  ///< members whose base can use the record as well
 };
-#define SPLIT(name, size, ...)                                                                     \
-  {                                                                                                \
-#name, tessarel_calc_##name##_prep, tessarel_calc_##name##_base, tessarel_calc_##name, size, { \
-      __VA_ARGS__                                                                                  \
-    }                                                                                              \
-  }
-#define SPLIT_PURE(name, ...)                                                        \
-  {                                                                                  \
-#name, mixture_prep < tessarel_calc_##name##_prep>, tessarel_calc_##name##_base, \
-        mixture_plain < tessarel_calc_##name>, 1, {                                  \
-      __VA_ARGS__                                                                    \
-    }                                                                                \
-  }
+// clang-format off
+#define SPLIT(name, size, ...) \
+  {#name, tessarel_calc_##name##_prep, tessarel_calc_##name##_base, tessarel_calc_##name, size, {__VA_ARGS__}}
+#define SPLIT_PURE(name, ...)                                                    \
+  {#name, mixture_prep<tessarel_calc_##name##_prep>, tessarel_calc_##name##_base, \
+   mixture_plain<tessarel_calc_##name>, 1, {__VA_ARGS__}}
+// clang-format on
 const std::vector<Split> splits = {
     SPLIT(a, 1),
     SPLIT(da_dt, 1, "a"),
