@@ -26,10 +26,8 @@ class Cp0 : public testing::Test {
                                 {19.38993, 98.06616, 68.3151, -64.39433},
                                 {-27.67383, 434.5152, -213.3424, 16.00877}};
     for (std::size_t i = 0; i < 3; ++i) {
-      r.cp0_a[i] = table[i][0];
-      r.cp0_b[i] = table[i][1] / 1e3;
-      r.cp0_c[i] = table[i][2] / 1e6;
-      r.cp0_d[i] = table[i][3] / 1e9;
+      r.cp0_a[i] = table[i][0], r.cp0_b[i] = table[i][1] / 1e3;
+      r.cp0_c[i] = table[i][2] / 1e6, r.cp0_d[i] = table[i][3] / 1e9;
       r.cp0_e[i] = 1e99;  // takes no part
     }
   }
@@ -66,8 +64,7 @@ TEST_F(Cp0, AMixtureIsTheWeightedSum) {
     EXPECT_NEAR(m.mixture(3, x, 350), sum, 1e-14 * std::abs(sum));
     EXPECT_EQ(m.mixture(1, one, 350), m.component(0, 350));
     EXPECT_EQ(m.mixture(0, nullptr, 350), 0.0);
-    EXPECT_EQ(m.component(-1, 350), -8888.8);
-    EXPECT_EQ(m.component(20, 350), -8888.8);
+    for (const int outside : {-1, 20}) EXPECT_EQ(m.component(outside, 350), -8888.8);
   }
 }
 

@@ -93,10 +93,7 @@ TEST(Readers, SetfluidReadsTheShippedFluidsAndTheirBinaryParameters) {
   EXPECT_EQ(record.n, 2);
   EXPECT_EQ(record.z[1], 0.75);
   EXPECT_EQ(record.compname[1].trimmed(), "n-butane");
-  EXPECT_EQ(record.k_ij[0][1], 0.022);  // Gross & Sadowski 2001
-  EXPECT_EQ(record.k_ij[1][0], 0.022);
-  EXPECT_EQ(record.k_ij[0][0], 0);
-
+  EXPECT_EQ(record.k_ij[1][0], 0.022);  // Gross & Sadowski 2001
   ASSERT_EQ(setfluid(1, names.list(), z), "No errors");
   EXPECT_EQ(record.k_ij[0][0], 0);
   EXPECT_EQ(setfluid(-3, names.list(), nullptr), "No errors");

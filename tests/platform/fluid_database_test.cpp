@@ -58,9 +58,8 @@ TEST(FluidDatabase, KeepsToItsRowsAndLengths) {
   test::run_sql(file, sql);
   rows[1].assign("left by an earlier record");
   EXPECT_EQ(fetch(directory.path(), "a"), 255);
-  EXPECT_EQ(rows[0].trimmed(), std::string(255, 'x'));
+  for (const std::size_t row : {0U, 254U}) EXPECT_EQ(rows[row].trimmed(), std::string(255, 'x'));
   EXPECT_EQ(rows[1].trimmed(), "");
-  EXPECT_EQ(rows[254].trimmed(), std::string(255, 'x'));
   EXPECT_EQ(fetch(directory.path(), "odd"), 3);
   EXPECT_EQ(rows[0].trimmed(), "");
   EXPECT_EQ(rows[1].trimmed(), "7.5");
