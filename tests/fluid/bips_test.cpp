@@ -41,8 +41,7 @@ TEST(Bips, PairsAreFoundByNameInEitherOrderAndTheFirstRowCounts) {
   EXPECT_EQ(record.k_ij[4][0], 9) << "entries beyond n are not touched";
 
   // The rows of an earlier, longer table stay behind a shorter one.
-  const std::string shorter = directory.write("shorter", row("alpha", "beta", "0.5"));
-  ASSERT_EQ(readbips_from(shorter), "No errors");
+  ASSERT_EQ(readbips_from(directory.write("shorter", row("alpha", "beta", "0.5"))), "No errors");
   EXPECT_EQ(record.k_ij[0][1], 0.5);
   EXPECT_EQ(record.k_ij[0][2], 1111);
 }
