@@ -19,11 +19,12 @@ class PropertyCall : public testing::Test {
   void SetUp() override { ASSERT_EQ(host::select({"propane"}, {1}), "No errors"); }
 };
 
+constexpr double Call::*numbers[] = {&Call::t,      &Call::p,      &Call::v,       &Call::u,    &Call::h,
+                                     &Call::s,      &Call::q,      &Call::cv,      &Call::dpdt, &Call::dpdv,
+                                     &Call::d2pdt2, &Call::d2pdv2, &Call::d2pdtdv, &Call::dcvdt};
 Call filled(double value) {
   Call call;
-  for (double Call::*f : {&Call::t, &Call::p, &Call::v, &Call::u, &Call::h, &Call::s, &Call::q, &Call::cv, &Call::dpdt,
-                          &Call::dpdv, &Call::d2pdt2, &Call::d2pdv2, &Call::d2pdtdv, &Call::dcvdt})
-    call.*f = value;
+  for (const auto f : numbers) call.*f = value;
   return call;
 }
 
@@ -173,8 +174,8 @@ TEST_F(PropertyCall, NullPointersAndNoFluidWriteNothing) {
   const auto message_to = [&](double* v) {
     Call state = filled(7);
     state.raw("TP Vph", 6, 1, v, err.data(), err.size());
-    for (double Call::*f : {&Call::t, &Call::p, &Call::u, &Call::h, &Call::s, &Call::cv, &Call::dpdt, &Call::dpdv})
-      EXPECT_EQ(state.*f, 7);
+    for (const auto f : numbers) EXPECT_EQ(state.*f, 7);
+    EXPECT_EQ(state.x[0] + state.y[0] + state.lnphi[0], 0);
     return host::text(err.data(), err.size());
   };
   EXPECT_EQ(message_to(nullptr), "TESSAREL error: null pointer argument...");
