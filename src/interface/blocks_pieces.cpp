@@ -1,14 +1,8 @@
-// Exports of the derivative families, from their tables, and of the routines beside them.
-#include "eos/family_fixed.hpp"
+// Exports of the building blocks that are not members of a family: diameters, coefficients of the dispersion integrals,
+// terms of a component alone, constants of the polar terms.
+#include "blocks/fixed.hpp"
 #include "eos/polar_tables.hpp"
-#include "interface/routines_support.hpp"
-
-#define MEMBER TESSAREL_MEMBER
-#include "eos/family_association.def"
-#include "eos/family_dispersion.def"
-#include "eos/family_hard_chain.def"
-#include "eos/family_polar.def"
-#undef MEMBER
+#include "interface/blocks_support.hpp"
 
 using namespace tessarel;
 using namespace tessarel::routines;
@@ -19,7 +13,7 @@ namespace {
 /// One derivative of the diameters, from another of order `known`.
 void diameters(const int32_t* n, const double* t, const double* given, int known, int order, double* out) noexcept {
   run(!valid_count(n) || any_null({t, given, out}),
-      [&] { families::diameter_derivative(*n, *t, given, known, order, out); });
+      [&] { blocks::diameter_derivative(blocks::selected(), *n, *t, given, known, order, out); });
 }
 
 void coefficients(const eos::Powers& a, const eos::Powers& b, double* apar, double* bpar) noexcept {
@@ -62,27 +56,28 @@ void tessarel_calc_d_dt123(const int32_t* n, const double* t, const double* d, d
 }
 
 void tessarel_set_mmean(const int32_t* n, const double* x, const int32_t* ipure) {
-  run(!valid_count(n) || !valid_pure(n, ipure) || x == nullptr, [&] { families::set_mmean(*n, x, *ipure); });
+  run(!valid_count(n) || !valid_pure(n, ipure) || x == nullptr,
+      [&] { blocks::set_mmean(blocks::selected(), *n, x, *ipure); });
 }
 void tessarel_calc_abpar(double* apar, double* bpar) {
-  coefficients(families::working.apar, families::working.bpar, apar, bpar);
+  coefficients(blocks::selected().working.apar, blocks::selected().working.bpar, apar, bpar);
 }
 void tessarel_calc_dabpar_dx(double* apar_x, double* bpar_x) {
-  coefficients(families::working.apar_x, families::working.bpar_x, apar_x, bpar_x);
+  coefficients(blocks::selected().working.apar_x, blocks::selected().working.bpar_x, apar_x, bpar_x);
 }
 void tessarel_calc_d2abpar_dxdx(double* apar_xx, double* bpar_xx) {
-  coefficients(families::working.apar_xx, families::working.bpar_xx, apar_xx, bpar_xx);
+  coefficients(blocks::selected().working.apar_xx, blocks::selected().working.bpar_xx, apar_xx, bpar_xx);
 }
 void tessarel_calc_d3abpar_dxdxdx(double* apar_xxx, double* bpar_xxx) {
-  coefficients(families::working.apar_xxx, families::working.bpar_xxx, apar_xxx, bpar_xxx);
+  coefficients(blocks::selected().working.apar_xxx, blocks::selected().working.bpar_xxx, apar_xxx, bpar_xxx);
 }
 
 void tessarel_calc_sigeps(const int32_t* n, const int32_t* ipure, const double* t, double* eps, double* sig_ij,
                           double* eps_ij) {
   const auto checked = scope(n, ipure);
   if (!checked.valid || any_null({t, eps, sig_ij, eps_ij})) return;
-  member<families::sigeps>(checked, std::array{t}, std::array{eps, eps_ij});
-  const auto& sigma = fluid_module::record.sigma;
+  member<blocks::sigeps>(checked, {t}, {eps, eps_ij});
+  const auto& sigma = checked.scope.context.parameters.sigma;
   const int first = *ipure > 0 ? *ipure - 1 : 0, last = *ipure > 0 ? *ipure : *n;
   for (int i = first; i < last; ++i)
     for (int j = first; j < last; ++j)
@@ -93,18 +88,18 @@ void tessarel_calc_sigeps(const int32_t* n, const int32_t* ipure, const double* 
 void tessarel_calc_dc1_deta(const double* eta, const double* c1, double* dc1_deta) {
   scalar(any_null({eta, c1}), dc1_deta, [&] {
     double slope = 0;
-    member<families::inverse_c1, 'e'>(scope(), std::array{eta}, std::array{&slope});
+    member<blocks::inverse_c1, 'e'>(scope(), {eta}, {&slope});
     return -*c1 * *c1 * slope;
   });
 }
 
 void tessarel_calc_a_ass(const double* rho, const double* eta, const double* delta_t, double* a) {
   scalar(!boundary::fluid_selected() || any_null({rho, eta, delta_t}), a,
-         [&] { return families::association_of_pure(*rho, *eta, delta_t); });
+         [&] { return blocks::association_of_pure(blocks::selected(), *rho, *eta, delta_t); });
 }
 void tessarel_calc_a_pol(const double* t, const double* rho, const double* eta, const double* u, double* a) {
   scalar(!boundary::fluid_selected() || any_null({t, rho, eta, u}), a,
-         [&] { return families::polar_of_pure(*t, *rho, *eta, *u); });
+         [&] { return blocks::polar_of_pure(blocks::selected(), *t, *rho, *eta, *u); });
 }
 
 void tessarel_ddconst(void) {

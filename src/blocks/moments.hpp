@@ -6,12 +6,11 @@
 // slots 'e' the packing fraction varies with the density, the density being its only cause.
 #pragma once
 
+#include "blocks/numbers.hpp"
 #include "eos/dispersion.hpp"
-#include "eos/family_numbers.hpp"
-#include "eos/family_working.hpp"
 #include "eos/hard_chain.hpp"
 
-namespace tessarel::families {
+namespace tessarel::blocks {
 
 /// Evaluates a member. `in` are its array arguments in order, `out` the outputs of the family.
 template <class Family, char... V>
@@ -29,11 +28,11 @@ void evaluate_moments(const Scope& scope, const double* const* in, double* const
     if constexpr (order > 0) m[a].c[a + 1] = D(1.0);
   }
   if constexpr (S::has('r') || S::has('e')) {
-    X& eta = m[Family::eta];
+    X& eta = m[Family::packing_moment];
     const D shift = args.shift(S::has('r') ? 'r' : 'e');
     const X ratio = S::has('r') ? X(D(shift + 1.0)) : X(1.0 + shift / eta);
     for (std::size_t a = 0; a < m.size(); ++a)
-      if (a != Family::eta && Family::other_scales) m[a] *= ratio;
+      if (a != Family::packing_moment && Family::other_scales) m[a] *= ratio;
     eta = S::has('r') ? X(eta * ratio) : X(eta + shift);
   }
   std::array<std::array<D, count>, nmax> gradient;
@@ -67,8 +66,9 @@ void evaluate_moments(const Scope& scope, const double* const* in, double* const
 
 /// The usual case. `moments_of(args, i)` are the moments (i of -1), or their derivatives by the fraction of i.
 struct MomentFamily {
-  static constexpr std::size_t outputs = 1, eta = 0;
-  static constexpr bool other_scales = false;
+  static constexpr std::size_t outputs = 1;
+  static constexpr std::size_t packing_moment = 0;  ///< the moment that is the packing fraction
+  static constexpr bool other_scales = false;       ///< the other moment varies with the density as well
   static std::size_t size(int) { return 1; }
 };
 
@@ -76,9 +76,10 @@ struct MomentFamily {
 template <class Derived>
 struct EtaFamily : MomentFamily {
   static constexpr int moments = 1;
-  static constexpr std::array inputs{Input{0, 1, {3, 0, 1}}};
+  enum : std::size_t { packing };
+  static constexpr std::array inputs{Input{.highest = {.t = 3, .x = 1}}};
 
-  static auto moments_of(const auto& a, int i) { return std::array{a.plain(0, 0, i)}; }
+  static auto moments_of(const auto& a, int i) { return std::array{a.plain(packing, 0, i)}; }
   static void eval(const auto&, const auto& m, const auto& emit) { emit(0, 0, Derived::of(m[0])); }
 };
 
@@ -109,15 +110,17 @@ struct g : EtaFamily<g> {
   }
 };
 
-/// A function of the mean segment number, that of the working record, and the packing fraction.
+/// A function of the mean segment number that the host has set, and the packing fraction.
 struct SegmentFamily : MomentFamily {
   static constexpr int moments = 2;
-  static constexpr std::size_t eta = 1;
-  static constexpr std::array inputs{Input{0, 1, {3, 0, 1}}};
+  static constexpr std::size_t packing_moment = 1;
+  enum : std::size_t { packing };
+  static constexpr std::array inputs{Input{.highest = {.t = 3, .x = 1}}};
 
   static auto moments_of(const auto& a, int i) {
-    const auto eta_part = a.plain(0, 0, i);
-    return std::array{std::decay_t<decltype(eta_part)>(i < 0 ? working.mmean : record.mseg[at(i)]), eta_part};
+    const auto eta = a.plain(packing, 0, i);
+    const double segments = i < 0 ? a.working().mmean : a.parameters().mseg[at(i)];
+    return std::array{std::decay_t<decltype(eta)>(segments), eta};
   }
 };
 
@@ -146,25 +149,29 @@ struct intgpert : SegmentFamily {
 /// The contact values of a mixture: of the diameters, zeta2 and zeta3.
 struct gij : MomentFamily {
   static constexpr int moments = 2;
-  static constexpr std::size_t eta = 1;
+  static constexpr std::size_t packing_moment = 1;
   static constexpr bool other_scales = true;
-  static constexpr std::array inputs{Input{1, 1, {3, 0, 0}}, Input{0, 1, {3, 0, 1}}, Input{0, 1, {3, 0, 1}}};
+  enum : std::size_t { diameter, zeta2, zeta3 };
+  static constexpr std::array inputs{Input{.rank = 1, .highest = {.t = 3}}, Input{.highest = {.t = 3, .x = 1}},
+                                     Input{.highest = {.t = 3, .x = 1}}};
   static std::size_t size(int n) { return at(n * n); }
 
-  static auto moments_of(const auto& a, int i) { return std::array{a.plain(1, 0, i), a.plain(2, 0, i)}; }
+  static auto moments_of(const auto& a, int i) { return std::array{a.plain(zeta2, 0, i), a.plain(zeta3, 0, i)}; }
   static void eval(const auto& a, const auto& m, const auto& emit) {
     const auto n = at(a.scope.n);
-    const auto u = inverse(1.0 - m[1]);
+    const auto& [moment2, eta] = m;
+    const auto u = inverse(1.0 - eta);
     if (a.single()) {
       emit(0, at(a.first()) * (n + 1), eos::contact(u, 0.5));
       return;
     }
-    const auto w = m[0] * u;
+    const auto w = moment2 * u;
     for (std::size_t i = 0; i < n; ++i) {
-      const auto di = a.plain(0, i);
+      const auto di = a.plain(diameter, i);
       for (std::size_t j = 0; j <= i; ++j) {
-        const auto dj = a.plain(0, j);
-        const auto value = eos::contact_at(u, w * decltype(a.plain(0, 0))(i == j ? di * 0.5 : di * dj / (di + dj)));
+        const auto dj = a.plain(diameter, j);
+        const auto pair = decltype(a.plain(diameter, 0))(i == j ? di * 0.5 : di * dj / (di + dj));
+        const auto value = eos::contact_at(u, w * pair);
         emit(0, i + n * j, value);
         if (i != j) emit(0, j + n * i, value);
       }
@@ -175,38 +182,43 @@ struct gij : MomentFamily {
 /// The mean diameter cbrt(sum x m d^3 / sum x m).
 struct d_avg : MomentFamily {
   static constexpr int moments = 2;
-  static constexpr std::array inputs{Input{1}, Input{1, 1, {3, 0, 0}}};  // x, d
+  enum : std::size_t { fractions, diameter };
+  static constexpr std::array inputs{Input{.rank = 1}, Input{.rank = 1, .highest = {.t = 3}}};
 
   static auto moments_of(const auto& a, int i) {
     using D = typename std::decay_t<decltype(a)>::Plain;
     const auto share = [&a](int k) {
-      return std::array{D(record.mseg[at(k)]), D(numerics::cube(a.plain(1, at(k))) * record.mseg[at(k)])};
+      const double segments = a.parameters().mseg[at(k)];
+      return std::array{D(segments), D(numerics::cube(a.plain(diameter, at(k))) * segments)};
     };
     if (i >= 0) return share(i);
     std::array sum{D(0.0), D(0.0)};
     for (int k = 0; k < a.scope.n; ++k)
-      for (std::size_t m = 0; m < 2; ++m) sum[m] = sum[m] + share(k)[m] * (a.scope.n == 1 ? 1.0 : a.value(0, at(k)));
+      for (std::size_t m = 0; m < 2; ++m)
+        sum[m] = sum[m] + share(k)[m] * (a.scope.n == 1 ? 1.0 : a.value(fractions, at(k)));
     return sum;
   }
   static void eval(const auto&, const auto& m, const auto& emit) { emit(0, 0, cbrt(m[1] / m[0])); }
 };
 
-/// eta of a mean diameter: pi/6 rho d_avg^3 sum x m.
+/// The packing fraction of a mean diameter: pi/6 rho d_avg^3 sum x m.
 struct eta_simp : MomentFamily {
   static constexpr int moments = 2;
-  static constexpr std::array inputs{Input{1}, Input{}, Input{0, 1, {3, 0, 1}}};  // x, rho, d_avg
+  enum : std::size_t { fractions, density, mean_diameter };
+  static constexpr std::array inputs{Input{.rank = 1}, Input{}, Input{.highest = {.t = 3, .x = 1}}};
 
   static auto moments_of(const auto& a, int i) {
-    double mbar = i < 0 ? 0.0 : record.mseg[at(i)];
-    for (int k = 0; k < (i < 0 ? a.scope.n : 0); ++k) mbar += a.value(0, at(k)) * record.mseg[at(k)];
-    const auto diameter = a.plain(2, 0, i);
+    const auto& segments = a.parameters().mseg;
+    double mbar = i < 0 ? 0.0 : segments[at(i)];
+    for (int k = 0; k < (i < 0 ? a.scope.n : 0); ++k) mbar += a.value(fractions, at(k)) * segments[at(k)];
+    const auto diameter = a.plain(mean_diameter, 0, i);
     return std::array{std::decay_t<decltype(diameter)>(mbar), diameter};
   }
   /// The slope by t alone has half of the model's pi as a constant of its own.
   static void eval(const auto& a, const auto& m, const auto& emit) {
     constexpr bool slope = std::decay_t<decltype(a)>::S::orders == Orders{1, 0, 0};
-    emit(0, 0, numerics::cube(m[1]) * m[0] * (a.value(1) * (slope ? 1.570796326795 / 3.0 : fluid_module::pi_6)));
+    emit(0, 0, numerics::cube(m[1]) * m[0] * (a.value(density) * (slope ? 1.570796326795 / 3.0 : fluid_module::pi_6)));
   }
 };
 
-}  // namespace tessarel::families
+}  // namespace tessarel::blocks

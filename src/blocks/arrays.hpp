@@ -5,11 +5,12 @@
 #include <algorithm>
 #include <functional>
 
+#include "blocks/moments.hpp"
 #include "eos/association.hpp"
-#include "eos/family_moments.hpp"
+#include "eos/mixture_state.hpp"
 #include "eos/polar_tables.hpp"
 
-namespace tessarel::families {
+namespace tessarel::blocks {
 
 /// Evaluates a member, once for each combination of components without regard to order. Returns the status.
 template <class Family, char... V>
@@ -17,8 +18,8 @@ int evaluate_arrays(const Scope& scope, const double* const* in, double* const* 
   using S = Slots<V...>;
   constexpr int order = S::orders.x;
   // A derivative by composition is that of the mixture.
-  const bool of_mixture = order > 0 && Family::fractions;
-  Arguments<Family, V...> args({scope.n, of_mixture ? 0 : scope.ipure, scope.power}, in);
+  const bool of_mixture = order > 0 && Family::of_composition;
+  Arguments<Family, V...> args({scope.context, scope.n, of_mixture ? 0 : scope.ipure, scope.power}, in);
   int status = 0;
   for (std::size_t flat = 0; flat < power_of(scope.n, order); ++flat) {
     std::size_t stride = 1, same = 0;
@@ -45,11 +46,11 @@ int evaluate_arrays(const Scope& scope, const double* const* in, double* const* 
   return status;
 }
 
-/// What most families share: one output, no status, all entries written.
+/// What most blocks share: one output, no status, all entries written.
 struct ArrayFamily {
   static constexpr std::size_t outputs = 1;
-  static constexpr bool clears = false;     ///< entries that no component has are 0
-  static constexpr bool fractions = false;  ///< the first input is the composition
+  static constexpr bool clears = false;          ///< entries that no component has are 0
+  static constexpr bool of_composition = false;  ///< the first input is the composition
 };
 
 /// x_i, or 1 for a component alone; in a derivative by x the fractions always count.
@@ -60,7 +61,8 @@ typename A::Full fraction(const A& a, int i) {
 }
 
 struct dij : ArrayFamily {
-  static constexpr std::array inputs{Input{1, 1, {3, 0, 0}}};  // d
+  enum : std::size_t { diameter };
+  static constexpr std::array inputs{Input{.rank = 1, .highest = {.t = 3}}};
   static constexpr Input output(std::size_t) { return {2}; }
 
   static int eval(const auto& a, const auto& emit) {
@@ -68,7 +70,7 @@ struct dij : ArrayFamily {
     const auto n = at(a.scope.n);
     for (std::size_t i = 0; i < n; ++i) {
       for (std::size_t j = 0; j < n; ++j) {
-        const D di = a.full(0, i), dj = a.full(0, j);
+        const D di = a.full(diameter, i), dj = a.full(diameter, j);
         emit(0, i + n * j, i == j ? D(di * 0.5) : D(di * dj / (di + dj)));
       }
     }
@@ -77,19 +79,20 @@ struct dij : ArrayFamily {
 };
 
 struct zeta : ArrayFamily {
-  static constexpr bool fractions = true;
-  static constexpr std::array inputs{Input{1}, Input{}, Input{1, 1, {3, 0, 0}}};  // x, rho, d
+  static constexpr bool of_composition = true;
+  enum : std::size_t { fractions, density, diameter };
+  static constexpr std::array inputs{Input{.rank = 1}, Input{}, Input{.rank = 1, .highest = {.t = 3}}};
   static constexpr Input output(std::size_t) { return {}; }
 
   static int eval(const auto& a, const auto& emit) {
     using D = typename std::decay_t<decltype(a)>::Full;
     D sum(0.0);
     for (int i = a.first(); i < a.last(); ++i) {
-      D power(record.mseg[at(i)]);
-      for (int k = 0; k < a.scope.power; ++k) power = power * a.full(2, at(i));
+      D power(a.parameters().mseg[at(i)]);
+      for (int k = 0; k < a.scope.power; ++k) power = power * a.full(diameter, at(i));
       sum = sum + power * fraction(a, i);
     }
-    emit(0, 0, D(sum * (fluid_module::pi_6 * a.value(1))));
+    emit(0, 0, D(sum * (fluid_module::pi_6 * a.value(density))));
     return 0;
   }
 };
@@ -97,15 +100,16 @@ struct zeta : ArrayFamily {
 /// The energies eps and eps_ij; of a component alone only its diagonal entry.
 struct sigeps : ArrayFamily {
   static constexpr std::size_t outputs = 2;
-  static constexpr std::array inputs{Input{}};  // t
+  enum : std::size_t { temperature };
+  static constexpr std::array inputs{Input{}};
   static constexpr Input output(std::size_t k) { return {k == 0 ? 1 : 2}; }
 
   static int eval(const auto& a, const auto& emit) {
     using D = typename std::decay_t<decltype(a)>::Full;
-    const auto t = a.variable(a.value(0), 't');
+    const auto t = a.variable(a.value(temperature), 't');
     const auto inverse_t = numerics::inverse(t);
     for (int i = a.first(); i < a.last(); ++i) {
-      emit(0, at(i), D(eos::energy_ratio(at(i), inverse_t) * record.epsil[at(i)]));
+      emit(0, at(i), D(eos::energy_ratio(at(i), inverse_t) * a.parameters().epsil[at(i)]));
       for (int j = a.first(); j < a.last(); ++j)
         emit(1, at(i + a.scope.n * j), eos::pair_energy(at(i), at(j), t, inverse_t));
     }
@@ -115,21 +119,24 @@ struct sigeps : ArrayFamily {
 
 /// The dispersion sums m2es3 and m2e2s3.
 struct pertterm : ArrayFamily {
-  static constexpr bool fractions = true;
+  static constexpr bool of_composition = true;
   static constexpr std::size_t outputs = 2;
-  static constexpr std::array inputs{Input{1}, Input{}, Input{2}, Input{2, 1, {3, 0, 0}}};  // x, t, sig_ij, eps_ij
+  enum : std::size_t { fractions, temperature, pair_diameter, pair_energy };
+  static constexpr std::array inputs{Input{.rank = 1}, Input{}, Input{.rank = 2},
+                                     Input{.rank = 2, .highest = {.t = 3}}};
   static constexpr Input output(std::size_t) { return {}; }
 
   static int eval(const auto& a, const auto& emit) {
     using D = typename std::decay_t<decltype(a)>::Full;
-    const auto inverse_t = numerics::inverse(a.variable(a.value(1), 't'));
+    const auto& segments = a.parameters().mseg;
+    const auto inverse_t = numerics::inverse(a.variable(a.value(temperature), 't'));
     D first(0.0), second(0.0);
     for (int i = a.first(); i < a.last(); ++i) {
       for (int j = a.first(); j < a.last(); ++j) {
         const auto ij = at(i + a.scope.n * j);
-        const auto energy = a.full(3, ij) * inverse_t;
+        const auto energy = a.full(pair_energy, ij) * inverse_t;
         const auto term = fraction(a, i) * fraction(a, j) * energy *
-                          (record.mseg[at(i)] * record.mseg[at(j)] * numerics::cube(a.value(2, ij)));
+                          (segments[at(i)] * segments[at(j)] * numerics::cube(a.value(pair_diameter, ij)));
         first = first + term;
         second = second + term * energy;
       }
@@ -143,21 +150,23 @@ struct pertterm : ArrayFamily {
 /// Association strengths g sigma^3 kap_hb (exp(eps_hb / t) - 1), [i + n (k + n (a + 5 b))].
 struct deltaab : ArrayFamily {
   static constexpr bool clears = true;
-  static constexpr std::array inputs{Input{}, Input{2}, Input{2, 1, {3, 4, 3}}};  // t, sig_ij, gij
+  enum : std::size_t { temperature, pair_diameter, contact };
+  static constexpr std::array inputs{Input{}, Input{.rank = 2}, Input{.rank = 2, .highest = {3, 4, 3}}};
   static constexpr Input output(std::size_t) { return {2, 25}; }
 
   static int eval(const auto& a, const auto& emit) {
     using D = typename std::decay_t<decltype(a)>::Full;
-    const auto inverse_t = numerics::inverse(a.variable(a.value(0), 't'));
+    const auto& p = a.parameters();
+    const auto inverse_t = numerics::inverse(a.variable(a.value(temperature), 't'));
     const auto n = at(a.scope.n);
     for (auto i = at(a.first()); i < at(a.last()); ++i) {
       for (auto k = at(a.first()); k < at(a.last()); ++k) {
-        const auto g = a.full(2, record.is_simp ? 0 : i + n * k);
-        const double volume = numerics::cube(a.value(1, i + n * k)) * record.kap_hb[i][k];
-        for (std::size_t s = 0; s < at(record.nhb_typ[i]); ++s)
-          for (std::size_t r = 0; r < at(record.nhb_typ[k]); ++r)
+        const auto g = a.full(contact, p.is_simp ? 0 : i + n * k);
+        const double volume = numerics::cube(a.value(pair_diameter, i + n * k)) * p.kap_hb[i][k];
+        for (std::size_t s = 0; s < at(p.nhb_typ[i]); ++s)
+          for (std::size_t r = 0; r < at(p.nhb_typ[k]); ++r)
             emit(0, i + n * (k + n * (s + 5 * r)),
-                 D((numerics::exp(inverse_t * record.eps_hb[i][k][s][r]) - 1.0) * volume * g));
+                 D((numerics::exp(inverse_t * p.eps_hb[i][k][s][r]) - 1.0) * volume * g));
       }
     }
     return 0;
@@ -167,23 +176,25 @@ struct deltaab : ArrayFamily {
 /// Fractions of unbonded sites X = 1 / (1 + rho sum x n X delta), [i + n a]; 1 where there is no site. A derivative
 /// solves the differentiated equation with the lower derivatives given, by the damped iteration of the values.
 struct xnhb : ArrayFamily {
-  static constexpr bool fractions = true;
+  static constexpr bool of_composition = true;
   static constexpr bool clears = true;
-  static constexpr std::array inputs{Input{1}, Input{}, Input{2, 25, {3, 4, 3}},
-                                     Input{1, 5, {3, 4, 3}, true}};  // x, rho, deltaab, xnhb
+  enum : std::size_t { fractions, density, strength, lower_orders };
+  static constexpr std::array inputs{Input{.rank = 1}, Input{}, Input{.rank = 2, .factor = 25, .highest = {3, 4, 3}},
+                                     Input{.rank = 1, .factor = 5, .highest = {3, 4, 3}, .lower = true}};
   static constexpr Input output(std::size_t) { return {1, 5}; }
 
   static int eval(const auto& a, const auto& emit) {
     using D = typename std::decay_t<decltype(a)>::Full;
     constexpr int l = std::decay_t<decltype(a)>::S::count;
     const auto n = at(a.scope.n);
-    const Arena::Frame frame(eos::arena);
-    const auto take = [](auto kind, std::size_t size) { return eos::arena.take<decltype(kind)>(size); };
+    const auto& p = a.parameters();
+    const Arena::Frame frame(a.arena());
+    const auto take = [&a](auto kind, std::size_t size) { return a.arena().template take<decltype(kind)>(size); };
     const std::size_t capacity = n * 5;
     auto* site = take(std::size_t{}, capacity);  // i + n a
     std::size_t count = 0;
     for (auto i = at(a.first()); i < at(a.last()); ++i)
-      for (std::size_t s = 0; s < at(record.nhb_typ[i]); ++s) site[count++] = i + n * s;
+      for (std::size_t s = 0; s < at(p.nhb_typ[i]); ++s) site[count++] = i + n * s;
     auto* types = take(1.0, count);
     auto* bond = take(1.0, count * count);
     auto* x = take(1.0, count);
@@ -192,14 +203,14 @@ struct xnhb : ArrayFamily {
     auto* unbonded = take(D{}, count);
     std::fill_n(types, count, 1.0);
     if constexpr (l > 0)
-      for (std::size_t k = 0; k < count; ++k) unbonded[k] = a.full(3, site[k]);
-    const D rho = a.variable(a.value(1), 'r');
+      for (std::size_t k = 0; k < count; ++k) unbonded[k] = a.full(lower_orders, site[k]);
+    const D rho = a.variable(a.value(density), 'r');
     for (std::size_t k = 0; k < count; ++k) {
       D sum(1.0);
       for (std::size_t m = 0; m < count; ++m) {
         const std::size_t from = site[m] % n, to = site[k] % n, s = site[m] / n, r = site[k] / n;
-        const D b = rho * fraction(a, static_cast<int>(from)) * a.full(2, from + n * (to + n * (s + 5 * r))) *
-                    static_cast<double>(record.nhb_no[from][s]);
+        const D b = rho * fraction(a, static_cast<int>(from)) * a.full(strength, from + n * (to + n * (s + 5 * r))) *
+                    static_cast<double>(p.nhb_no[from][s]);
         bond[k * count + m] = numerics::value(b);
         if constexpr (l > 0) sum = sum + b * unbonded[m];
       }
@@ -209,7 +220,7 @@ struct xnhb : ArrayFamily {
       }
     }
     const auto sites = static_cast<int>(count);
-    const double tolerance = eos::site_tolerance(a.value(1));
+    const double tolerance = eos::site_tolerance(a.value(density));
     int status = 0;
     if constexpr (l > 0) {
       status = eos::solve_unbonded_order(sites, types, bond, tolerance, x, driving, solution);
@@ -222,13 +233,27 @@ struct xnhb : ArrayFamily {
   }
 };
 
-/// The polar types in force, from 0, and their tables.
+/// The polar interaction types present among the first n components, from 0: `first` to `last`.
+struct PolarTypes {
+  int first = 0, last = -1;
+};
+inline PolarTypes polar_types(const Scope& scope) {
+  const auto& p = scope.context.parameters;
+  const auto any = [&scope](const fluid_module::Vector& moment) {
+    return std::any_of(moment.begin(), moment.begin() + scope.n, [](double m) { return m != 0; });
+  };
+  const auto& selected = scope.context.tables;
+  return {std::max(selected.first_type, any(p.dipole) ? 0 : 1), std::min(selected.last_type, !any(p.quapole) ? 0
+                                                                                             : any(p.dipole) ? 2
+                                                                                                             : 1)};
+}
+
+/// The correlation constants of a type.
 struct PolarType {
   const eos::PairConstants &a, &b;
   const eos::TripletConstants& c;
 };
-inline PolarType polar_type(int type) {
-  const auto& p = eos::polar;
+inline PolarType polar_type(const eos::PolarConstants& p, int type) {
   if (type == 0) return {p.dd_a, p.dd_b, p.dd_c};
   if (type == 1) return {p.qq_a, p.qq_b, p.qq_c};
   return {p.dq_a, p.dq_b, p.dq_c};
@@ -238,19 +263,21 @@ inline PolarType polar_type(int type) {
 struct j2j3 : ArrayFamily {
   static constexpr std::size_t outputs = 2;
   static constexpr bool clears = true;
-  static constexpr std::array inputs{Input{}, Input{0, 1, {3, 1, 1}}, Input{1, 1, {3, 0, 0}}};  // t, eta, eps
+  enum : std::size_t { temperature, packing, energy };
+  static constexpr std::array inputs{Input{}, Input{.highest = {3, 1, 1}}, Input{.rank = 1, .highest = {.t = 3}}};
   static constexpr Input output(std::size_t k) { return {k == 0 ? 2 : 3, 3}; }
 
   static int eval(const auto& args, const auto& emit) {
     using D = typename std::decay_t<decltype(args)>::Full;
     const auto n = at(args.scope.n);
-    const D inverse_t = numerics::inverse(args.variable(args.value(0), 't'));
-    const D eta = args.full(1, 0);
-    for (int type = eos::tables.first_type; type <= eos::tables.last_type; ++type) {
-      const auto& [a, b, c] = polar_type(type);
+    const D inverse_t = numerics::inverse(args.variable(args.value(temperature), 't'));
+    const D eta = args.full(packing, 0);
+    const PolarTypes types = polar_types(args.scope);
+    for (int type = types.first; type <= types.last; ++type) {
+      const auto& [a, b, c] = polar_type(args.polar(), type);
       for (std::size_t i = 0; i < n; ++i) {
         for (std::size_t j = 0; j < n; ++j) {
-          const D ei = args.full(2, i), ej = args.full(2, j);
+          const D ei = args.full(energy, i), ej = args.full(energy, j);
           const D h = numerics::sqrt(D(ei * ej)) * inverse_t;
           std::array<D, 5> powers;
           for (std::size_t k = 0; k < 5; ++k) powers[k] = h * b[i][j][k] + a[i][j][k];
@@ -266,30 +293,34 @@ struct j2j3 : ArrayFamily {
 
 /// Second- and third-order polar terms, by interaction type.
 struct a2a3 : ArrayFamily {
-  static constexpr bool fractions = true;
+  static constexpr bool of_composition = true;
   static constexpr std::size_t outputs = 2;
   static constexpr bool clears = true;
-  static constexpr std::array inputs{Input{1}, Input{}, Input{}, Input{2, 3, {3, 4, 3}},
-                                     Input{3, 3, {3, 4, 3}}};  // x, t, rho, j2, j3
+  enum : std::size_t { fractions, temperature, density, pair_integral, triplet_integral };
+  static constexpr std::array inputs{Input{.rank = 1}, Input{}, Input{},
+                                     Input{.rank = 2, .factor = 3, .highest = {3, 4, 3}},
+                                     Input{.rank = 3, .factor = 3, .highest = {3, 4, 3}}};
   static constexpr Input output(std::size_t) { return {0, 3}; }
 
   static int eval(const auto& a, const auto& emit) {
     using D = typename std::decay_t<decltype(a)>::Full;
     const auto n = at(a.scope.n);
-    const D inverse_t = numerics::inverse(a.variable(a.value(1), 't'));
-    const D rho = a.variable(a.value(2), 'r');
-    for (int type = eos::tables.first_type; type <= eos::tables.last_type; ++type) {
+    const D inverse_t = numerics::inverse(a.variable(a.value(temperature), 't'));
+    const D rho = a.variable(a.value(density), 'r');
+    const PolarTypes types = polar_types(a.scope);
+    for (int type = types.first; type <= types.last; ++type) {
       const auto t = at(type);
       D sum2(0.0), sum3(0.0);
       for (int i = a.first(); i < a.last(); ++i) {
         for (int j = a.first(); j < a.last(); ++j) {
           const D xx = fraction(a, i) * fraction(a, j);
           const auto ui = at(i), uj = at(j);
-          if (const double factor = eos::polar.gamma2[t][uj][ui]; factor != 0)
-            sum2 = sum2 + xx * a.full(3, t + 3 * (ui + n * uj)) * factor;
+          if (const double factor = a.polar().gamma2[t][uj][ui]; factor != 0)
+            sum2 = sum2 + xx * a.full(pair_integral, t + 3 * (ui + n * uj)) * factor;
           for (int k = a.first(); k < a.last(); ++k)
-            if (const double factor = eos::polar.gamma3[t][at(k)][uj][ui]; factor != 0)
-              sum3 = sum3 + xx * fraction(a, k) * a.full(4, t + 3 * (ui + n * (uj + n * at(k)))) * factor;
+            if (const double factor = a.polar().gamma3[t][at(k)][uj][ui]; factor != 0)
+              sum3 =
+                  sum3 + xx * fraction(a, k) * a.full(triplet_integral, t + 3 * (ui + n * (uj + n * at(k)))) * factor;
         }
       }
       emit(0, t, D(sum2 * rho * inverse_t * inverse_t * eos::second_order_factor));
@@ -321,14 +352,15 @@ constexpr std::size_t output_size(std::size_t output, int n) {
 
 /// The diameters of all components by t, from a derivative `given` of order `known` of them: sigma - d varies as
 /// exp(-3 epsil / t).
-inline void diameter_derivative(int n, double t, const double* given, int known, int order, double* out) {
+inline void diameter_derivative(const Context& context, int n, double t, const double* given, int known, int order,
+                                double* out) {
   using N = Taylor<1, 3>;
   for (int i = 0; i < n; ++i) {
-    const double energy = 3.0 * record.epsil[at(i)];
-    const double gap = known == 0 ? given[i] - record.sigma[at(i)] : given[i] * t * t / energy;
+    const double energy = 3.0 * context.parameters.epsil[at(i)];
+    const double gap = known == 0 ? given[i] - context.parameters.sigma[at(i)] : given[i] * t * t / energy;
     const N d = numerics::exp(N((1.0 / t - numerics::inverse(numerics::variable<N>(t))) * energy)) * gap;
     out[i] = numerics::derivative(d, order);
   }
 }
 
-}  // namespace tessarel::families
+}  // namespace tessarel::blocks

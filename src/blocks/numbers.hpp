@@ -11,13 +11,13 @@
 
 #include <array>
 
+#include "blocks/context.hpp"
 #include "eos/mixture_state.hpp"
 #include "numerics/taylor.hpp"
 
-namespace tessarel::families {
+namespace tessarel::blocks {
 
 using eos::nmax;
-using eos::record;
 using numerics::Taylor;
 
 constexpr std::size_t at(int i) {
@@ -77,8 +77,8 @@ struct Slots {
   static constexpr bool has(char kind_of_slot) { return (false || ... || (V == kind_of_slot)); }
 };
 
-/// A quantity that a family takes: `factor` n^`rank` values. Derivatives above `highest` vanish and are no arguments;
-/// with `lower` only those below the member's own order are.
+/// A quantity that a family takes: `factor` n^`rank` values. The host passes derivatives up to `highest`; with `lower`,
+/// only orders below the member's own.
 struct Input {
   int rank = 0, factor = 1;
   Orders highest{};
@@ -116,11 +116,6 @@ constexpr std::size_t argument_count(const std::array<Input, Inputs>& inputs, co
   return count;
 }
 
-/// The arguments of a member that are not arrays: component count, component alone (0: mixture), power of a moment.
-struct Scope {
-  int n = 1, ipure = 0, power = 0;
-};
-
 /// The arguments of one evaluation, as numbers over the slots.
 template <class Family, char... V>
 class Arguments {
@@ -134,6 +129,11 @@ class Arguments {
   }
 
   const Scope scope;
+  [[nodiscard]] const fluid_module::Record& parameters() const { return scope.context.parameters; }
+  [[nodiscard]] const eos::PolarConstants& polar() const { return scope.context.polar; }
+  [[nodiscard]] Arena& arena() const { return scope.context.arena; }
+  [[nodiscard]] const Working& working() const { return scope.context.working; }
+
   std::array<int, S::count + 1> p{};  ///< by slot: the component of an x slot
 
   /// Entry `k` of input `i` with its derivatives, all or without those by x; the latter by one fraction if `extra` >=
@@ -200,4 +200,4 @@ constexpr std::size_t power_of(int n, int order) {
   return s;
 }
 
-}  // namespace tessarel::families
+}  // namespace tessarel::blocks

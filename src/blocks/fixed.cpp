@@ -1,8 +1,8 @@
-#include "eos/family_fixed.hpp"
+#include "blocks/fixed.hpp"
 
-#include "eos/family_arrays.hpp"
+#include "blocks/arrays.hpp"
 
-namespace tessarel::families {
+namespace tessarel::blocks {
 
 using T3 = Taylor<1, 3>;
 
@@ -22,10 +22,10 @@ T3 moving(double value, double slope) {
 }
 
 /// Strengths between the site classes from those between the site types.
-void set_strength(eos::MixtureState<double>& s, int n, const double* delta_t0) {
-  const auto& classes = eos::tables.classes;
+void set_strength(const Context& context, eos::MixtureState<double>& s, int n, const double* delta_t0) {
+  const auto& classes = context.tables.classes;
   const auto count = at(s.association.classes), size = at(n);
-  double* strength = eos::arena.take<double>(count * count);
+  double* strength = context.arena.take<double>(count * count);
   const auto first_type = [](const eos::SiteClass& c) {
     std::size_t a = 0;
     while (!c.member[a]) ++a;
@@ -40,7 +40,7 @@ void set_strength(eos::MixtureState<double>& s, int n, const double* delta_t0) {
       double& sum = strength[row * count + column++] = 0;
       for (std::size_t b = 0; b < l.member.size(); ++b)
         if (l.member[b])
-          sum += record.nhb_no[at(l.component)][b] *
+          sum += context.parameters.nhb_no[at(l.component)][b] *
                  delta_t0[at(k.component) + size * (at(l.component) + size * (first_type(k) + 5 * b))];
     }
     ++row;
@@ -50,7 +50,8 @@ void set_strength(eos::MixtureState<double>& s, int n, const double* delta_t0) {
 
 }  // namespace
 
-void prepare_fixed(eos::MixtureState<double>& s, int n, const double* x, double t, const FixedState& f) {
+void prepare_fixed(const Context& context, eos::MixtureState<double>& s, int n, const double* x, double t,
+                   const FixedState& f) {
   eos::prepare(s, n, x, 0, t);
   s.zeta_rho[3] = 1.0 / f.conv;
   s.m2es3 = f.m2es3;
@@ -65,20 +66,20 @@ void prepare_fixed(eos::MixtureState<double>& s, int n, const double* x, double 
       s.chain_k[at(i)] = ratio * f.dij[i + n * i];
     }
   }
-  if (s.associates) set_strength(s, n, f.delta_t0);
+  if (s.associates) set_strength(context, s, n, f.delta_t0);
 }
 
 Four contact_rho123(double eta) {
   return derivatives(eos::contact(inverse(1.0 - moving(eta, eta)), 0.5));
 }
 
-Four c1_eta123(double eta) {
-  return derivatives(eos::c1(moving(eta, 1.0), working.mmean));
+Four c1_eta123(const Context& context, double eta) {
+  return derivatives(eos::c1(moving(eta, 1.0), context.working.mmean));
 }
 
-Four scaled_integral_eta123(int which, double eta) {
+Four scaled_integral_eta123(const Context& context, int which, double eta) {
   const T3 e = moving(eta, 1.0);
-  return derivatives(e * eos::integral(which == 0 ? working.apar : working.bpar, e));
+  return derivatives(e * eos::integral(which == 0 ? context.working.apar : context.working.bpar, e));
 }
 
 Four contact_pair(int n, const double* d, double zeta2, double zeta3, int i, int j, ContactVariable by) {
@@ -89,34 +90,37 @@ Four contact_pair(int n, const double* d, double zeta2, double zeta3, int i, int
   return derivatives(eos::contact_at(u, T3(moving(zeta2, zeta2 * rate) * u * q)));
 }
 
-double association_of_pure(double rho, double eta, const double* delta_t) {
+double association_of_pure(const Context& context, double rho, double eta, const double* delta_t) {
+  const auto& p = context.parameters;
   const double g = eos::contact(1.0 / (1.0 - eta), 0.5);
   constexpr std::size_t most = fluid_module::max_sites;
-  const auto count = at(record.nhb_typ[0]);
+  const auto count = at(p.nhb_typ[0]);
   std::array<double, most> types{}, x{};
   std::array<double, most * most> bond{};
   types.fill(1.0);
   for (std::size_t a = 0; a < count; ++a)
-    for (std::size_t b = 0; b < count; ++b) bond[a * count + b] = rho * g * delta_t[b + most * a] * record.nhb_no[0][b];
-  eos::solve_unbonded(record.nhb_typ[0], types.data(), bond.data(), eos::site_tolerance(eta), x.data());
+    for (std::size_t b = 0; b < count; ++b) bond[a * count + b] = rho * g * delta_t[b + most * a] * p.nhb_no[0][b];
+  eos::solve_unbonded(p.nhb_typ[0], types.data(), bond.data(), eos::site_tolerance(eta), x.data());
   double a_ass = 0;
-  for (std::size_t a = 0; a < count; ++a) a_ass += record.nhb_no[0][a] * (std::log(x[a]) + (1.0 - x[a]) / 2.0);
+  for (std::size_t a = 0; a < count; ++a) a_ass += p.nhb_no[0][a] * (std::log(x[a]) + (1.0 - x[a]) / 2.0);
   return a_ass;
 }
 
-double polar_of_pure(double t, double rho, double eta, double u) {
+double polar_of_pure(const Context& context, double t, double rho, double eta, double u) {
+  const Scope scope{context};
   const double x = 1.0;
   Four second{}, third{};
   double a2[3], a3[3];
   const double* in1[] = {&t, &eta, &u};
   double* integrals[] = {second.data(), third.data()};
-  evaluate<j2j3>({}, in1, integrals);
+  evaluate<j2j3>(scope, in1, integrals);
   const double* in2[] = {&x, &t, &rho, second.data(), third.data()};
   double* terms[] = {a2, a3};
-  evaluate<a2a3>({}, in2, terms);
+  evaluate<a2a3>(scope, in2, terms);
   double a_pol = 0;
-  for (int type = eos::tables.first_type; type <= eos::tables.last_type; ++type) a_pol += eos::pade(a2[type], a3[type]);
+  const PolarTypes types = polar_types(scope);
+  for (int type = types.first; type <= types.last; ++type) a_pol += eos::pade(a2[type], a3[type]);
   return a_pol;
 }
 
-}  // namespace tessarel::families
+}  // namespace tessarel::blocks
