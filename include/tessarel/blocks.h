@@ -8,8 +8,8 @@
  * needs, in this order: first order by t, by rho, by x; then second order by t t, t rho, t x, rho rho, rho x, x x; and
  * so on. The packing fraction and the moments zeta2, zeta3 are linear in rho and in x, so their second derivatives by
  * rho or by x vanish and are no arguments. A comment tells the shape of the outputs (none: one number), the factor rho
- * that some derivatives by rho carry ("times rho^2"), and the unit (none: a pure number, times A3 for each order in an
- * unscaled rho and divided by K for each order in t). Entry (i,j) of n x n is at [i + n j], and so on for more indices.
+ * that some derivatives by rho carry ("times rho^2"), and the unit (none: a pure number). Entry (i,j) of n x n is at
+ * [i + n j], and so on for more indices.
  */
 #ifndef TESSAREL_BLOCKS_H
 #define TESSAREL_BLOCKS_H

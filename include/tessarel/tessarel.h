@@ -1,7 +1,8 @@
 /* Tessarel: thermodynamic properties of pure fluids and mixtures by the PC-SAFT equation of state.
  *
  * The entries a host needs: select a fluid with tessarel_setfluid, then ask for states with tessarel_tmdprop. The
- * forward calculations beneath them are declared in <tessarel/routines.h>, their building blocks in <tessarel/blocks.h>.
+ * forward calculations beneath them are declared in <tessarel/routines.h>, their building blocks in
+ * <tessarel/blocks.h>.
  *
  * Calling rules
  *   - All arguments are pointers; integers and logicals are int32_t. A logical is true when its lowest bit is set; the

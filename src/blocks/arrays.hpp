@@ -242,10 +242,9 @@ inline PolarTypes polar_types(const Scope& scope) {
   const auto any = [&scope](const fluid_module::Vector& moment) {
     return std::any_of(moment.begin(), moment.begin() + scope.n, [](double m) { return m != 0; });
   };
-  const auto& selected = scope.context.tables;
-  return {std::max(selected.first_type, any(p.dipole) ? 0 : 1), std::min(selected.last_type, !any(p.quapole) ? 0
-                                                                                             : any(p.dipole) ? 2
-                                                                                                             : 1)};
+  const bool dipoles = any(p.dipole), quadrupoles = any(p.quapole);
+  const int first = dipoles ? 0 : 1, last = !quadrupoles ? 0 : dipoles ? 2 : 1;
+  return {std::max(scope.context.tables.first_type, first), std::min(scope.context.tables.last_type, last)};
 }
 
 /// The correlation constants of a type.

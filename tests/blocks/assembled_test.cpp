@@ -26,7 +26,7 @@ constexpr State states[] = {
     {"methane:0.4|n-butane:0.6", false, 350, 0.004},
     {"methanol:0.6|carbon dioxide:0.4", true, 410, 0.006},
     {"three sites:1", false, 300, 0.01},
-    {"acetone:0.2|three sites:0.8", false, 320, 0.009},
+    {"water:0.2|three sites:0.8", false, 320, 0.009},
     {"carbon dioxide:1", false, 280, 0.011},
     {"water:0.3|acetone:0.45|carbon dioxide:0.25", false, 310, 0.01, 1},
     {"water:0.3|acetone:0.45|carbon dioxide:0.25", false, 310, 0.01, 3},

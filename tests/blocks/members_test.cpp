@@ -284,7 +284,7 @@ struct State {
 };
 const std::vector<State> states = {
     {"water:0.3|acetone:0.45|carbon dioxide:0.25", "1;2:1111|2;3:0.05", false, {290, 0.009, {0.3, 0.45, 0.25}}, 0, 3},
-    {"methanol:0.6|carbon dioxide:0.4", "1;2:1112", false, {410, 0.002, {0.6, 0.4}}, 0, 2},
+    {"methanol:0.6|water:0.4", "1;2:1112", false, {410, 0.002, {0.6, 0.4}}, 0, 2},
     {"acetone:0.5|three sites:0.5", "", true, {350, 0.012, {0.5, 0.5}}, 0, 1},
     {"water:0.3|acetone:0.45|carbon dioxide:0.25", "", false, {330, 0.01, {0.3, 0.45, 0.25}}, 1, 3},
     {"water:0.3|acetone:0.45|carbon dioxide:0.25", "", false, {330, 0.01, {0.3, 0.45, 0.25}}, 3, 0},
