@@ -1,5 +1,5 @@
-// Cost of the calls, to be read as ratios within one run: `plain a` at four components is the unit
-// (plain_helmholtz.hpp). tools/bench_report.py prints the table of docs/performance.md from the JSON output.
+// Cost of the calls, to be read as ratios within one run: `yardstick` is the unit (yardstick.hpp).
+// tools/bench_report.py prints the table of docs/performance.md from the JSON output.
 #include <benchmark/benchmark.h>
 
 #include <string>
@@ -12,16 +12,22 @@
 #include "eos/fugacity.hpp"
 #include "eos/helmholtz.hpp"
 #include "eos/pressure.hpp"
-#include "fluid/fluid_module.hpp"
-#include "plain_helmholtz.hpp"
+#include "interface/session.hpp"
 #include "solvers/psat_tsat.hpp"
 #include "tessarel/tessarel.h"
+#include "yardstick.hpp"
 
 namespace tessarel::bench {
 namespace {
 
-using fluid_module::record;
+using namespace eos;
+using interface::Session;
 using State = ::benchmark::State;
+
+/// The session that the selections below work on.
+Session& session() {
+  return interface::current_session();
+}
 
 const std::vector<std::string> hydrocarbons = {"methane",    "ethane",      "propane",      "n-butane",    "n-pentane",
                                                "n-hexane",   "n-heptane",   "n-octane",     "n-nonane",    "n-decane",
@@ -55,71 +61,59 @@ constexpr double small_step = 1e-9;  // the input changes with every call, so th
 /// Counts the pressures evaluated, and the passes of the site iterations, per call of the timed loop.
 class Counted {
  public:
-  explicit Counted(State& state) : state_(state), before_(eos::statistics) {}
+  explicit Counted(State& state) : state_(state), before_(session().work.statistics) {}
   Counted(const Counted&) = delete;
   Counted& operator=(const Counted&) = delete;
   ~Counted() {
     const auto calls = static_cast<double>(state_.iterations());
-    state_.counters["pressures"] = static_cast<double>(eos::statistics.pressures - before_.pressures) / calls;
-    state_.counters["site_passes"] = static_cast<double>(eos::statistics.site_passes - before_.site_passes) / calls;
+    state_.counters["pressures"] = static_cast<double>(session().work.statistics.pressures - before_.pressures) / calls;
+    state_.counters["site_passes"] =
+        static_cast<double>(session().work.statistics.site_passes - before_.site_passes) / calls;
   }
 
  private:
   State& state_;
-  eos::Statistics before_;
+  Statistics before_;
 };
 
-PlainFluid plain_fluid() {
-  PlainFluid f;
-  for (std::size_t i = 0; i < static_cast<std::size_t>(record.n); ++i) {
-    f.m.push_back(record.mseg[i]);
-    f.sigma.push_back(record.sigma[i]);
-    f.epsilon.push_back(record.epsil[i]);
-  }
-  return f;
+void unit(State& state) {
+  const double x[] = {0.4, 0.3, 0.2, 0.1};
+  double t = 300;
+  for (auto _ : state) benchmark::DoNotOptimize(yardstick(t += small_step, 0.006, x));
 }
+BENCHMARK(unit)->Name("yardstick");
 
-void plain(State& state) {
-  const auto x = select_hydrocarbons(static_cast<int>(state.range(0)));
-  const auto fluid = plain_fluid();
-  double t = liquid_t;
-  for (auto _ : state) benchmark::DoNotOptimize(plain_a(fluid, x, t += small_step, 0.01));
-}
-BENCHMARK(plain)->Name("plain a")->Arg(4)->Arg(20);
-
-/// Registers `call(n, x, t)` at a density of 0.01 for the hydrocarbons.
+/// Registers `call(eos, n, x, t)` at a density of 0.01 for the hydrocarbons.
 template <class Call>
 void stack(const std::string& name, Call call, std::initializer_list<int> counts) {
   for (const int n : counts) {
     benchmark::RegisterBenchmark((name + "/" + std::to_string(n)).c_str(), [n, call](State& state) {
       const auto x = select_hydrocarbons(n);
+      const Eos eos = session().eos();
       double t = liquid_t;
-      for (auto _ : state) call(n, x.data(), t += small_step);
+      for (auto _ : state) call(eos, n, x.data(), t += small_step);
     });
   }
 }
 
 template <class F>
 auto scalar(F f) {
-  return [f](int n, const double* x, double t) { benchmark::DoNotOptimize(f(n, x, t, 0.01)); };
+  return [f](const Eos& eos, int n, const double* x, double t) { benchmark::DoNotOptimize(f(eos, n, x, t, 0.01)); };
 }
 template <class F>
 auto mixture_z(F f) {
-  return [f](int n, const double* x, double t) { benchmark::DoNotOptimize(f(n, x, 0, t, 0.01)); };
+  return [f](const Eos& eos, int n, const double* x, double t) { benchmark::DoNotOptimize(f(eos, n, x, 0, t, 0.01)); };
 }
 template <class F>
 auto array(F f) {
-  return [f](int n, const double* x, double t) {
+  return [f](const Eos& eos, int n, const double* x, double t) {
     static double out[8000];
-    f(n, x, t, 0.01, out);
+    f(eos, n, x, t, 0.01, out);
     benchmark::DoNotOptimize(out[0]);
   };
 }
 
 void register_stack() {
-  using namespace calc_a_module;
-  using namespace calc_z_module;
-  using namespace calc_p_module;
   const auto all = {1, 2, 4, 10, 20};
   const auto two = {4, 20};
   stack("calc_a", scalar(calc_a), all);
@@ -151,26 +145,28 @@ void register_stack() {
   stack("calc_d2z_dndn", array(calc_d2z_dndn), two);
   stack("calc_dp_drho", scalar(calc_dp_drho), two);
   stack("calc_d2p_dndn", array(calc_d2p_dndn), two);
-  stack("calc_cv", scalar(calc_hsu_module::calc_cv), two);
+  stack("calc_cv", scalar(calc_cv), two);
 }
 
 void eta_pass(State& state) {
   const auto x = select_hydrocarbons(static_cast<int>(state.range(0)));
-  const Arena::Frame frame(eos::arena);
-  eos::MixtureState<double> prepared;
-  eos::prepare(prepared, record.n, x.data(), 0, liquid_t);
+  const Eos eos = session().eos();
+  const Arena::Frame frame(eos.arena());
+  MixtureState<double> prepared;
+  prepare(eos, prepared, session().n(), x.data(), 0, liquid_t);
   double eta = 0.4;
-  for (auto _ : state) benchmark::DoNotOptimize(eos::p_eta12(prepared, eta += 1e-12));
+  for (auto _ : state) benchmark::DoNotOptimize(p_eta12(prepared, eta += 1e-12));
 }
 BENCHMARK(eta_pass)->Name("calc_p_eta12 pass")->Arg(1)->Arg(4)->Arg(20);
 
 void density(State& state) {
-  select_hydrocarbons(static_cast<int>(state.range(0)));
+  const auto x = select_hydrocarbons(static_cast<int>(state.range(0)));
+  const Fluid f = session().fluid();
   const bool liquid = state.range(1) == 1;
   double t = liquid ? liquid_t : vapour_t, v = 0;
   const Counted counted(state);
   for (auto _ : state) {
-    calc_vrho_module::calc_v(t += small_step, liquid ? liquid_p : vapour_p, liquid ? 1 : 2, v);
+    calc_v(f.eos, f.n, f.z, t += small_step, liquid ? liquid_p : vapour_p, liquid ? 1 : 2, v);
     benchmark::DoNotOptimize(v);
   }
 }
@@ -178,10 +174,11 @@ BENCHMARK(density)->Name("calc_v")->ArgsProduct({{1, 2, 4, 10, 20}, {1, 2}});
 
 void caloric(State& state) {
   select_hydrocarbons(static_cast<int>(state.range(0)));
+  const Fluid f = session().fluid();
   double t = liquid_t, v = 0, h = 0, s = 0, u = 0;
-  calc_vrho_module::calc_v(t, liquid_p, 1, v);
+  calc_v(f.eos, f.n, f.z, t, liquid_p, 1, v);
   for (auto _ : state) {
-    calc_hsu_module::calc_hsu(t += small_step, liquid_p, v, h, s, u);
+    calc_hsu(f.eos, f.n, f.z, t += small_step, liquid_p, v, h, s, u);
     benchmark::DoNotOptimize(h + s + u);
   }
 }
@@ -216,26 +213,29 @@ void register_fugacity() {
     };
     benchmark::RegisterBenchmark(("calc_lnphi/" + c.name).c_str(), [c, prepare](State& state) {
       const auto x = prepare();
+      const Eos eos = session().eos();
       double t = c.t, lnphi[20];
       const Counted counted(state);
       for (auto _ : state) {
-        fugacity::calc_lnphi(c.n, x.data(), t += small_step, c.p, c.phase, lnphi);
+        calc_lnphi(eos, c.n, x.data(), t += small_step, c.p, c.phase, lnphi);
         benchmark::DoNotOptimize(lnphi[0]);
       }
     });
     benchmark::RegisterBenchmark(("calc_lnphi_n/" + c.name).c_str(), [c, prepare](State& state) {
       const auto x = prepare();
+      const Eos eos = session().eos();
       double t = c.t, lnphi[20], dn[400];
       for (auto _ : state) {
-        fugacity::calc_lnphi_n(c.n, x.data(), t += small_step, c.p, c.phase, lnphi, dn);
+        calc_lnphi_n(eos, c.n, x.data(), t += small_step, c.p, c.phase, lnphi, dn);
         benchmark::DoNotOptimize(dn[0]);
       }
     });
     benchmark::RegisterBenchmark(("calc_lnphi_tpn/" + c.name).c_str(), [c, prepare](State& state) {
       const auto x = prepare();
+      const Eos eos = session().eos();
       double t = c.t, lnphi[20], dt[20], dp[20], dn[400];
       for (auto _ : state) {
-        fugacity::calc_lnphi_tpn(c.n, x.data(), t += small_step, c.p, c.phase, lnphi, dt, dp, dn);
+        calc_lnphi_tpn(eos, c.n, x.data(), t += small_step, c.p, c.phase, lnphi, dt, dp, dn);
         benchmark::DoNotOptimize(dn[0]);
       }
     });
@@ -277,11 +277,11 @@ BENCHMARK(selection)->Name("tessarel_setfluid, new(0) or repeated(1)")->ArgsProd
 
 void saturation(State& state, const std::string& fluid, double fraction) {
   select({fluid}, {1.0});
-  critical_point_module::critpoint();
-  double t = fraction < 1 ? fraction * record.tc : fraction, psat = 0;
+  const Fluid f = session().fluid();
+  double t = fraction < 1 ? fraction * f.limits.tc : fraction, psat = 0;
   const Counted counted(state);
   for (auto _ : state) {
-    calc_psat_tsat::calc_psat(t += small_step, psat);
+    solvers::calc_psat(f, t += small_step, psat);
     benchmark::DoNotOptimize(psat);
   }
 }
@@ -295,9 +295,34 @@ void register_saturation() {
   benchmark::RegisterBenchmark("calc_psat/propane at 300 K", [](State& state) { saturation(state, "propane", 300); });
   benchmark::RegisterBenchmark("critpoint/propane", [](State& state) {
     select({"propane"}, {1.0});
-    for (auto _ : state) critical_point_module::critpoint();
+    const Fluid f = session().fluid();
+    fluid::Limits limits;
+    for (auto _ : state) envelope::critpoint(f.eos, f.n, f.z, limits);
   });
 }
+
+/// Property calls on as many threads as the argument says, each with a session of its own.
+void threads(State& state) {
+  std::int64_t number = 0;
+  std::string err(80, ' ');
+  tessarel_session_new(&number, err.data(), err.size());
+  tessarel_session_use(&number, err.data(), err.size());
+  select_hydrocarbons(4);
+  const std::int32_t order = 1;
+  double x[20], y[20], lnphi[20], cv, dpdt, dpdv, d2pdt2, d2pdv2, d2pdtdv, dcvdt, v, u, h, s, q;
+  double start = liquid_t;
+  for (auto _ : state) {
+    double t = start += small_step, p = liquid_p;
+    tessarel_tmdprop("TP Lph", &order, &t, &p, &v, &u, &h, &s, &q, &cv, &dpdt, &dpdv, &d2pdt2, &d2pdv2, &d2pdtdv,
+                     &dcvdt, x, y, lnphi, err.data(), 6, err.size());
+    benchmark::DoNotOptimize(h);
+  }
+  state.SetItemsProcessed(state.iterations());
+  const std::int64_t first = 0;
+  tessarel_session_use(&first, err.data(), err.size());
+  tessarel_session_free(&number, err.data(), err.size());
+}
+BENCHMARK(threads)->Name("tessarel_tmdprop TP Lph on threads")->Threads(1)->Threads(2)->UseRealTime();
 
 }  // namespace
 }  // namespace tessarel::bench

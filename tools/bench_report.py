@@ -2,7 +2,7 @@
 """Prints the benchmark table in units: bench_report.py results.json
 
 results.json is what `tessarel_bench --benchmark_format=json --benchmark_repetitions=5` wrote. Of the repetitions the
-smallest time counts, since other load on the machine can only add. The unit is `plain a` at four components.
+smallest time counts, since other load on the machine can only add. The unit is `yardstick`.
 """
 import json
 import re
@@ -17,7 +17,7 @@ for row in results["benchmarks"]:
         times[name] = min(times.get(name, float("inf")), row["cpu_time"])
         if "pressures" in row:
             counts[name] = f"{row['pressures']:.1f}" + (f", {row['site_passes']:.0f}" if row["site_passes"] else "")
-unit = times["plain a/4"]
+unit = times["yardstick"]
 print(f"One unit: {unit:.0f} ns.\n")
 print("| call | ns | units | times calc_a at the same n | pressures, site passes |\n|---|---:|---:|---:|---:|")
 for name, time in sorted(times.items(), key=lambda row: [int(p) if p.isdigit() else p for p in re.split(r"(\d+)", row[0])]):

@@ -257,7 +257,7 @@ void tessarel_blocks_free(tessarel_blocks* blocks) { delete blocks; }
 
 def source(title, header, definitions):
     return (f"// Exports of building blocks: {title}. Made by tools/make_blocks.py from its table.\n"
-            f"#include \"interface/{header}\"\n\nusing namespace tessarel;\nusing namespace tessarel::routines;\n\n"
+            f"#include \"interface/{header}\"\n\nusing namespace tessarel;\nusing namespace tessarel::interface;\n\n"
             f"extern \"C\" {{\n\n{''.join(definitions)}\n}}  // extern \"C\"\n")
 
 

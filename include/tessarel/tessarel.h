@@ -16,7 +16,9 @@
  *     raised across this interface.
  *   - Each entry is exported a second time with an underscore behind its name (tessarel_setfluid_), so a Fortran host
  *     on Unix calls it as an external procedure without any binding.
- *   - One fluid is selected at a time, for the whole process. Nothing here is thread safe: call from one thread.
+ *   - The selected fluid belongs to a session. The library starts with session 0, and a host that needs no other calls
+ *     from one thread at a time and never names a session. More sessions hold more fluids, for as many threads (at the
+ *     end of this header).
  *
  * Units: molar SI at entry (K, Pa, m3/mol, J/mol, J/(mol K)) and engineering units at return (degrees Celsius, bar,
  * m3/kg, kJ/kg, kJ/(kg K)), in the same variables. Do not feed a result straight back in.
@@ -46,7 +48,7 @@ extern "C" {
  *               must be finite, none negative and at least one positive. A fraction of zero is accepted in a mixture;
  *               the component then adds nothing to any property, and leaving it out instead is faster.
  *               With 111 added to z(1) (any value above 100 counts as such) the simplified hard-chain model with one
- *               mean segment diameter is used, from then on until the library is unloaded.
+ *               mean segment diameter is used, from then on in this session.
  *   err    out  "No errors", or
  *               "TESSAREL error: number of components must be 1 to 20...",
  *               "TESSAREL error: names of the components are missing...",
@@ -167,6 +169,32 @@ TESSAREL_API void tessarel_tmdprop(const char* spec, const int32_t* order, doubl
  */
 TESSAREL_API void tessarel_capeopenderiv(const double* t, const double* p, const double* v, double* dv, double* dh,
                                          double* ds, double* dg, double* dlnphi, char* err, size_t err_len);
+
+/* Sessions. A session holds a selected fluid with all that belongs to it; a host that wants several fluids at once, or
+ * several threads, makes more than the one that the library starts with, number 0. Every other entry of the library
+ * works on the session that is current on the calling thread, session 0 until another is made current.
+ *
+ * A session other than 0 is current on one thread at a time; a thread that ends gives its session back. Session 0 may
+ * be current on several, and must then be used by one of them at a time. Numbers are not given twice.
+ *
+ *   tessarel_session_new      a fresh session, as the library at load; it does not become current
+ *   tessarel_session_use      makes a session current on this thread. Refused with nothing changed:
+ *                             "TESSAREL error: no such session...",
+ *                             "TESSAREL error: session is in use on another thread..."
+ *   tessarel_session_free     refused for 0 and for one that is current anywhere: "TESSAREL error: no such session...",
+ *                             "TESSAREL error: session 0 cannot be freed...",
+ *                             "TESSAREL error: session is current on a thread and cannot be freed..."
+ *   tessarel_session_current  the number of the session that is current on this thread
+ *   tessarel_session_clone    makes a session `to` with the selection and parameters of `from`, which may be current on
+ *                             this thread but on no other one
+ *
+ * err: "No errors", the texts above, "TESSAREL error: null pointer argument...".
+ */
+TESSAREL_API void tessarel_session_new(int64_t* session, char* err, size_t err_len);
+TESSAREL_API void tessarel_session_use(const int64_t* session, char* err, size_t err_len);
+TESSAREL_API void tessarel_session_free(const int64_t* session, char* err, size_t err_len);
+TESSAREL_API void tessarel_session_current(int64_t* session);
+TESSAREL_API void tessarel_session_clone(const int64_t* from, int64_t* to, char* err, size_t err_len);
 
 #ifdef __cplusplus
 }

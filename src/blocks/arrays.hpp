@@ -6,9 +6,6 @@
 #include <functional>
 
 #include "blocks/moments.hpp"
-#include "eos/association.hpp"
-#include "eos/mixture_state.hpp"
-#include "eos/polar_tables.hpp"
 
 namespace tessarel::blocks {
 
@@ -19,7 +16,7 @@ int evaluate_arrays(const Scope& scope, const double* const* in, double* const* 
   constexpr int order = S::orders.x;
   // A derivative by composition is that of the mixture.
   const bool of_mixture = order > 0 && Family::of_composition;
-  Arguments<Family, V...> args({scope.context, scope.n, of_mixture ? 0 : scope.ipure, scope.power}, in);
+  Arguments<Family, V...> args({scope.eos, scope.n, of_mixture ? 0 : scope.ipure, scope.power}, in);
   int status = 0;
   for (std::size_t flat = 0; flat < power_of(scope.n, order); ++flat) {
     std::size_t stride = 1, same = 0;
@@ -92,7 +89,7 @@ struct zeta : ArrayFamily {
       for (int k = 0; k < a.scope.power; ++k) power = power * a.full(diameter, at(i));
       sum = sum + power * fraction(a, i);
     }
-    emit(0, 0, D(sum * (fluid_module::pi_6 * a.value(density))));
+    emit(0, 0, D(sum * (fluid::pi_6 * a.value(density))));
     return 0;
   }
 };
@@ -106,12 +103,14 @@ struct sigeps : ArrayFamily {
 
   static int eval(const auto& a, const auto& emit) {
     using D = typename std::decay_t<decltype(a)>::Full;
+    const auto& p = a.parameters();
     const auto t = a.variable(a.value(temperature), 't');
     const auto inverse_t = numerics::inverse(t);
     for (int i = a.first(); i < a.last(); ++i) {
-      emit(0, at(i), D(eos::energy_ratio(at(i), inverse_t) * a.parameters().epsil[at(i)]));
+      emit(0, at(i), D(eos::energy_ratio(p, at(i), inverse_t) * p.epsil[at(i)]));
       for (int j = a.first(); j < a.last(); ++j)
-        emit(1, at(i + a.scope.n * j), eos::pair_energy(at(i), at(j), t, inverse_t));
+        emit(1, at(i + a.scope.n * j),
+             eos::pair_energy(p, eos::geometric_energy(p, at(i), at(j)), at(i), at(j), t, inverse_t));
     }
     return 0;
   }
@@ -161,7 +160,7 @@ struct deltaab : ArrayFamily {
     const auto n = at(a.scope.n);
     for (auto i = at(a.first()); i < at(a.last()); ++i) {
       for (auto k = at(a.first()); k < at(a.last()); ++k) {
-        const auto g = a.full(contact, p.is_simp ? 0 : i + n * k);
+        const auto g = a.full(contact, a.scope.eos.simplified ? 0 : i + n * k);
         const double volume = numerics::cube(a.value(pair_diameter, i + n * k)) * p.kap_hb[i][k];
         for (std::size_t s = 0; s < at(p.nhb_typ[i]); ++s)
           for (std::size_t r = 0; r < at(p.nhb_typ[k]); ++r)
@@ -223,10 +222,10 @@ struct xnhb : ArrayFamily {
     const double tolerance = eos::site_tolerance(a.value(density));
     int status = 0;
     if constexpr (l > 0) {
-      status = eos::solve_unbonded_order(sites, types, bond, tolerance, x, driving, solution);
+      status = eos::solve_unbonded_order(a.arena(), sites, types, bond, tolerance, x, driving, solution);
     } else {
       for (std::size_t k = 0; k < capacity; ++k) emit(0, k, 1.0);
-      status = eos::solve_unbonded(sites, types, bond, tolerance, solution);
+      status = eos::solve_unbonded(a.arena(), sites, types, bond, tolerance, solution);
     }
     for (std::size_t k = 0; k < count; ++k) emit(0, site[k], solution[k]);
     return status;
@@ -238,24 +237,14 @@ struct PolarTypes {
   int first = 0, last = -1;
 };
 inline PolarTypes polar_types(const Scope& scope) {
-  const auto& p = scope.context.parameters;
-  const auto any = [&scope](const fluid_module::Vector& moment) {
+  const fluid::Parameters& p = scope.eos.parameters();
+  const eos::Polar::Tables& tables = scope.eos.model.of<eos::Polar>();
+  const auto any = [&scope](const fluid::Vector& moment) {
     return std::any_of(moment.begin(), moment.begin() + scope.n, [](double m) { return m != 0; });
   };
   const bool dipoles = any(p.dipole), quadrupoles = any(p.quapole);
   const int first = dipoles ? 0 : 1, last = !quadrupoles ? 0 : dipoles ? 2 : 1;
-  return {std::max(scope.context.tables.first_type, first), std::min(scope.context.tables.last_type, last)};
-}
-
-/// The correlation constants of a type.
-struct PolarType {
-  const eos::PairConstants &a, &b;
-  const eos::TripletConstants& c;
-};
-inline PolarType polar_type(const eos::PolarConstants& p, int type) {
-  if (type == 0) return {p.dd_a, p.dd_b, p.dd_c};
-  if (type == 1) return {p.qq_a, p.qq_b, p.qq_c};
-  return {p.dq_a, p.dq_b, p.dq_c};
+  return {std::max(tables.first_type, first), std::min(tables.last_type, last)};
 }
 
 /// Polar integrals j2 [type + 3 (i + n j)] and j3 [type + 3 (i + n (j + n l))].
@@ -269,20 +258,22 @@ struct j2j3 : ArrayFamily {
   static int eval(const auto& args, const auto& emit) {
     using D = typename std::decay_t<decltype(args)>::Full;
     const auto n = at(args.scope.n);
+    const auto& p = args.parameters();
     const D inverse_t = numerics::inverse(args.variable(args.value(temperature), 't'));
     const D eta = args.full(packing, 0);
     const PolarTypes types = polar_types(args.scope);
     for (int type = types.first; type <= types.last; ++type) {
-      const auto& [a, b, c] = polar_type(args.polar(), type);
       for (std::size_t i = 0; i < n; ++i) {
         for (std::size_t j = 0; j < n; ++j) {
           const D ei = args.full(energy, i), ej = args.full(energy, j);
           const D h = numerics::sqrt(D(ei * ej)) * inverse_t;
+          const auto a = eos::Polar::pair_a(type, p, i, j), b = eos::Polar::pair_b(type, p, i, j);
           std::array<D, 5> powers;
-          for (std::size_t k = 0; k < 5; ++k) powers[k] = h * b[i][j][k] + a[i][j][k];
+          for (std::size_t k = 0; k < 5; ++k) powers[k] = h * b[k] + a[k];
           emit(0, at(type) + 3 * (i + n * j), eos::polar_polynomial(powers, eta));
           for (std::size_t m = 0; m < n; ++m)
-            emit(1, at(type) + 3 * (i + n * (j + n * m)), eos::polar_polynomial(c[i][j][m], eta));
+            emit(1, at(type) + 3 * (i + n * (j + n * m)),
+                 eos::polar_polynomial(eos::Polar::triplet_c(type, p, i, j, m), eta));
         }
       }
     }
@@ -304,6 +295,7 @@ struct a2a3 : ArrayFamily {
   static int eval(const auto& a, const auto& emit) {
     using D = typename std::decay_t<decltype(a)>::Full;
     const auto n = at(a.scope.n);
+    const auto& p = a.parameters();
     const D inverse_t = numerics::inverse(a.variable(a.value(temperature), 't'));
     const D rho = a.variable(a.value(density), 'r');
     const PolarTypes types = polar_types(a.scope);
@@ -314,10 +306,10 @@ struct a2a3 : ArrayFamily {
         for (int j = a.first(); j < a.last(); ++j) {
           const D xx = fraction(a, i) * fraction(a, j);
           const auto ui = at(i), uj = at(j);
-          if (const double factor = a.polar().gamma2[t][uj][ui]; factor != 0)
+          if (const double factor = eos::Polar::gamma2(type, p, ui, uj); factor != 0)
             sum2 = sum2 + xx * a.full(pair_integral, t + 3 * (ui + n * uj)) * factor;
           for (int k = a.first(); k < a.last(); ++k)
-            if (const double factor = a.polar().gamma3[t][at(k)][uj][ui]; factor != 0)
+            if (const double factor = eos::Polar::gamma3(type, p, ui, uj, at(k)); factor != 0)
               sum3 =
                   sum3 + xx * fraction(a, k) * a.full(triplet_integral, t + 3 * (ui + n * (uj + n * at(k)))) * factor;
         }
@@ -351,12 +343,12 @@ constexpr std::size_t output_size(std::size_t output, int n) {
 
 /// The diameters of all components by t, from a derivative `given` of order `known` of them: sigma - d varies as
 /// exp(-3 epsil / t).
-inline void diameter_derivative(const Context& context, int n, double t, const double* given, int known, int order,
+inline void diameter_derivative(const fluid::Parameters& p, int n, double t, const double* given, int known, int order,
                                 double* out) {
   using N = Taylor<1, 3>;
   for (int i = 0; i < n; ++i) {
-    const double energy = 3.0 * context.parameters.epsil[at(i)];
-    const double gap = known == 0 ? given[i] - context.parameters.sigma[at(i)] : given[i] * t * t / energy;
+    const double energy = 3.0 * p.epsil[at(i)];
+    const double gap = known == 0 ? given[i] - p.sigma[at(i)] : given[i] * t * t / energy;
     const N d = numerics::exp(N((1.0 / t - numerics::inverse(numerics::variable<N>(t))) * energy)) * gap;
     out[i] = numerics::derivative(d, order);
   }

@@ -22,11 +22,12 @@ T3 moving(double value, double slope) {
 }
 
 /// Strengths between the site classes from those between the site types.
-void set_strength(const Context& context, eos::MixtureState<double>& s, int n, const double* delta_t0) {
-  const auto& classes = context.tables.classes;
-  const auto count = at(s.association.classes), size = at(n);
-  double* strength = context.arena.take<double>(count * count);
-  const auto first_type = [](const eos::SiteClass& c) {
+void set_strength(const Eos& eos, eos::MixtureState<double>& s, int n, const double* delta_t0) {
+  const auto& classes = eos.model.of<eos::Association>().classes;
+  auto& association = s.term<eos::Association>();
+  const auto count = at(association.classes), size = at(n);
+  double* strength = eos.arena().take<double>(count * count);
+  const auto first_type = [](const eos::Association::SiteClass& c) {
     std::size_t a = 0;
     while (!c.member[a]) ++a;
     return a;
@@ -40,46 +41,47 @@ void set_strength(const Context& context, eos::MixtureState<double>& s, int n, c
       double& sum = strength[row * count + column++] = 0;
       for (std::size_t b = 0; b < l.member.size(); ++b)
         if (l.member[b])
-          sum += context.parameters.nhb_no[at(l.component)][b] *
+          sum += eos.parameters().nhb_no[at(l.component)][b] *
                  delta_t0[at(k.component) + size * (at(l.component) + size * (first_type(k) + 5 * b))];
     }
     ++row;
   }
-  s.association.strength = strength;
+  association.strength = strength;
 }
 
 }  // namespace
 
-void prepare_fixed(const Context& context, eos::MixtureState<double>& s, int n, const double* x, double t,
+void prepare_fixed(const Eos& eos, eos::MixtureState<double>& s, int n, const double* x, double t,
                    const FixedState& f) {
-  eos::prepare(s, n, x, 0, t);
+  eos::prepare(eos, s, n, x, 0, t);
   s.zeta_rho[3] = 1.0 / f.conv;
-  s.m2es3 = f.m2es3;
-  s.m2e2s3 = f.m2e2s3;
+  s.term<eos::Dispersion>().m2es3 = f.m2es3;
+  s.term<eos::Dispersion>().m2e2s3 = f.m2e2s3;
   if (!s.closed) {
     s.zeta_rho = {f.zeta0r, f.zeta1r, f.zeta2r, 1.0 / f.conv};
     const double ratio = f.zeta2r * f.conv;
-    s.hs_first = 3.0 * f.zeta1r * ratio / f.zeta0r;
-    s.hs_second = f.zeta2r * ratio * ratio / f.zeta0r;
+    auto& chain = s.term<eos::HardChain>();
+    chain.first = 3.0 * f.zeta1r * ratio / f.zeta0r;
+    chain.second = f.zeta2r * ratio * ratio / f.zeta0r;
     for (int i = 0; i < n; ++i) {
       s.d[at(i)] = f.d[i];
-      s.chain_k[at(i)] = ratio * f.dij[i + n * i];
+      chain.k[at(i)] = ratio * f.dij[i + n * i];
     }
   }
-  if (s.associates) set_strength(context, s, n, f.delta_t0);
+  if (s.term<eos::Association>().present) set_strength(eos, s, n, f.delta_t0);
 }
 
 Four contact_rho123(double eta) {
   return derivatives(eos::contact(inverse(1.0 - moving(eta, eta)), 0.5));
 }
 
-Four c1_eta123(const Context& context, double eta) {
-  return derivatives(eos::c1(moving(eta, 1.0), context.working.mmean));
+Four c1_eta123(const Eos& eos, double eta) {
+  return derivatives(eos::c1(moving(eta, 1.0), eos.work.means.mmean));
 }
 
-Four scaled_integral_eta123(const Context& context, int which, double eta) {
+Four scaled_integral_eta123(const Eos& eos, int which, double eta) {
   const T3 e = moving(eta, 1.0);
-  return derivatives(e * eos::integral(which == 0 ? context.working.apar : context.working.bpar, e));
+  return derivatives(e * eos::integral(which == 0 ? eos.work.means.apar : eos.work.means.bpar, e));
 }
 
 Four contact_pair(int n, const double* d, double zeta2, double zeta3, int i, int j, ContactVariable by) {
@@ -90,24 +92,24 @@ Four contact_pair(int n, const double* d, double zeta2, double zeta3, int i, int
   return derivatives(eos::contact_at(u, T3(moving(zeta2, zeta2 * rate) * u * q)));
 }
 
-double association_of_pure(const Context& context, double rho, double eta, const double* delta_t) {
-  const auto& p = context.parameters;
+double association_of_pure(const Eos& eos, double rho, double eta, const double* delta_t) {
+  const auto& p = eos.parameters();
   const double g = eos::contact(1.0 / (1.0 - eta), 0.5);
-  constexpr std::size_t most = fluid_module::max_sites;
+  constexpr std::size_t most = fluid::max_sites;
   const auto count = at(p.nhb_typ[0]);
   std::array<double, most> types{}, x{};
   std::array<double, most * most> bond{};
   types.fill(1.0);
   for (std::size_t a = 0; a < count; ++a)
     for (std::size_t b = 0; b < count; ++b) bond[a * count + b] = rho * g * delta_t[b + most * a] * p.nhb_no[0][b];
-  eos::solve_unbonded(p.nhb_typ[0], types.data(), bond.data(), eos::site_tolerance(eta), x.data());
+  eos::solve_unbonded(eos.arena(), p.nhb_typ[0], types.data(), bond.data(), eos::site_tolerance(eta), x.data());
   double a_ass = 0;
   for (std::size_t a = 0; a < count; ++a) a_ass += p.nhb_no[0][a] * (std::log(x[a]) + (1.0 - x[a]) / 2.0);
   return a_ass;
 }
 
-double polar_of_pure(const Context& context, double t, double rho, double eta, double u) {
-  const Scope scope{context};
+double polar_of_pure(const Eos& eos, double t, double rho, double eta, double u) {
+  const Scope scope{eos};
   const double x = 1.0;
   Four second{}, third{};
   double a2[3], a3[3];

@@ -119,7 +119,7 @@ struct SegmentFamily : MomentFamily {
 
   static auto moments_of(const auto& a, int i) {
     const auto eta = a.plain(packing, 0, i);
-    const double segments = i < 0 ? a.working().mmean : a.parameters().mseg[at(i)];
+    const double segments = i < 0 ? a.means().mmean : a.parameters().mseg[at(i)];
     return std::array{std::decay_t<decltype(eta)>(segments), eta};
   }
 };
@@ -217,7 +217,7 @@ struct eta_simp : MomentFamily {
   /// The slope by t alone has half of the model's pi as a constant of its own.
   static void eval(const auto& a, const auto& m, const auto& emit) {
     constexpr bool slope = std::decay_t<decltype(a)>::S::orders == Orders{1, 0, 0};
-    emit(0, 0, numerics::cube(m[1]) * m[0] * (a.value(density) * (slope ? 1.570796326795 / 3.0 : fluid_module::pi_6)));
+    emit(0, 0, numerics::cube(m[1]) * m[0] * (a.value(density) * (slope ? 1.570796326795 / 3.0 : fluid::pi_6)));
   }
 };
 

@@ -12,17 +12,9 @@
 #include <array>
 
 #include "blocks/context.hpp"
-#include "eos/mixture_state.hpp"
 #include "numerics/taylor.hpp"
 
 namespace tessarel::blocks {
-
-using eos::nmax;
-using numerics::Taylor;
-
-constexpr std::size_t at(int i) {
-  return static_cast<std::size_t>(i);
-}
 
 namespace detail {
 template <int L>
@@ -129,10 +121,9 @@ class Arguments {
   }
 
   const Scope scope;
-  [[nodiscard]] const fluid_module::Record& parameters() const { return scope.context.parameters; }
-  [[nodiscard]] const eos::PolarConstants& polar() const { return scope.context.polar; }
-  [[nodiscard]] Arena& arena() const { return scope.context.arena; }
-  [[nodiscard]] const Working& working() const { return scope.context.working; }
+  [[nodiscard]] const fluid::Parameters& parameters() const { return scope.eos.parameters(); }
+  [[nodiscard]] Arena& arena() const { return scope.eos.arena(); }
+  [[nodiscard]] const eos::MeanSegments& means() const { return scope.eos.work.means; }
 
   std::array<int, S::count + 1> p{};  ///< by slot: the component of an x slot
 

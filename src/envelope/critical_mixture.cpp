@@ -10,12 +10,12 @@
 #include "eos/density.hpp"
 #include "eos/mole_numbers.hpp"
 #include "eos/pressure.hpp"
-#include "fluid/fluid_module.hpp"
 #include "numerics/linear_algebra.hpp"
 
-namespace tessarel::critical_point_module {
+namespace tessarel::envelope {
 
-using fluid_module::record;
+using eos::Eos;
+using fluid::Limits;
 using numerics::determinant;
 using numerics::solution_vector;
 
@@ -23,53 +23,53 @@ namespace {
 
 constexpr std::int32_t cubic_not_converged = 320, determinant_not_converged = 321;
 
-using Matrix = std::array<double, fluid_module::nmax * fluid_module::nmax>;
+using Matrix = std::array<double, fluid::nmax * fluid::nmax>;
 
 /// a and its derivatives by mole numbers at constant density, orders up to K; arrays from the caller's arena frame.
-struct AmountDerivatives {
-  double a;
-  double *first, *second, *third;
-};
 template <int K>
-AmountDerivatives by_amounts(int n, const double* z, double t, double rho) {
-  using eos::arena;
-  const auto size = static_cast<std::size_t>(n);
+eos::CompositionDerivatives<double> by_amounts(const Eos& eos, int n, const double* z, double t, double rho) {
+  Arena& arena = eos.arena();
+  const auto size = fluid::at(n);
+  const auto taken = [&] {
+    eos::CompositionDerivatives<double> d;
+    d.first = arena.take<double>(size);
+    d.second = {arena.take<double>(size * size), size};
+    if (K >= 3) d.third = {arena.take<double>(size * size * size), size};
+    return d;
+  };
   eos::MixtureState<double> state;
-  eos::prepare(state, n, z, 0, t);
-  eos::CompositionDerivatives<double> x;
-  x.first = arena.take<double>(size);
-  x.second = arena.take<double>(size * size);
-  if (K >= 3) x.third = arena.take<double>(size * size * size);
+  eos::prepare(eos, state, n, z, 0, t);
+  auto x = taken(), d = taken();
   eos::composition_derivatives<K>(state, rho, x);
-  AmountDerivatives d{x.a, arena.take<double>(size), arena.take<double>(size * size), nullptr};
-  eos::project_first(size, z, x.first, d.first);
+  d.a = x.a;
   double* work = arena.take<double>(size * (size + 2));
-  eos::project_second(size, z, x.first, x.second, work, d.second);
-  if constexpr (K >= 3) {
-    d.third = arena.take<double>(size * size * size);
-    eos::project_third(size, z, x.first, x.second, x.third, work, d.third);
-  }
+  eos::project_first(size, z, x.first, d.first);
+  eos::project_second(z, x.first, x.second, work, d.second);
+  if constexpr (K >= 3) eos::project_third(z, x.first, x.second, x.third, work, d.third);
   return d;
 }
 
 /// Q_ij = a_ij + 2 (a + a_i + a_j), scaled with t^3 / 1e6.
-void form_q(int n, const double* z, double t, double rho, double* q) {
-  const Arena::Frame frame(eos::arena);
-  const auto d = by_amounts<2>(n, z, t, rho);
+void form_q(const Eos& eos, int n, const double* z, double t, double rho, double* q) {
+  const Arena::Frame frame(eos.arena());
+  const auto d = by_amounts<2>(eos, n, z, t, rho);
+  const numerics::HostSquare<double> matrix{q, fluid::at(n)};
   const double scale = t * t * t / 1e6;
-  for (int i = 0; i < n; ++i)
-    for (int j = 0; j < n; ++j) q[i + n * j] = (d.second[i * n + j] + 2.0 * (d.a + d.first[i] + d.first[j])) * scale;
+  for (std::size_t i = 0; i < matrix.n; ++i)
+    for (std::size_t j = 0; j < matrix.n; ++j)
+      matrix(i, j) = (d.second(i, j) + 2.0 * (d.a + d.first[i] + d.first[j])) * scale;
 }
 
 /// Sum of C_ijk dn_i dn_j dn_k with C_ijk = a_ijk + 3 (a_ij + a_ik + a_jk) + 6 (a + a_i + a_j + a_k).
-double cubic_form(int n, const double* z, double t, double rho, const double* dn) {
-  const Arena::Frame frame(eos::arena);
-  const auto d = by_amounts<3>(n, z, t, rho);
+double cubic_form(const Eos& eos, int n, const double* z, double t, double rho, const double* dn) {
+  const Arena::Frame frame(eos.arena());
+  const auto d = by_amounts<3>(eos, n, z, t, rho);
+  const auto size = fluid::at(n);
   double c = 0;
-  for (int i = 0; i < n; ++i)
-    for (int j = 0; j < n; ++j)
-      for (int k = 0; k < n; ++k)
-        c += (d.third[(i * n + j) * n + k] + 3.0 * (d.second[i * n + j] + d.second[i * n + k] + d.second[j * n + k]) +
+  for (std::size_t i = 0; i < size; ++i)
+    for (std::size_t j = 0; j < size; ++j)
+      for (std::size_t k = 0; k < size; ++k)
+        c += (d.third(i, j, k) + 3.0 * (d.second(i, j) + d.second(i, k) + d.second(j, k)) +
               6.0 * (d.a + d.first[i] + d.first[j] + d.first[k])) *
              dn[i] * dn[j] * dn[k];
   return c;
@@ -77,7 +77,7 @@ double cubic_form(int n, const double* z, double t, double rho, const double* dn
 
 }  // namespace
 
-std::int32_t det_q_newton(bool debug, int n, const double* z, double rho, double& t, double* q) {
+std::int32_t det_q_newton(const Eos& eos, bool debug, int n, const double* z, double rho, double& t, double* q) {
   constexpr int limit = 100;
   constexpr double tolerance = 1e-5, lowest = 120.0;
   std::int32_t ierr = 0;
@@ -85,9 +85,9 @@ std::int32_t det_q_newton(bool debug, int n, const double* z, double rho, double
   for (int pass = 1;;) {
     Matrix shifted;
     double d0 = 0, d1 = 0;
-    form_q(n, z, t + dt, rho, shifted.data());
+    form_q(eos, n, z, t + dt, rho, shifted.data());
     ierr = std::max(ierr, determinant(n, shifted.data(), d1));
-    form_q(n, z, t, rho, q);
+    form_q(eos, n, z, t, rho, q);
     ierr = std::max(ierr, determinant(n, q, d0));
     if (debug) std::printf("det Q: pass %d, T = %.10g K, det = %.6g\n", pass, t, d0);
     double next = t - dt * d0 / (d1 - d0);
@@ -103,29 +103,28 @@ std::int32_t det_q_newton(bool debug, int n, const double* z, double rho, double
   }
 }
 
-std::int32_t cubic_newton(bool debug, int n, const double* z, double& rho, double& t) {
+std::int32_t cubic_newton(const Eos& eos, bool debug, int n, const double* z, double& rho, double& t) {
   constexpr int limit = 200;
   constexpr double tolerance = 1e-12, accepted = 0.001;
-  using namespace calc_vrho_module;
   const double drho = 1e-4 * rho;
   Matrix q;
-  fluid_module::Vector dn{};
+  fluid::Vector dn{};
   double c = 0;
   for (int pass = 1;;) {
-    if (const auto ierr = det_q_newton(debug, n, z, rho, t, q.data()); ierr > 0) return ierr;
+    if (const auto ierr = det_q_newton(eos, debug, n, z, rho, t, q.data()); ierr > 0) return ierr;
     solution_vector(n, q.data(), dn.data());
-    c = cubic_form(n, z, t, rho, dn.data());
+    c = cubic_form(eos, n, z, t, rho, dn.data());
     double shifted_t = t;
-    if (const auto ierr = det_q_newton(debug, n, z, rho + drho, shifted_t, q.data()); ierr > 0) return ierr;
+    if (const auto ierr = det_q_newton(eos, debug, n, z, rho + drho, shifted_t, q.data()); ierr > 0) return ierr;
     solution_vector(n, q.data(), dn.data());
-    const double c2 = cubic_form(n, z, shifted_t, rho + drho, dn.data());
+    const double c2 = cubic_form(eos, n, z, shifted_t, rho + drho, dn.data());
     if (debug) std::printf("cubic form: pass %d, T = %.10g K, rho = %.10g 1/A3, c = %.6g\n", pass, t, rho, c);
     const double next = rho - drho * c / (c2 - c);
-    const double eta = calc_eta_rho(n, z, 0, t, next);
+    const double eta = eos::calc_eta_rho(eos, n, z, 0, t, next);
     if (eta < 1e-5)
-      rho = calc_rho_eta(n, z, 0, t, 2e-5);
+      rho = eos::calc_rho_eta(eos, n, z, 0, t, 2e-5);
     else if (eta > 0.7)
-      rho = calc_rho_eta(n, z, 0, t, 0.4);
+      rho = eos::calc_rho_eta(eos, n, z, 0, t, 0.4);
     else
       rho = next;
     ++pass;
@@ -135,16 +134,14 @@ std::int32_t cubic_newton(bool debug, int n, const double* z, double& rho, doubl
   return std::abs(c) > accepted || std::isnan(c) ? cubic_not_converged : 0;
 }
 
-Message critmixt_newton() {
+Message critmixt_newton(const Eos& eos, int n, const double* z, Limits& limits) {
   constexpr double start_eta = 0.4;
   constexpr bool debug = false;
-  const int n = record.n;
-  const double* z = record.z.data();
-  double rho = calc_vrho_module::calc_rho_eta(n, z, 0, record.tc, start_eta);
-  const auto ierr = cubic_newton(debug, n, z, rho, record.tc);
-  record.rhoc = rho;
-  record.pc = calc_p_module::calc_p_rho(n, z, record.tc, rho);
+  double rho = eos::calc_rho_eta(eos, n, z, 0, limits.tc, start_eta);
+  const auto ierr = cubic_newton(eos, debug, n, z, rho, limits.tc);
+  limits.rhoc = rho;
+  limits.pc = eos::calc_p_rho(eos, n, z, limits.tc, rho);
   return ierr != 0 ? "Critical point calulation failed..." : no_errors;
 }
 
-}  // namespace tessarel::critical_point_module
+}  // namespace tessarel::envelope

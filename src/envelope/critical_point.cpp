@@ -5,13 +5,11 @@
 
 #include "eos/density.hpp"
 #include "eos/pressure.hpp"
-#include "fluid/fluid_module.hpp"
 
-namespace tessarel::critical_point_module {
+namespace tessarel::envelope {
 
-using fluid_module::avogadro_factor;
-using fluid_module::not_computed;
-using fluid_module::record;
+using eos::Eos;
+using fluid::at, fluid::avogadro_factor, fluid::Limits, fluid::not_computed;
 
 namespace {
 
@@ -19,19 +17,19 @@ struct Estimate {
   double t, p;
 };
 
-Estimate start_estimate(int i) {
-  const auto k = static_cast<std::size_t>(i - 1);
-  if (same_text(record.compname[k].view(), "hydrogen")) return {50.0, 4000000.0};
-  return {std::min(700.0 * record.omega[k] + 150.0, 800.0), 5000000.0};
+Estimate start_estimate(const fluid::Parameters& p, int i) {
+  const auto k = at(i - 1);
+  if (same_text(p.compname[k].view(), "hydrogen")) return {50.0, 4000000.0};
+  return {std::min(700.0 * p.omega[k] + 150.0, 800.0), 5000000.0};
 }
 
 /// Newton's method for the inflection point of the isotherm: d2p/deta2 = 0. `eta` moves one step past the last
 /// evaluated point; `slopes` are those of that point. False after 60 evaluations.
-bool find_inflection(int i, double t, double& eta, calc_p_module::EtaSlopes& slopes) {
+bool find_inflection(const Eos& eos, int n, int i, double t, double& eta, eos::EtaSlopes& slopes) {
   constexpr int limit = 60;
   constexpr double tolerance = 0.2;
   for (int count = 1;; ++count) {
-    slopes = calc_p_module::calc_p_deta(record.n, i, t, eta);
+    slopes = eos::calc_p_deta(eos, n, i, t, eta);
     eta -= slopes.d2p_deta2 / slopes.d3p_deta3;
     if (count >= limit) return false;
     if (!(std::abs(slopes.d2p_deta2) > tolerance)) return true;
@@ -40,62 +38,62 @@ bool find_inflection(int i, double t, double& eta, calc_p_module::EtaSlopes& slo
 
 }  // namespace
 
-Message critpure(int i) {
+Message critpure(const Eos& eos, int n, const double* z, int i, Limits& limits) {
   constexpr int limit = 60;
   constexpr double temperature_step = 0.1, tolerance = 0.01;
-  const Estimate start = start_estimate(i);
+  const Estimate start = start_estimate(eos.parameters(), i);
   double t = start.t;
-  record.tc = start.t;
-  record.pc = start.p;
+  limits.tc = start.t;
+  limits.pc = start.p;
   double eta = 0.2;
-  calc_p_module::EtaSlopes slopes{};
+  eos::EtaSlopes slopes{};
   bool converged = false;
   for (int pass = 0; pass < limit && !converged; ++pass) {
     t -= temperature_step;
-    if (!find_inflection(i, t, eta, slopes)) return "Critical point: density iteration 1 not converged...";
+    if (!find_inflection(eos, n, i, t, eta, slopes)) return "Critical point: density iteration 1 not converged...";
     const double f0 = slopes.dp_deta;
     t += temperature_step;
-    if (!find_inflection(i, t, eta, slopes)) return "Critical point: density iteration 2 not converged...";
+    if (!find_inflection(eos, n, i, t, eta, slopes)) return "Critical point: density iteration 2 not converged...";
     const double f1 = slopes.dp_deta;
     t -= f1 / ((f1 - f0) / temperature_step);
     converged = std::abs(f1) <= tolerance;
   }
   if (!converged) return "Critical point: : temperature-iteration not converged";
-  record.tc = t;
-  record.pc = slopes.p;
-  record.rhoc = calc_vrho_module::calc_rho_eta(record.n, record.z.data(), 1, t, eta) / avogadro_factor;
+  limits.tc = t;
+  limits.pc = slopes.p;
+  limits.rhoc = eos::calc_rho_eta(eos, n, z, 1, t, eta) / avogadro_factor;
   return no_errors;
 }
 
-Message critmixt_pseudo() {
-  record.tci.fill(not_computed);
-  record.pci.fill(not_computed);
-  record.tc = record.pc = record.rhoc = not_computed;
-  for (int i = 1; i <= record.n; ++i) {
-    const Message message = critpure(i);
-    record.tci[static_cast<std::size_t>(i - 1)] = record.tc;
-    record.pci[static_cast<std::size_t>(i - 1)] = record.pc;
+Message critmixt_pseudo(const Eos& eos, int n, const double* z, Limits& limits) {
+  limits.tci.fill(not_computed);
+  limits.pci.fill(not_computed);
+  limits.tc = limits.pc = limits.rhoc = not_computed;
+  for (int i = 1; i <= n; ++i) {
+    const Message message = critpure(eos, n, z, i, limits);
+    limits.tci[at(i - 1)] = limits.tc;
+    limits.pci[at(i - 1)] = limits.pc;
     if (!ok(message)) return message;
   }
   double tc = 0, pc = 0;
-  for (std::size_t i = 0; i < static_cast<std::size_t>(record.n); ++i) {
-    tc += record.z[i] * record.tci[i];
-    pc += record.z[i] * record.pci[i];
+  for (std::size_t i = 0; i < at(n); ++i) {
+    tc += z[i] * limits.tci[i];
+    pc += z[i] * limits.pci[i];
   }
-  record.tc = tc;
-  record.pc = pc;
+  limits.tc = tc;
+  limits.pc = pc;
   double v = 0;
-  const Message message = calc_vrho_module::calc_v(tc, pc, 2, v);
-  record.rhoc = 1.0 / v;
+  const Message message = eos::calc_v(eos, n, z, tc, pc, 2, v);
+  limits.rhoc = 1.0 / v;
   return message;
 }
 
-Message critpoint() {
-  return record.n == 1 ? critpure(1) : critmixt_pseudo();
+Message critpoint(const Eos& eos, int n, const double* z, Limits& limits) {
+  return n == 1 ? critpure(eos, n, z, 1, limits) : critmixt_pseudo(eos, n, z, limits);
 }
 
 Message critmixt_brent() {
   return no_errors;
 }
 
-}  // namespace tessarel::critical_point_module
+}  // namespace tessarel::envelope

@@ -1,112 +1,96 @@
 #include "eos/association.hpp"
 
+#include <algorithm>
+#include <utility>
+
+#include "eos/energies.hpp"
+
 namespace tessarel::eos {
 
-Arena arena;
-
-void reserve_site_storage() {
-  // The largest demand of the usual paths: a few site-pair arrays of numbers with ten coefficients.
-  const std::size_t sites = tables.classes.size();
-  arena.reserve((1U << 16U) + sites * sites * sizeof(double) * 10 * 8);
-}
+using fluid::Parameters;
 
 namespace {
 
-/// Passes after the tolerance is met. The tolerance leaves some 1e-11 in X, which shows ten times larger in z where
-/// association and repulsion nearly cancel. Each site is damped by 1 / (2 - x), which removes the error where the sites
-/// of a system are alike; every second step is stretched by the observed ratio of two steps (Aitken), which removes the
-/// slow mode of systems with unlike sites. `image(k)` is the right-hand side of site k.
-template <class Image>
-void polish(std::size_t n, const double* x, double* v, Image image) {
-  constexpr int passes = 16;
-  const Arena::Frame frame(arena);
-  double* step = arena.take<double>(n);
-  double* previous = arena.take<double>(n);
-  for (int pass = 0; pass < passes; ++pass) {
-    double error = 0, size = 0, with_previous = 0, previous_norm = 0;
-    for (std::size_t k = 0; k < n; ++k) {
-      step[k] = (image(k) - v[k]) / (2.0 - x[k]);
-      error += std::abs(step[k]);
-      size += std::abs(v[k]);
-    }
-    if (!(error > 2e-16 * size)) return;
-    double stretch = 1.0;
-    if (pass % 2 == 1) {
-      for (std::size_t k = 0; k < n; ++k) {
-        with_previous += step[k] * previous[k];
-        previous_norm += previous[k] * previous[k];
-      }
-      const double ratio = with_previous / previous_norm;
-      if (std::abs(ratio) < 0.999) stretch = 1.0 / (1.0 - ratio);
-    }
-    for (std::size_t k = 0; k < n; ++k) {
-      v[k] += stretch * step[k];
-      previous[k] = step[k];
-    }
+struct Site {
+  int component, type;
+};
+
+/// The sum over a class's types of the bond terms seen by site `s`, as a sorted list of (energy, volume).
+std::vector<std::pair<double, double>> bonds_with(const Parameters& p, const Site& s,
+                                                  const std::vector<Site>& members) {
+  std::vector<std::pair<double, double>> terms;
+  for (const Site& t : members) {
+    const auto i = at(t.component), k = at(s.component);
+    const auto a = at(t.type), b = at(s.type);
+    const double energy = p.eps_hb[i][k][a][b];
+    const double sigma = mean_diameter(p, i, k);
+    const double volume = sigma * sigma * sigma * p.kap_hb[i][k] * p.nhb_no[i][a];
+    if (energy == 0 || volume == 0) continue;
+    const auto same = std::find_if(terms.begin(), terms.end(), [&](const auto& term) { return term.first == energy; });
+    if (same == terms.end())
+      terms.emplace_back(energy, volume);
+    else
+      same->second += volume;
   }
+  std::sort(terms.begin(), terms.end());
+  return terms;
 }
 
 }  // namespace
 
-void polish_unbonded(int count, const double* bond, double* x) {
-  const auto n = static_cast<std::size_t>(count);
-  polish(n, x, x, [&](std::size_t k) {
-    double sum = 0;
-    for (std::size_t l = 0; l < n; ++l) sum += bond[k * n + l] * x[l];
-    return 1.0 / (1.0 + sum);
-  });
-}
-
-int solve_unbonded(int count, const double* types, const double* bond, double tolerance, double* x) {
-  const auto n = static_cast<std::size_t>(count);
-  const Arena::Frame frame(arena);
-  double* next = arena.take<double>(n);
-  for (std::size_t k = 0; k < n; ++k) x[k] = 1.0;
-  double error = 1.0;
-  for (int pass = 0; pass < max_site_passes && error > tolerance; ++pass) {
-    error = 0;
-    for (std::size_t k = 0; k < n; ++k) {
-      double sum = 0;
-      for (std::size_t l = 0; l < n; ++l) sum += bond[k * n + l] * x[l];
-      next[k] = 1.0 / (1.0 + sum);
-      error += types[k] * std::abs(next[k] - x[k]);
+/// Partition refinement: start from the sites of equal number on each component, split while two members of a class
+/// see different bonds. Members of a final class have equal unbonded fractions.
+void Association::Tables::update(const Parameters& p) {
+  std::vector<std::vector<Site>> partition;
+  first_associating = nmax;
+  for (int i = 0; i < p.n; ++i) {
+    const auto c = at(i);
+    const std::size_t begin = partition.size();
+    if (p.is_assoc_cmp[c] && first_associating == nmax) first_associating = i;
+    for (int a = 0; a < p.nhb_typ[c]; ++a) {
+      const auto number = p.nhb_no[c][at(a)];
+      const auto alike =
+          std::find_if(partition.begin() + static_cast<std::ptrdiff_t>(begin), partition.end(),
+                       [&](const auto& members) { return p.nhb_no[c][at(members.front().type)] == number; });
+      if (alike == partition.end())
+        partition.push_back({{i, a}});
+      else
+        alike->push_back({i, a});
     }
-    for (std::size_t k = 0; k < n; ++k) x[k] = site_damping * next[k] + (1.0 - site_damping) * x[k];
   }
-  if (error <= tolerance) polish_unbonded(count, bond, x);
-  return error > tolerance || std::isnan(error) ? 1 : 0;
-}
-
-int solve_unbonded_order(int count, const double* types, const double* bond, double tolerance, const double* x,
-                         const double* r, double* v) {
-  const auto n = static_cast<std::size_t>(count);
-  const Arena::Frame frame(arena);
-  double* next = arena.take<double>(n);
-  double scale = 0;
-  for (std::size_t k = 0; k < n; ++k) {
-    v[k] = r[k] / (2.0 - x[k]);
-    scale += types[k] * std::abs(r[k]);
-  }
-  if (scale == 0) return 0;
-  double error = 2.0 * tolerance * scale;
-  for (int pass = 0; pass < max_site_passes && error > tolerance * scale; ++pass) {
-    error = 0;
-    for (std::size_t k = 0; k < n; ++k) {
-      double sum = 0;
-      for (std::size_t l = 0; l < n; ++l) sum += bond[k * n + l] * v[l];
-      next[k] = r[k] - x[k] * x[k] * sum;
-      error += types[k] * std::abs(next[k] - v[k]);
+  for (bool split = true; split;) {
+    split = false;
+    for (std::size_t k = 0; k < partition.size() && !split; ++k) {
+      const auto same_as_first = [&](const Site& s) {
+        return std::all_of(partition.begin(), partition.end(), [&](const auto& members) {
+          return bonds_with(p, s, members) == bonds_with(p, partition[k].front(), members);
+        });
+      };
+      const auto boundary = std::stable_partition(partition[k].begin(), partition[k].end(), same_as_first);
+      if (boundary != partition[k].end()) {
+        const auto behind = static_cast<std::ptrdiff_t>(k) + 1;
+        std::vector<Site> rest(boundary, partition[k].end());
+        partition[k].erase(boundary, partition[k].end());
+        partition.insert(partition.begin() + behind, std::move(rest));
+        split = true;
+      }
     }
-    for (std::size_t k = 0; k < n; ++k) v[k] = site_damping * next[k] + (1.0 - site_damping) * v[k];
   }
-  if (error <= tolerance * scale) {
-    polish(n, x, v, [&](std::size_t k) {
-      double sum = 0;
-      for (std::size_t l = 0; l < n; ++l) sum += bond[k * n + l] * v[l];
-      return r[k] - x[k] * x[k] * sum;
-    });
+
+  classes.clear();
+  bonds.clear();
+  for (const auto& members : partition) {
+    SiteClass site_class{members.front().component, static_cast<double>(members.size()), 0.0, {}};
+    for (const Site& s : members) {
+      site_class.sites += p.nhb_no[at(s.component)][at(s.type)];
+      site_class.member[at(s.type)] = true;
+    }
+    const int k = static_cast<int>(classes.size());
+    for (std::size_t l = 0; l < partition.size(); ++l)
+      for (const auto& [energy, volume] : bonds_with(p, members.front(), partition[l]))
+        bonds.push_back({k, static_cast<int>(l), volume, energy});
+    classes.push_back(site_class);
   }
-  return error > tolerance * scale || std::isnan(error) ? 1 : 0;
 }
 
 }  // namespace tessarel::eos

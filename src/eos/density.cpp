@@ -4,16 +4,13 @@
 
 #include "eos/fugacity.hpp"
 
-namespace tessarel::calc_vrho_module {
-
-using eos::MixtureState;
-using fluid_module::record;
+namespace tessarel::eos {
 
 Message densiter(const MixtureState<double>& state, double p, double& eta) {
   constexpr int max_iterations = 100;
   const double start = eta;
   for (int count = 1;; ++count) {
-    const auto [value, slope, curvature] = eos::p_eta12(state, eta);
+    const auto [value, slope, curvature] = p_eta12(state, eta);
     const double residual = value / p - 1.0;
     if (slope < 0 && count < max_iterations) {
       // The unstable branch, where Newton's step would go the wrong way.
@@ -28,7 +25,7 @@ Message densiter(const MixtureState<double>& state, double p, double& eta) {
       continue;
     }
     const double step = residual / (slope / p);
-    eta = eos::bounded_eta(eta - step);
+    eta = bounded_eta(eta - step);
     if (count > max_iterations) return "No convergence calculating density from T and P";
     if (std::abs(step) < 1e-12 || std::abs(residual) < 1e-9) return no_errors;
   }
@@ -50,28 +47,28 @@ Message solve_root(const MixtureState<double>& state, double p, int phase, doubl
 
 }  // namespace
 
-Message calc_v(double t, double p, int phase, double& v) {
+Message calc_v(const Eos& eos, int n, const double* x, double t, double p, int phase, double& v) {
   if (phase != 1 && phase != 2) {
-    v = fluid_module::not_computed;
+    v = fluid::not_computed;
     return "Phase code of the density must be 1 or 2...";
   }
-  const Arena::Frame frame(eos::arena);
+  const Arena::Frame frame(eos.arena());
   MixtureState<double> state;
-  eos::prepare(state, record.n, record.z.data(), 0, t);
+  prepare(eos, state, n, x, 0, t);
   double rho = 0;
   const Message message = solve_root(state, p, phase, rho);
-  v = fluid_module::avogadro_factor / rho;
+  v = fluid::avogadro_factor / rho;
   return message;
 }
 
-void calc_rho(int n, const double* x, double t, double p, int phase, double& rho) {
+void calc_rho(const Eos& eos, int n, const double* x, double t, double p, int phase, double& rho) {
   if (phase != 1 && phase != 2 && phase != -1) {
     rho = std::numeric_limits<double>::quiet_NaN();
     return;
   }
-  const Arena::Frame frame(eos::arena);
+  const Arena::Frame frame(eos.arena());
   MixtureState<double> state;
-  eos::prepare(state, n, x, 0, t);
+  prepare(eos, state, n, x, 0, t);
   if (phase != -1) {
     solve_root(state, p, phase, rho);
     return;
@@ -80,24 +77,25 @@ void calc_rho(int n, const double* x, double t, double p, int phase, double& rho
   double root[2], gibbs[2];
   for (int i = 0; i < 2; ++i) {
     solve_root(state, p, i + 1, root[i]);
-    fluid_module::Vector lnphi;
-    fugacity::calc_lnphi_rho(n, x, t, root[i], lnphi.data());
+    Vector lnphi;
+    calc_lnphi_rho(eos, n, x, t, root[i], lnphi.data());
     gibbs[i] = 0;
-    for (int k = 0; k < n; ++k) gibbs[i] += x[k] * lnphi[eos::at(k)];
+    for (int k = 0; k < n; ++k) gibbs[i] += x[k] * lnphi[at(k)];
   }
   rho = gibbs[1] > gibbs[0] ? root[0] : root[1];
 }
 
-double calc_eta_rho(int n, const double* x, int ipure, double t, double rho) {
+double calc_eta_rho(const Eos& eos, int n, const double* x, int ipure, double t, double rho) {
   MixtureState<double> state;
-  state.comp = eos::select_components(n, x, ipure);
+  state.eos = &eos;
+  state.comp = select_components(n, x, ipure);
   state.inverse_t = 1.0 / t;
-  eos::prepare_diameters(state);
+  prepare_diameters(state);
   return rho * state.zeta_rho[3];
 }
 
-double calc_rho_eta(int n, const double* x, int ipure, double t, double eta) {
-  return eta / calc_eta_rho(n, x, ipure, t, 1.0);
+double calc_rho_eta(const Eos& eos, int n, const double* x, int ipure, double t, double eta) {
+  return eta / calc_eta_rho(eos, n, x, ipure, t, 1.0);
 }
 
-}  // namespace tessarel::calc_vrho_module
+}  // namespace tessarel::eos

@@ -4,7 +4,7 @@
 
 namespace tessarel::eos {
 
-Statistics statistics;
+using numerics::derivative;
 
 namespace {
 
@@ -18,16 +18,17 @@ EtaDerivatives from_u(double value, double by_u, double by_uu, double u) {
 }
 
 /// mbar z_hs - z_chain, as a function of u.
-EtaDerivatives hard_chain_eta12(const MixtureState<double>& s, double u, double excess) {
-  const double a = s.hs_first, b = s.hs_second;
+EtaDerivatives z_of(const MixtureState<double>& s, const HardChain::State<double>& chain, double eta, double u) {
+  const double excess = eta * u;
+  const double a = chain.first, b = chain.second;
   const double hs = hard_sphere_z(excess, u, a, b);
   const double hs_u = 1.0 + a * (2.0 * u - 1.0) + 6.0 * b * u * excess;
   const double hs_uu = 2.0 * a + b * (12.0 * u - 6.0);
   // chain: weight_sum (u - 1) + u T, T = sum weight (y/(1+y) + 2y/(1+2y)), y = k (u - 1)
   // Two components at a time; the arrays are padded to an even number with zero weights.
   Pair sum = {0, 0}, sum_u = {0, 0}, sum_uu = {0, 0};
-  for (int i = 0; i < s.chains; i += 2) {
-    const Pair k = {s.chain_k[at(i)], s.chain_k[at(i + 1)]}, w = {s.chain_weight[at(i)], s.chain_weight[at(i + 1)]};
+  for (int i = 0; i < chain.chains; i += 2) {
+    const Pair k = {chain.k[at(i)], chain.k[at(i + 1)]}, w = {chain.weight[at(i)], chain.weight[at(i + 1)]};
     const Pair y = k * excess;
     const Pair p = 1.0 + y, q = p + y;
     const Pair r = 1.0 / (p * q);
@@ -40,7 +41,7 @@ EtaDerivatives hard_chain_eta12(const MixtureState<double>& s, double u, double 
   }
   const double t = sum[0] + sum[1], t_u = sum_u[0] + sum_u[1], t_uu = -2.0 * (sum_uu[0] + sum_uu[1]);
   const double m = s.mbar;
-  return from_u(m * hs - s.chain_sum * excess - u * t, m * hs_u - s.chain_sum - t - u * t_u,
+  return from_u(m * hs - chain.weights * excess - u * t, m * hs_u - chain.weights - t - u * t_u,
                 m * hs_uu - 2.0 * t_u - u * t_uu, u);
 }
 
@@ -69,7 +70,7 @@ inline IntegralDerivatives integral_eta123(const Powers& a, const Powers& b, dou
 }
 
 /// -pi rho D with D = 2 m2es3 (eta I1)' + m m2e2s3 (C1 eta I2)' and rho = eta / zeta_rho.
-EtaDerivatives dispersion_eta12(const MixtureState<double>& s, double eta, double u) {
+EtaDerivatives z_of(const MixtureState<double>& s, const Dispersion::State<double>& dispersion, double eta, double u) {
   const double m = s.mbar;
   const double v = 1.0 / (2.0 - eta);
   const double u2 = u * u, v2 = v * v, u3 = u2 * u, v3 = v2 * v;
@@ -85,8 +86,8 @@ EtaDerivatives dispersion_eta12(const MixtureState<double>& s, double eta, doubl
   const double c_1 = -c * e1;
   const double c_2 = c * (2.0 * e1 * e1 - e2);
   const double c_3 = c * (6.0 * e1 * (e2 - e1 * e1) - e3);
-  const auto j = integral_eta123(s.apar, s.bpar, eta);
-  const double f1 = 2.0 * s.m2es3, f2 = m * s.m2e2s3;
+  const auto j = integral_eta123(dispersion.apar, dispersion.bpar, eta);
+  const double f1 = 2.0 * dispersion.m2es3, f2 = m * dispersion.m2e2s3;
   const double g0 = f1 * j.first[0] + f2 * (c * j.first[1] + c_1 * j.value[1]);
   const double g1 = f1 * j.second[0] + f2 * (c * j.second[1] + 2.0 * c_1 * j.first[1] + c_2 * j.value[1]);
   const double g2 =
@@ -106,13 +107,12 @@ inline EtaDerivatives row_sum(std::size_t n, const double* c, const double* x) {
   return s;
 }
 
-}  // namespace
-
-EtaDerivatives z_ass_eta12(const MixtureState<double>& s, double eta) {
+/// The site fractions are iterated together with their derivatives.
+EtaDerivatives z_of(const MixtureState<double>& s, const Association::State<double>& a, double eta, double u) {
+  Arena& arena = s.arena();
   const Arena::Frame frame(arena);
-  const auto& a = s.association;
   const auto n = at(a.classes);
-  const double u = 1.0 / (1.0 - eta), per_rho = s.rho_eta;
+  const double per_rho = s.rho_eta;
   double* bond = arena.take<double>(3 * n * n);    // rho x strength g with two eta derivatives
   double* moment = arena.take<double>(3 * n * n);  // the same times d ln(eta g)/d ln eta, for the value of z
   for (std::size_t k = 0; k < n; ++k) {
@@ -144,7 +144,7 @@ EtaDerivatives z_ass_eta12(const MixtureState<double>& s, double eta) {
   const double tolerance = site_tolerance(eta);
   double error = 1.0;
   for (int pass = 0; pass < max_site_passes && error > tolerance; ++pass) {
-    ++statistics.site_passes;
+    ++s.eos->work.statistics.site_passes;
     error = 0;
     double size = 0;
     for (std::size_t k = 0; k < n; ++k) {
@@ -166,7 +166,7 @@ EtaDerivatives z_ass_eta12(const MixtureState<double>& s, double eta) {
   double* x0 = arena.take<double>(n);
   for (std::size_t i = 0; i < n * n; ++i) bond0[i] = bond[3 * i];
   for (std::size_t k = 0; k < n; ++k) x0[k] = x[3 * k];
-  polish_unbonded(a.classes, bond0, x0);
+  polish_unbonded(arena, a.classes, bond0, x0);
   for (std::size_t k = 0; k < n; ++k) x[3 * k] = x0[k];
   // z_assoc = -1/2 sum x_k n_k X_k sum over l of moment_kl X_l.
   EtaDerivatives z{0, 0, 0};
@@ -181,40 +181,42 @@ EtaDerivatives z_ass_eta12(const MixtureState<double>& s, double eta) {
   return z;
 }
 
-EtaDerivatives z_pol_eta12(const MixtureState<double>& s, double eta) {
+/// Any other term, by its z over numbers that carry the derivatives.
+template <class TermState>
+EtaDerivatives z_of(const MixtureState<double>& s, const TermState& term, double eta, double) {
   using N = Taylor<1, 2>;
   const N e = numerics::variable<N>(eta);
-  const N rho = e * s.rho_eta;
-  N z(0.0);
-  for (int type = tables.first_type; type <= tables.last_type; ++type) {
-    const auto& second = s.polar.second[at(type)];
-    const auto& third = s.polar.third[at(type)];
-    const N rho2 = rho * rho;
-    z += pade_slope(N(rho * polar_polynomial(second, e)), N(rho2 * polar_polynomial(third, e)),
-                    N(rho * polar_slope(second, e, 1.0)), N(rho2 * polar_slope(third, e, 2.0)));
-  }
-  return {z.c[0], z.c[1], 2.0 * z.c[2]};
+  Point<N> q{e * s.rho_eta, e, inverse(1.0 - e), site_tolerance(eta)};
+  const N z = term.z(s, q);
+  return {derivative(z, 0), derivative(z, 1), derivative(z, 2)};
 }
+
+}  // namespace
+
+template <class Term>
+EtaDerivatives z_term_eta12(const MixtureState<double>& s, double eta) {
+  const auto& term = s.term<Term>();
+  return term.present ? z_of(s, term, eta, 1.0 / (1.0 - eta)) : EtaDerivatives{0, 0, 0};
+}
+template EtaDerivatives z_term_eta12<Association>(const MixtureState<double>&, double);
+template EtaDerivatives z_term_eta12<Polar>(const MixtureState<double>&, double);
 
 EtaDerivatives z_eta12(const MixtureState<double>& s, double eta) {
   const double u = 1.0 / (1.0 - eta);
-  const auto hard = hard_chain_eta12(s, u, eta * u);
-  const auto disp = dispersion_eta12(s, eta, u);
-  EtaDerivatives z{1.0 + hard.value + disp.value, hard.first + disp.first, hard.second + disp.second};
-  const auto add = [&z](const EtaDerivatives& term) {
-    z.value += term.value;
-    z.first += term.first;
-    z.second += term.second;
-  };
-  if (s.associates) add(z_ass_eta12(s, eta));
-  if (s.is_polar) add(z_pol_eta12(s, eta));
+  EtaDerivatives z{1.0, 0, 0};
+  each_term(s, [&](const auto& term) {
+    const EtaDerivatives part = z_of(s, term, eta, u);
+    z.value += part.value;
+    z.first += part.first;
+    z.second += part.second;
+  });
   return z;
 }
 
 EtaDerivatives p_eta12(const MixtureState<double>& s, double eta) {
-  ++statistics.pressures;
+  ++s.eos->work.statistics.pressures;
   const auto z = z_eta12(s, eta);
-  const double factor = fluid_module::pressure_factor * s.t * s.rho_eta;  // p = factor eta z
+  const double factor = pressure_factor * s.t * s.rho_eta;  // p = factor eta z
   return {factor * eta * z.value, factor * (z.value + eta * z.first), factor * (2.0 * z.first + eta * z.second)};
 }
 

@@ -1,9 +1,9 @@
 // The innermost loop of the library: pressure and its first two derivatives by the packing fraction, for the density
-// iteration. The formulas are those of terms.hpp with the derivatives by u = 1 / (1 - eta) written out; nothing that
+// iteration. The formulas are those of the terms with the derivatives by u = 1 / (1 - eta) written out; nothing that
 // depends on temperature and composition alone is computed here, and no exponential or logarithm is taken.
 #pragma once
 
-#include "eos/mixture_state.hpp"
+#include "eos/residual.hpp"
 
 namespace tessarel::eos {
 
@@ -17,18 +17,12 @@ constexpr double bounded_eta(double eta) {
   return eta > 0.9 ? 0.6 : eta <= 0 ? 1e-10 : eta;
 }
 
-/// Work done since the start, for measurements alone: calls of p_eta12, and passes of the site iterations inside.
-struct Statistics {
-  long long pressures = 0, site_passes = 0;
-};
-extern Statistics statistics;
-
-/// z of a prepared state. The association term iterates the site fractions jointly with their first two derivatives.
+/// z of a prepared state.
 EtaDerivatives z_eta12(const MixtureState<double>& s, double eta);
 
-/// The association and polar terms of z on their own.
-EtaDerivatives z_ass_eta12(const MixtureState<double>& s, double eta);
-EtaDerivatives z_pol_eta12(const MixtureState<double>& s, double eta);
+/// The part of one term in z, Association or Polar.
+template <class Term>
+EtaDerivatives z_term_eta12(const MixtureState<double>& s, double eta);
 
 /// p [Pa], dp/deta, d2p/deta2 of a prepared state.
 EtaDerivatives p_eta12(const MixtureState<double>& s, double eta);

@@ -5,10 +5,8 @@
 #include "eos/helmholtz.hpp"
 #include "eos/mole_numbers.hpp"
 
-namespace tessarel::fugacity {
+namespace tessarel::eos {
 
-using namespace eos;
-using fluid_module::pressure_factor;
 using numerics::variable;
 
 namespace {
@@ -26,56 +24,57 @@ struct Blocks {
 /// Fills the blocks `needs`; arrays come from the caller's arena frame. `state` is the state prepared at plain t.
 /// Without eos_z, by_t or by_rho z is left to the caller.
 Blocks prepare_blocks(const MixtureState<double>& state, int n, const double* x, double t, double rho, unsigned needs) {
+  const Eos& eos = *state.eos;
   Blocks b{};
   const auto size = at(n);
-  b.a_x = arena.take<double>(size);
+  b.a_x = eos.arena().take<double>(size);
   if ((needs & second) != 0) {
-    b.a_xx = arena.take<double>(size * size);
-    CompositionDerivatives<double> d{0, b.a_x, b.a_xx, nullptr};
+    b.a_xx = eos.arena().take<double>(size * size);
+    CompositionDerivatives<double> d{0, b.a_x, {b.a_xx, size}, {}};
     composition_derivatives<2>(state, rho, d);
     b.a = d.a;
   }
   if ((needs & by_t) != 0) {
     // t and rho in one pass.
     using S = Taylor<2, 1>;
-    b.a_tx = arena.take<double>(size);
-    b.z_x = arena.take<double>(size);
-    const Arena::Frame frame(arena);
+    b.a_tx = eos.arena().take<double>(size);
+    b.z_x = eos.arena().take<double>(size);
+    const Arena::Frame frame(eos.arena());
     MixtureState<S> varied;
-    prepare(varied, n, x, 0, variable<S>(t, 0));
+    prepare(eos, varied, n, x, 0, variable<S>(t, 0));
     const S density = variable<S>(rho, 1);
     CompositionDerivatives<S> d;
-    d.first = arena.take<S>(size);
+    d.first = eos.arena().take<S>(size);
     composition_derivatives<1>(varied, density, d);
     for (std::size_t i = 0; i < size; ++i) {
-      b.a_x[i] = d.first[i].c[0];
-      b.a_tx[i] = d.first[i].c[1];
-      b.z_x[i] = rho * d.first[i].c[2];
+      b.a_x[i] = value(d.first[i]);
+      b.a_tx[i] = d_dt(d.first[i]);
+      b.z_x[i] = rho * d_drho(d.first[i]);
     }
-    b.a = d.a.c[0];
-    b.a_t = d.a.c[1];
+    b.a = value(d.a);
+    b.a_t = d_dt(d.a);
     const S z = residual_z(varied, density);
-    b.z = z.c[0];
-    b.z_t = z.c[1];
-    b.z_rho = z.c[2];
+    b.z = value(z);
+    b.z_t = d_dt(z);
+    b.z_rho = d_drho(z);
   } else if ((needs & by_rho) != 0) {
     using S = Taylor<1, 1>;
-    b.z_x = arena.take<double>(size);
-    const Arena::Frame frame(arena);
+    b.z_x = eos.arena().take<double>(size);
+    const Arena::Frame frame(eos.arena());
     CompositionDerivatives<S> d;
-    d.first = arena.take<S>(size);
+    d.first = eos.arena().take<S>(size);
     composition_derivatives<1>(state, variable<S>(rho), d);
     for (std::size_t i = 0; i < size; ++i) {
-      b.a_x[i] = d.first[i].c[0];
-      b.z_x[i] = rho * d.first[i].c[1];
+      b.a_x[i] = value(d.first[i]);
+      b.z_x[i] = rho * d_drho(d.first[i]);
     }
-    b.a = d.a.c[0];
+    b.a = value(d.a);
     const S z = residual_z(state, variable<S>(rho));
-    b.z = z.c[0];
-    b.z_rho = z.c[1];
+    b.z = value(z);
+    b.z_rho = d_drho(z);
   }
   if ((needs & (second | by_t | by_rho)) == 0 && (needs & first) != 0) {
-    CompositionDerivatives<double> d{0, b.a_x, nullptr, nullptr};
+    CompositionDerivatives<double> d{0, b.a_x, {}, {}};
     if (n > 1)
       composition_derivatives<1>(state, rho, d);
     else
@@ -94,7 +93,7 @@ void assemble_lnphi(int n, const double* x, const Blocks& b, double z, double* l
     lnphi[0] = common;
     return;
   }
-  const double s = weighted(n, x, b.a_x);
+  const double s = weighted(at(n), x, b.a_x);
   for (int i = 0; i < n; ++i) lnphi[i] = b.a_x[i] + common - s;
 }
 
@@ -105,7 +104,7 @@ void slope_rho(int n, const double* x, const Blocks& b, double z, double rho, do
     out[0] = (z - 1.0) / rho + common;
     return;
   }
-  const double s = weighted(n, x, b.z_x);
+  const double s = weighted(at(n), x, b.z_x);
   for (int i = 0; i < n; ++i) out[i] = (b.z_x[i] + z - 1.0 - s) / rho + common;
 }
 
@@ -116,7 +115,7 @@ void slope_t(int n, const double* x, const Blocks& b, double z, double* out) {
     out[0] = common;
     return;
   }
-  const double s = weighted(n, x, b.a_tx);
+  const double s = weighted(at(n), x, b.a_tx);
   for (int i = 0; i < n; ++i) out[i] = b.a_tx[i] + common - s;
 }
 
@@ -126,7 +125,7 @@ void slope_x(int n, const double* x, const Blocks& b, double z, const double* by
              double* out) {
   for (int j = 0; j < n; ++j) {
     const double* column = b.a_xx + j * n;
-    const double common = (1.0 - 1.0 / z) * b.z_x[j] - weighted(n, x, column);
+    const double common = (1.0 - 1.0 / z) * b.z_x[j] - weighted(at(n), x, column);
     const double p_x = pressure_slope * b.z_x[j];
     for (int i = 0; i < n; ++i) out[i + j * n] = column[i] + common - by_p[i] * p_x;
   }
@@ -138,11 +137,12 @@ struct Outputs {
 };
 
 /// All forms at constant t and p, from the blocks and z.
-void assemble_tp(int n, const double* x, double t, double rho, const Blocks& b, double z, const Outputs& out) {
+void assemble_tp(const Eos& eos, int n, const double* x, double t, double rho, const Blocks& b, double z,
+                 const Outputs& out) {
   if (out.lnphi != nullptr) assemble_lnphi(n, x, b, z, out.lnphi);
   if (out.dt == nullptr && out.dp == nullptr && out.dx == nullptr && out.dn == nullptr) return;
   const auto size = at(n);
-  double* by_density = arena.take<double>(size);
+  double* by_density = eos.arena().take<double>(size);
   slope_rho(n, x, b, z, rho, by_density);
   for (std::size_t i = 0; i < size; ++i) by_density[i] /= b.p_rho;  // now by p
   if (out.dp != nullptr) std::copy_n(by_density, size, out.dp);
@@ -155,7 +155,7 @@ void assemble_tp(int n, const double* x, double t, double rho, const Blocks& b, 
   slope_x(n, x, b, z, by_density, pressure_factor * t * rho, matrix);
   if (out.dn == nullptr) return;
   if (out.dn != matrix) std::copy_n(matrix, size * size, out.dn);
-  project_rows(n, x, out.dn);
+  project_rows(x, {out.dn, size});
 }
 
 unsigned needs_of(const Outputs& out) {
@@ -168,75 +168,77 @@ unsigned needs_of(const Outputs& out) {
 }
 
 /// The forms with a density solve. `z_from_p`: z = p / (K t rho), else that of the equation of state.
-void at_phase(int n, const double* x, double t, double p, int phase, bool z_from_p, const Outputs& out) {
-  const Arena::Frame frame(arena);
+void at_phase(const Eos& eos, int n, const double* x, double t, double p, int phase, bool z_from_p,
+              const Outputs& out) {
+  const Arena::Frame frame(eos.arena());
   MixtureState<double> state;
-  prepare(state, n, x, 0, t);
+  prepare(eos, state, n, x, 0, t);
   double rho = 0;
   if (phase == 1 || phase == 2) {
-    double eta = phase == 1 ? calc_vrho_module::liquid_start : calc_vrho_module::vapour_start;
-    calc_vrho_module::densiter(state, p, eta);
+    double eta = phase == 1 ? liquid_start : vapour_start;
+    densiter(state, p, eta);
     rho = eta * state.rho_eta;
   } else {
-    calc_vrho_module::calc_rho(n, x, t, p, phase, rho);
+    calc_rho(eos, n, x, t, p, phase, rho);
   }
   const Blocks b = prepare_blocks(state, n, x, t, rho, needs_of(out) | (z_from_p ? 0U : eos_z));
-  assemble_tp(n, x, t, rho, b, z_from_p ? p / (pressure_factor * t * rho) : b.z, out);
+  assemble_tp(eos, n, x, t, rho, b, z_from_p ? p / (pressure_factor * t * rho) : b.z, out);
 }
 
 }  // namespace
 
-void calc_lnphi(int n, const double* x, double t, double p, int phase, double* lnphi) {
-  at_phase(n, x, t, p, phase, true, {.lnphi = lnphi});
+void calc_lnphi(const Eos& eos, int n, const double* x, double t, double p, int phase, double* lnphi) {
+  at_phase(eos, n, x, t, p, phase, true, {.lnphi = lnphi});
 }
-void calc_lnphi_tp(int n, const double* x, double t, double p, int phase, double* lnphi, double* dt, double* dp) {
-  at_phase(n, x, t, p, phase, true, {.lnphi = lnphi, .dt = dt, .dp = dp});
+void calc_lnphi_tp(const Eos& eos, int n, const double* x, double t, double p, int phase, double* lnphi, double* dt,
+                   double* dp) {
+  at_phase(eos, n, x, t, p, phase, true, {.lnphi = lnphi, .dt = dt, .dp = dp});
 }
-void calc_lnphi_n(int n, const double* x, double t, double p, int phase, double* lnphi, double* dn) {
-  at_phase(n, x, t, p, phase, true, {.lnphi = lnphi, .dn = dn});
+void calc_lnphi_n(const Eos& eos, int n, const double* x, double t, double p, int phase, double* lnphi, double* dn) {
+  at_phase(eos, n, x, t, p, phase, true, {.lnphi = lnphi, .dn = dn});
 }
-void calc_lnphi_tpn(int n, const double* x, double t, double p, int phase, double* lnphi, double* dt, double* dp,
-                    double* dn) {
-  at_phase(n, x, t, p, phase, true, {.lnphi = lnphi, .dt = dt, .dp = dp, .dn = dn});
+void calc_lnphi_tpn(const Eos& eos, int n, const double* x, double t, double p, int phase, double* lnphi, double* dt,
+                    double* dp, double* dn) {
+  at_phase(eos, n, x, t, p, phase, true, {.lnphi = lnphi, .dt = dt, .dp = dp, .dn = dn});
 }
-void calc_dlnphi_dt(int n, const double* x, double t, double p, int phase, double* dt) {
-  at_phase(n, x, t, p, phase, false, {.dt = dt});
+void calc_dlnphi_dt(const Eos& eos, int n, const double* x, double t, double p, int phase, double* dt) {
+  at_phase(eos, n, x, t, p, phase, false, {.dt = dt});
 }
-void calc_dlnphi_dp(int n, const double* x, double t, double p, int phase, double* dp) {
-  at_phase(n, x, t, p, phase, false, {.dp = dp});
+void calc_dlnphi_dp(const Eos& eos, int n, const double* x, double t, double p, int phase, double* dp) {
+  at_phase(eos, n, x, t, p, phase, false, {.dp = dp});
 }
-void calc_dlnphi_dx(int n, const double* x, double t, double p, int phase, double* dx) {
-  at_phase(n, x, t, p, phase, false, {.dx = dx});
+void calc_dlnphi_dx(const Eos& eos, int n, const double* x, double t, double p, int phase, double* dx) {
+  at_phase(eos, n, x, t, p, phase, false, {.dx = dx});
 }
-void calc_dlnphi_dn(int n, const double* x, double t, double p, int phase, double* dn) {
-  at_phase(n, x, t, p, phase, false, {.dn = dn});
+void calc_dlnphi_dn(const Eos& eos, int n, const double* x, double t, double p, int phase, double* dn) {
+  at_phase(eos, n, x, t, p, phase, false, {.dn = dn});
 }
 
 namespace {
 
 /// The forms at a given density; without `p` (null) z is that of the equation of state.
-void at_density(int n, const double* x, double t, double rho, const double* p, const Outputs& out) {
-  const Arena::Frame frame(arena);
+void at_density(const Eos& eos, int n, const double* x, double t, double rho, const double* p, const Outputs& out) {
+  const Arena::Frame frame(eos.arena());
   MixtureState<double> state;
-  prepare(state, n, x, 0, t);
+  prepare(eos, state, n, x, 0, t);
   const Blocks b = prepare_blocks(state, n, x, t, rho, needs_of(out) | (p == nullptr ? unsigned{eos_z} : 0U));
-  assemble_tp(n, x, t, rho, b, p == nullptr ? b.z : *p / (pressure_factor * t * rho), out);
+  assemble_tp(eos, n, x, t, rho, b, p == nullptr ? b.z : *p / (pressure_factor * t * rho), out);
 }
 
 }  // namespace
 
-void calc_lnphi_tprho(int n, const double* x, double t, double p, double rho, double* lnphi) {
-  at_density(n, x, t, rho, &p, {.lnphi = lnphi});
+void calc_lnphi_tprho(const Eos& eos, int n, const double* x, double t, double p, double rho, double* lnphi) {
+  at_density(eos, n, x, t, rho, &p, {.lnphi = lnphi});
 }
-void calc_lnphi_tpxn(int n, const double* x, double t, double p, double rho, double* dt, double* dp, double* dx,
-                     double* dn) {
-  at_density(n, x, t, rho, &p, {.dt = dt, .dp = dp, .dx = dx, .dn = dn});
+void calc_lnphi_tpxn(const Eos& eos, int n, const double* x, double t, double p, double rho, double* dt, double* dp,
+                     double* dx, double* dn) {
+  at_density(eos, n, x, t, rho, &p, {.dt = dt, .dp = dp, .dx = dx, .dn = dn});
 }
-void calc_lnphi_rho(int n, const double* x, double t, double rho, double* lnphi) {
-  at_density(n, x, t, rho, nullptr, {.lnphi = lnphi});
+void calc_lnphi_rho(const Eos& eos, int n, const double* x, double t, double rho, double* lnphi) {
+  at_density(eos, n, x, t, rho, nullptr, {.lnphi = lnphi});
 }
-void calc_dlnphi_dp_rho(int n, const double* x, double t, double rho, double* dp) {
-  at_density(n, x, t, rho, nullptr, {.dp = dp});
+void calc_dlnphi_dp_rho(const Eos& eos, int n, const double* x, double t, double rho, double* dp) {
+  at_density(eos, n, x, t, rho, nullptr, {.dp = dp});
 }
 
-}  // namespace tessarel::fugacity
+}  // namespace tessarel::eos

@@ -1,17 +1,47 @@
-// Moments of the composition and the function of moments that the hard-chain and dispersion terms are: the inner
-// and the outer function of the composition derivatives.
+// Derivatives of a by composition, the mole fractions taken as independent variables: the moments of the composition,
+// and the calculus that the terms share.
+//
+// The hard-chain and dispersion terms depend on composition through six moments, the mean segment number, zeta1 to
+// zeta3 (linear in x) and the two dispersion sums (quadratic); the association term also through the fractions of the
+// associating components, which join as further moments. So a = F(M(x)) + a part with another dependence on x. F is
+// differentiated by its moments, over numbers of two variables since no term has more that are not linear, and the
+// result is contracted with the derivatives of the moments: a gradient costs about as much as a value, a Hessian about
+// n squared.
+//
+// The composition of a term is an object Composition<K, T, S>(state) for orders up to K, with the parts of
+// NoComposition that the term needs.
 #pragma once
 
 #include <algorithm>
 
-#include "eos/terms.hpp"
+#include "eos/term.hpp"
+#include "numerics/views.hpp"
 
 namespace tessarel::eos {
 
-/// Places of the moments. The fractions of associating components follow from `associating` on.
+/// Places of the moments. Further moments of the terms follow from `further` on.
 namespace moment {
-inline constexpr int mbar = 0, zeta1 = 1, zeta2 = 2, zeta3 = 3, m2es3 = 4, m2e2s3 = 5, associating = 6;
+inline constexpr int mbar = 0, zeta1 = 1, zeta2 = 2, zeta3 = 3, m2es3 = 4, m2e2s3 = 5, further = 6;
 }
+
+/// Where the derivatives go: arrays of n, n x n, n x n x n scalars. An order above K stays untouched and may be null.
+template <class S>
+struct CompositionDerivatives {
+  S a;
+  S* first = nullptr;
+  numerics::Square<S> second{};
+  numerics::Cube<S> third{};
+};
+
+/// The gradients of the moments by the fractions, and the Hessians of the two quadratic ones.
+template <class S>
+struct MomentGradients {
+  S* row = nullptr;                     ///< [moment * n + i]
+  numerics::Square<S> hessian[2] = {};  ///< of m2es3 and m2e2s3
+  std::size_t n = 0;
+
+  S* operator[](std::size_t m) const { return row + m * n; }
+};
 
 /// Derivatives of the outer function by its moments: symmetric arrays, all entries filled.
 template <class S>
@@ -19,26 +49,39 @@ struct OuterDerivatives {
   std::size_t count = 0;  ///< number of moments
   S value;
   S* f1 = nullptr;
-  S* f2 = nullptr;
-  S* f3 = nullptr;
+  numerics::Square<S> f2{};
+  numerics::Cube<S> f3{};
 
-  S& second(int a, int b) { return f2[at(a) * count + at(b)]; }
-  S& third(int a, int b, int c) { return f3[(at(a) * count + at(b)) * count + at(c)]; }
+  S& second(int a, int b) { return f2(at(a), at(b)); }
+  S& third(int a, int b, int c) { return f3(at(a), at(b), at(c)); }
+};
+
+/// What a term adds to the composition derivatives: nothing. A term hides the members that it needs.
+struct NoComposition {
+  /// Number of moments besides the six, which the term owns.
+  [[nodiscard]] std::size_t further_moments() const { return 0; }
+  /// Adds the part that is a function of moments; the first of the term's own ones is `further`.
+  void add_outer(const auto& /*rho*/, const auto& /*zeta*/, int /*further*/, auto& /*out*/) {}
+  /// The gradients of the moments that the term owns.
+  void fill_gradients(const auto& /*gradients*/, int /*further*/) const {}
+  /// Adds the part with another dependence on the fractions; of the symmetric entries at least those of falling indices
+  /// in `second`, of rising ones in `third`.
+  void add_direct(const auto& /*rho*/, const auto& /*zeta*/, const auto& /*gradients*/, auto& /*out*/) const {}
 };
 
 template <int K, class S>
-OuterDerivatives<S> take_outer(std::size_t count) {
+OuterDerivatives<S> take_outer(Arena& arena, std::size_t count) {
   OuterDerivatives<S> f;
   f.count = count;
   f.value = S(0.0);
-  const auto zeroed = [](std::size_t size) {
+  const auto zeroed = [&arena](std::size_t size) {
     S* array = arena.take<S>(size);
     std::fill_n(array, size, S(0.0));
     return array;
   };
   f.f1 = zeroed(count);
-  if constexpr (K >= 2) f.f2 = zeroed(count * count);
-  if constexpr (K >= 3) f.f3 = zeroed(count * count * count);
+  if constexpr (K >= 2) f.f2 = {zeroed(count * count), count};
+  if constexpr (K >= 3) f.f3 = {zeroed(count * count * count), count};
   return f;
 }
 
@@ -80,15 +123,6 @@ void add_term(OuterDerivatives<S>& out, const Taylor<2, K, S>& f, int iu, int iv
   }
 }
 
-/// The logarithms of the contact values, as needed for the explicit dependence of the chain term on the fractions:
-/// ln g_ii = -L + l_i(w) with L = ln(1 - zeta3), w = zeta2 / (1 - zeta3). In the simplified model l_i = 0 and L stands
-/// for -ln g.
-template <int K, class S>
-struct ChainLogarithms {
-  Taylor<2, K, S> log_free, w;             ///< L and w over (zeta2, zeta3)
-  std::array<Taylor<1, K, S>, nmax> rest;  ///< l_i over w
-};
-
 /// f(w), given as a univariate number at w's value, over the variables of w.
 template <int K, class S>
 Taylor<2, K, S> compose(const Taylor<1, K, S>& f, Taylor<2, K, S> w) {
@@ -117,75 +151,6 @@ Taylor<2, K, S> power_times(const S& first, int power, const Taylor<1, K, S>& f)
     binomial = binomial * k / (power - k + 1);
   }
   return r;
-}
-
-/// Hard-sphere and chain terms over the moments.
-template <int K, class T, class S>
-void add_hard_chain(const MixtureState<T>& s, const S& rho, const std::array<S, 4>& zeta, OuterDerivatives<S>& out,
-                    ChainLogarithms<K, S>& chain) {
-  using N = Taylor<2, K, S>;
-  using E = Taylor<1, K, S>;
-  const numerics::ShiftedSeries<K, S> series(zeta[3]);
-  const auto& eta = series.plain;
-  const auto u_plain = inverse(1.0 - eta);
-  const auto log_plain = log_1p(-eta);
-  const auto of_eta = [&](const auto& f) { return power_times(zeta[2], 0, series.lift(f)); };
-  if (record.is_simp) {
-    add_term(out, of_eta(hard_sphere_a_closed(eta, u_plain)), moment::zeta2, moment::zeta3, S(s.mbar), moment::mbar);
-    using P = typename numerics::ShiftedSeries<K, S>::Plain;
-    chain.log_free = of_eta(log_plain - log_contact_rest(P(eta * u_plain * 0.5)));
-    add_term(out, chain.log_free, moment::zeta2, moment::zeta3, S(s.chain_sum), -1);
-    return;
-  }
-  const S kappa = inverse(rho * pi_6);  // mbar / zeta0
-  const E u = series.lift(u_plain);
-  const E psi = series.lift(hard_sphere_psi(eta, u_plain, log_plain));
-  chain.log_free = of_eta(log_plain);
-  chain.w = power_times(zeta[2], 1, u);
-  add_term(out, N(-chain.log_free), moment::zeta2, moment::zeta3, S(s.mbar), moment::mbar);
-  add_term(out, N(chain.w * (kappa * 3.0)), moment::zeta2, moment::zeta3, zeta[1], moment::zeta1);
-  E sum(0.0);
-  double weights = 0;
-  for (int i = 0; i < s.comp.count; ++i) {
-    const double weight = s.comp.x[at(i)] * (record.mseg[at(s.comp.index[at(i)])] - 1.0);
-    const E w = seeded<E>(chain.w.c[0], 0);
-    chain.rest[at(i)] = log_contact_rest(E(w * S(s.d[at(i)] * 0.5)));
-    sum += chain.rest[at(i)] * weight;
-    weights += weight;
-  }
-  add_term(out, N(power_times(zeta[2], 3, psi) * kappa + chain.log_free * weights - compose(sum, chain.w)),
-           moment::zeta2, moment::zeta3, S(1.0), -1);
-}
-
-/// I1 or I2 over (mbar, eta).
-template <int K, class S>
-Taylor<2, K, S> integral_over_moments(const std::array<std::array<double, 3>, 7>& constants, double mbar,
-                                      const numerics::ShiftedSeries<K, S>& eta) {
-  const auto c = integral_coefficients(constants, mean_segment_weights(numerics::variable<Taylor<1, K>>(mbar)));
-  Taylor<2, K, S> sum;
-  for (int k = 0; k <= K; ++k) {
-    Powers powers;
-    for (std::size_t j = 0; j < powers.size(); ++j) powers[j] = c[j].c[at(k)];
-    const auto polynomial = eta.lift(integral(powers, eta.plain));
-    for (int l = 0; l + k <= K; ++l) sum.c[Taylor<2, K, S>::Monomials::index({k, l})] = polynomial.c[at(l)];
-  }
-  return sum;
-}
-
-/// The dispersion term over the moments.
-template <int K, class T, class S>
-void add_dispersion(const MixtureState<T>& s, const S& rho, const S& eta, OuterDerivatives<S>& out) {
-  using N = Taylor<2, K, S>;
-  using E = Taylor<1, K, S>;
-  const numerics::ShiftedSeries<K, S> series(eta);
-  const auto parts = inverse_c1_parts(inverse(1.0 - series.plain), inverse(2.0 - series.plain));
-  const E chain = series.lift(parts.chain), sphere = series.lift(parts.sphere);
-  const S mbar(s.mbar);
-  const N inverse_c1 = power_times(mbar, 1, E(chain - sphere)) + power_times(mbar, 0, E(sphere + 1.0));
-  add_term(out, N(integral_over_moments<K>(ap, s.mbar, series) * (rho * (-2.0 * pi))), moment::mbar, moment::zeta3,
-           S(s.m2es3), moment::m2es3);
-  add_term(out, N(power_times(mbar, 1, E(rho * (-pi))) * (integral_over_moments<K>(bp, s.mbar, series) / inverse_c1)),
-           moment::mbar, moment::zeta3, S(s.m2e2s3), moment::m2e2s3);
 }
 
 }  // namespace tessarel::eos

@@ -7,18 +7,17 @@
 #include "eos/density.hpp"
 #include "eos/fugacity.hpp"
 #include "eos/helmholtz.hpp"
-#include "fluid/fluid_module.hpp"
 
 namespace tessarel::flash {
 
-using fluid_module::avogadro_factor;
-using fluid_module::gas_constant;
-using fluid_module::pressure_factor;
+using eos::Eos;
+using fluid::avogadro_factor;
+using fluid::gas_constant;
+using fluid::pressure_factor;
 
 namespace {
 
 constexpr double pascal_per_bar = 100000.0;
-constexpr bool phase_switch = false;  // a sign convention of `ic` that no caller asks for
 
 /// Phase code of the equation of state for one of the flash.
 int phase_of(std::int32_t mt) {
@@ -26,11 +25,11 @@ int phase_of(std::int32_t mt) {
 }
 
 /// The properties at a number density and the reduced volume that belongs to it.
-double properties(int n, const double* x, double t, double rho, double vr, double& p, double* aux) {
+double properties(const Eos& eos, int n, const double* x, double t, double rho, double vr, double& p, double* aux) {
   double a = 0, a_t = 0, a_tt = 0;
-  calc_a_module::calc_a_dt12(n, x, t, rho, a, a_t, a_tt);
-  const auto [z_eos, z_t] = calc_z_module::calc_z_first_t(n, x, t, rho);
-  const double z_rho = calc_z_module::calc_dz_drho(n, x, 0, t, rho);
+  eos::calc_a_dt12(eos, n, x, t, rho, a, a_t, a_tt);
+  const auto [z_eos, z_t] = eos::calc_z_first_t(eos, n, x, t, rho);
+  const double z_rho = eos::calc_dz_drho(eos, n, x, 0, t, rho);
   if (p == 0) p = pressure_factor * z_eos * t * rho * 1e-5;
   const double z = p * vr / t;
   const double dpdv = -pressure_factor * t * (rho * z_rho + z) * rho * rho / avogadro_factor;
@@ -49,15 +48,15 @@ double properties(int n, const double* x, double t, double rho, double vr, doubl
 
 }  // namespace
 
-void fugacoeff(std::int32_t icon, std::int32_t mt, int n, const double* z, double t, double p, double* lnphi,
-               double* dlnphi_dt, double* dlnphi_dp, double* dlnphi_dn, std::int32_t& ic, std::int32_t& ierr) {
+void fugacoeff(const Eos& eos, std::int32_t icon, std::int32_t mt, int n, const double* z, double t, double p,
+               double* lnphi, double* dlnphi_dt, double* dlnphi_dp, double* dlnphi_dn, std::int32_t& ic,
+               std::int32_t& ierr) {
   ierr = 0;
   ic = mt == 0 ? 2 : 1;
-  if (phase_switch) ic = -ic;
   double sum = 0;
   for (int i = 0; i < n; ++i) sum += z[i];
-  fluid_module::Vector fractions;
-  for (int i = 0; i < n; ++i) fractions[static_cast<std::size_t>(i)] = z[i] / sum;
+  fluid::Vector fractions;
+  for (int i = 0; i < n; ++i) fractions[fluid::at(i)] = z[i] / sum;
   const double* x = fractions.data();
   const double pressure = p * pascal_per_bar;
   const int phase = phase_of(mt);
@@ -70,16 +69,16 @@ void fugacoeff(std::int32_t icon, std::int32_t mt, int n, const double* z, doubl
   if (by_n) std::fill_n(dlnphi_dn, n * n, 0.0);
   switch (icon) {
     case 1:
-      fugacity::calc_lnphi(n, x, t, pressure, phase, lnphi);
+      eos::calc_lnphi(eos, n, x, t, pressure, phase, lnphi);
       break;
     case 2:
-      fugacity::calc_lnphi_tp(n, x, t, pressure, phase, lnphi, dlnphi_dt, dlnphi_dp);
+      eos::calc_lnphi_tp(eos, n, x, t, pressure, phase, lnphi, dlnphi_dt, dlnphi_dp);
       break;
     case 3:
-      fugacity::calc_lnphi_n(n, x, t, pressure, phase, lnphi, dlnphi_dn);
+      eos::calc_lnphi_n(eos, n, x, t, pressure, phase, lnphi, dlnphi_dn);
       break;
     case 6:
-      fugacity::calc_lnphi_tpn(n, x, t, pressure, phase, lnphi, dlnphi_dt, dlnphi_dp, dlnphi_dn);
+      eos::calc_lnphi_tpn(eos, n, x, t, pressure, phase, lnphi, dlnphi_dt, dlnphi_dp, dlnphi_dn);
       break;
     default:
       break;
@@ -88,23 +87,23 @@ void fugacoeff(std::int32_t icon, std::int32_t mt, int n, const double* z, doubl
     for (int i = 0; i < n; ++i) dlnphi_dp[i] *= pascal_per_bar;
 }
 
-void fluiddata(int i, double& tc, double& pc, double& omega) {
-  const auto k = static_cast<std::size_t>(i - 1);
-  tc = fluid_module::record.tci[k];
-  pc = fluid_module::record.pci[k] / pascal_per_bar;
-  omega = fluid_module::record.omega[k];
+void fluiddata(const fluid::Parameters& p, const fluid::Limits& limits, int i, double& tc, double& pc, double& omega) {
+  const auto k = fluid::at(i - 1);
+  tc = limits.tci[k];
+  pc = limits.pci[k] / pascal_per_bar;
+  omega = p.omega[k];
 }
 
-void auxprop(int n, const double* x, double t, double& p, std::int32_t mt, double& z, double* aux) {
+void auxprop(const Eos& eos, int n, const double* x, double t, double& p, std::int32_t mt, double& z, double* aux) {
   double rho = 0;
-  calc_vrho_module::calc_rho(n, x, t, p * pascal_per_bar, phase_of(mt), rho);
+  eos::calc_rho(eos, n, x, t, p * pascal_per_bar, phase_of(mt), rho);
   const double vr = avogadro_factor / rho / gas_constant * 100000.0;
-  z = properties(n, x, t, rho, vr, p, aux);
+  z = properties(eos, n, x, t, rho, vr, p, aux);
 }
 
-void auxprop_v(int n, const double* x, double t, double& p, double v, double* aux) {
+void auxprop_v(const Eos& eos, int n, const double* x, double t, double& p, double v, double* aux) {
   const double rho = avogadro_factor / v / gas_constant * 100000.0;
-  properties(n, x, t, rho, v, p, aux);
+  properties(eos, n, x, t, rho, v, p, aux);
 }
 
 }  // namespace tessarel::flash

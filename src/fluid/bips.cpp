@@ -2,15 +2,14 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <memory>
 #include <string>
 
 #include "fluid/file_location.hpp"
-#include "fluid/fluid_module.hpp"
 #include "fluid/numbers.hpp"
 #include "fluid/rows.hpp"
-#include "platform/fluid_database.hpp"
 
-namespace tessarel::fluid_module {
+namespace tessarel::fluid {
 namespace {
 
 constexpr Message opening_failed = "Error opening mixture parameter file BIPs.mix...";
@@ -34,8 +33,8 @@ double find_pair(const BipTable& table, std::string_view first, std::string_view
   return 0.0;
 }
 
-void clear_k_ij(std::size_t n) noexcept {
-  for (std::size_t i = 0; i < n; ++i) std::fill_n(record.k_ij[i].begin(), n, 0.0);
+void clear_k_ij(std::size_t n, Parameters& p) noexcept {
+  for (std::size_t i = 0; i < n; ++i) std::fill_n(p.k_ij[i].begin(), n, 0.0);
 }
 
 }  // namespace
@@ -54,32 +53,31 @@ Message readbipsfile(std::string_view filename, int nrows, BipTable& table) {
   return file.is_open() ? readbips_rows(file, nrows, table) : opening_failed;
 }
 
-Message readbipsdb(std::string_view fluiddb, std::string_view filename, BipTable& table) {
-  static sqlite::FluidData data;
+Message readbipsdb(std::string_view fluiddb, std::string_view filename, platform::FluidDatabase& database,
+                   BipTable& table) {
+  const auto data = std::make_unique<platform::FluidData>();
   int status = 0;
-  const auto count = static_cast<std::size_t>(sqlite::getfluid(fluiddb, filename, data, status));
+  const auto count = at(database.getfluid(fluiddb, filename, *data, status));
   if (count == 0 || status == 0) return opening_failed;
-  for (std::size_t k = 0; k < count && !is_blank(data[k].view()); ++k)
-    if (!read_row(data[k].view(), k, table)) return unexpected_data;
+  for (std::size_t k = 0; k < count && !is_blank((*data)[k].view()); ++k)
+    if (!read_row((*data)[k].view(), k, table)) return unexpected_data;
   return no_errors;
 }
 
-Message readbips_from(std::string_view filename) {
-  // Rows of an earlier, longer table stay and take part in the search.
-  static BipTable table;
-  const auto n = static_cast<std::size_t>(std::clamp(record.n, 0, nmax));
-  clear_k_ij(n);
+Message readbips_from(std::string_view filename, Parameters& p, BipTable& table) {
+  const auto n = at(std::clamp(p.n, 0, nmax));
+  clear_k_ij(n, p);
   if (n < 2) return no_errors;
   const Message message = readbipsfile(filename, max_bips, table);
   if (!ok(message)) return message;
   for (std::size_t i = 0; i < n; ++i)
     for (std::size_t j = i + 1; j < n; ++j)
-      record.k_ij[i][j] = record.k_ij[j][i] = find_pair(table, record.compname[i].view(), record.compname[j].view());
+      p.k_ij[i][j] = p.k_ij[j][i] = find_pair(table, p.compname[i].view(), p.compname[j].view());
   return no_errors;
 }
 
-Message readbips() {
-  return readbips_from(std::string(modulepath(model_key).trimmed()) + "BIPs.mix");
+Message readbips(Parameters& p, BipTable& table) {
+  return readbips_from(std::string(modulepath(model_key).trimmed()) + "BIPs.mix", p, table);
 }
 
-}  // namespace tessarel::fluid_module
+}  // namespace tessarel::fluid

@@ -1,4 +1,4 @@
-// The table of binary interaction parameters BIPs.mix, module fluid_module.
+// The table of binary interaction parameters BIPs.mix.
 //
 // One row a pair in fixed columns (2A32,F10.5): the two component names as they stand in the fluid records, and the
 // entry, a number or the code of a temperature correlation (kij.hpp). Columns from 75 on are not read.
@@ -7,10 +7,12 @@
 #include <array>
 #include <string_view>
 
+#include "fluid/parameters.hpp"
 #include "platform/byte_source.hpp"
+#include "platform/fluid_database.hpp"
 #include "support/text.hpp"
 
-namespace tessarel::fluid_module {
+namespace tessarel::fluid {
 
 inline constexpr int max_bips = 1000;  ///< capacity of the table in rows
 
@@ -20,13 +22,14 @@ struct BipTable {
   std::array<std::array<FixedText<32>, 2>, max_bips> cn{};
 };
 
-/// Fills `k_ij` of the selected mixture from BIPs.mix in the library's directory; 0 for a pair that is not there.
+/// Fills `k_ij` of the mixture from BIPs.mix in the library's directory; 0 for a pair that is not there. `table` keeps
+/// the rows that were read; rows of an earlier, longer table stay in it and take part in the search.
 /// The first row of a pair counts, in either order of the names. Messages: "Error opening mixture parameter file
 /// BIPs.mix...", "Unexpected data in mixture parameter file BIPs.mix...", with `k_ij` left at 0.
-Message readbips();
+Message readbips(Parameters& p, BipTable& table);
 
 /// The same with the path of the table given.
-Message readbips_from(std::string_view filename);
+Message readbips_from(std::string_view filename, Parameters& p, BipTable& table);
 
 /// Reads up to `nrows` rows (at most 1000) of the file `filename` into `table`; further rows of it are not cleared.
 /// A row that ends early counts as blank-padded. Messages as readbips.
@@ -36,6 +39,7 @@ Message readbipsfile(std::string_view filename, int nrows, BipTable& table);
 Message readbips_rows(platform::ByteSource& bytes, int nrows, BipTable& table);
 
 /// Reads the record `filename` of the database in the directory `fluiddb`, up to its first blank row.
-Message readbipsdb(std::string_view fluiddb, std::string_view filename, BipTable& table);
+Message readbipsdb(std::string_view fluiddb, std::string_view filename, platform::FluidDatabase& database,
+                   BipTable& table);
 
-}  // namespace tessarel::fluid_module
+}  // namespace tessarel::fluid

@@ -6,7 +6,7 @@
 #include "platform/file_search.hpp"
 #include "platform/module_path.hpp"
 
-namespace tessarel::fluid_module {
+namespace tessarel::fluid {
 namespace {
 
 /// `path` up to and including its last separator; empty where none stands at position 3 or later, counted from 1.
@@ -52,12 +52,11 @@ void searchdirectory(std::string_view directory, std::string_view pattern, FileL
   const std::string path = std::string(trimmed(directory)) + std::string(trimmed(pattern));
   const platform::SearchHandle handle = platform::find_first_file(path, data);
   list.fill(PathText{});
-  if (handle == platform::no_search) return;
+  if (handle == nullptr) return;
   std::size_t count = 0;
   do {
     list[count++] = data.name;
   } while (count < list.size() && platform::find_next_file(handle, data));
-  platform::find_close(handle);
 }
 
-}  // namespace tessarel::fluid_module
+}  // namespace tessarel::fluid

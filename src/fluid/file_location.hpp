@@ -7,7 +7,7 @@
 
 #include "support/text.hpp"
 
-namespace tessarel::fluid_module {
+namespace tessarel::fluid {
 
 /// A path in the library's text form.
 using PathText = FixedText<256>;
@@ -34,4 +34,4 @@ PathText fluid_directory(std::string_view library_file);
 /// order, the other entries of `list` blank. A service for hosts.
 void searchdirectory(std::string_view directory, std::string_view pattern, FileList& list);
 
-}  // namespace tessarel::fluid_module
+}  // namespace tessarel::fluid

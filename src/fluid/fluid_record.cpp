@@ -5,10 +5,9 @@
 #include <cstdint>
 #include <string>
 
-#include "fluid/fluid_module.hpp"
 #include "fluid/numbers.hpp"
 
-namespace tessarel::fluid_module {
+namespace tessarel::fluid {
 namespace {
 
 /// A text field: the first 32 characters of a row, tabs counting as blanks.
@@ -38,8 +37,7 @@ bool scaled_row(RowSource& rows, double unit, double& value) {
 }
 
 /// Rows 2 to 17, the values that every record has.
-bool read_values(RowSource& rows, std::size_t i) {
-  Record& r = record;
+bool read_values(RowSource& rows, std::size_t i, Parameters& r) {
   rows.skip_separator();
   if (!real_row(rows, r.tmin[i]) || !real_row(rows, r.tmax[i])) return false;
   rows.skip_separator();
@@ -56,13 +54,13 @@ bool read_values(RowSource& rows, std::size_t i) {
 
 /// Number of site types, sites of each type, energies of the pairs of different types, association volume. Sites of
 /// one type do not bond with each other.
-bool read_association(RowSource& rows, std::size_t i) {
+bool read_association(RowSource& rows, std::size_t i, Parameters& r) {
   std::int32_t types = 0;
   if (!integer_row(rows, 0, max_sites, types)) return false;
   const auto count = static_cast<std::size_t>(types);
   for (std::size_t a = 0; a < count; ++a)
-    if (!integer_row(rows, 0, max_sites_of_type, record.nhb_no[i][a])) return false;
-  auto& energy = record.eps_hb[i][i];
+    if (!integer_row(rows, 0, max_sites_of_type, r.nhb_no[i][a])) return false;
+  auto& energy = r.eps_hb[i][i];
   for (std::size_t a = 0; a < count; ++a) {
     energy[a][a] = 0.0;
     for (std::size_t b = a + 1; b < count; ++b) {
@@ -70,25 +68,25 @@ bool read_association(RowSource& rows, std::size_t i) {
       energy[b][a] = energy[a][b];
     }
   }
-  if (!real_row(rows, record.kap_hb[i][i])) return false;
-  record.nhb_typ[i] = types;
+  if (!real_row(rows, r.kap_hb[i][i])) return false;
+  r.nhb_typ[i] = types;
   return true;
 }
 
-bool read_block(RowSource& rows, std::size_t i, std::string_view keyword) {
-  if (keyword == "associating") return read_association(rows, i);
-  if (keyword == "dipolar") return real_row(rows, record.dipole[i]);
-  if (keyword == "quadrupolar") return real_row(rows, record.quapole[i]);
-  if (keyword == "polarizable") return real_row(rows, record.polariz[i]);
+bool read_block(RowSource& rows, std::size_t i, std::string_view keyword, Parameters& r) {
+  if (keyword == "associating") return read_association(rows, i, r);
+  if (keyword == "dipolar") return real_row(rows, r.dipole[i]);
+  if (keyword == "quadrupolar") return real_row(rows, r.quapole[i]);
+  if (keyword == "polarizable") return real_row(rows, r.polariz[i]);
   return false;
 }
 
-bool read_blocks(RowSource& rows, std::size_t i) {
+bool read_blocks(RowSource& rows, std::size_t i, Parameters& r) {
   std::string_view row;
   while (rows.next(row)) {
     const FixedText<32> keyword = tolower_tessarel(text_of(row).view());
     if (keyword.trimmed() == "eof") return true;
-    if (!is_blank(row) && !read_block(rows, i, keyword.trimmed())) return false;
+    if (!is_blank(row) && !read_block(rows, i, keyword.trimmed(), r)) return false;
     rows.skip_separator();
   }
   return false;
@@ -103,10 +101,8 @@ FixedText<32> tolower_tessarel(std::string_view text) noexcept {
   return lower;
 }
 
-Message read_fluid_record(RowSource& rows, int place, std::string_view default_name) {
-  static FixedText<96> message;
-  const auto i = static_cast<std::size_t>(place);
-  Record& r = record;
+Message read_fluid_record(RowSource& rows, int place, std::string_view default_name, Parameters& r, FailureText& text) {
+  const auto i = at(place);
   r.parat[i] = 0.12;
   r.saftpar[i] = 0.0;
   r.polariz[i] = r.dipole[i] = r.quapole[i] = 0.0;
@@ -118,10 +114,10 @@ Message read_fluid_record(RowSource& rows, int place, std::string_view default_n
   if (rows.next(row)) {
     r.compname[i] = text_of(row);
     name = r.compname[i].trimmed();
-    if (read_values(rows, i) && read_blocks(rows, i)) return no_errors;
+    if (read_values(rows, i, r) && read_blocks(rows, i, r)) return no_errors;
   }
-  message.assign("Unexpected data in fluid data file \"" + name + ".saf\"...");
-  return message.trimmed();
+  text.assign("Unexpected data in fluid data file \"" + name + ".saf\"...");
+  return Message::of(text.trimmed());
 }
 
-}  // namespace tessarel::fluid_module
+}  // namespace tessarel::fluid

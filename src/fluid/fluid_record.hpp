@@ -8,10 +8,11 @@
 
 #include <string_view>
 
+#include "fluid/parameters.hpp"
 #include "fluid/rows.hpp"
 #include "support/text.hpp"
 
-namespace tessarel::fluid_module {
+namespace tessarel::fluid {
 
 /// Sites of one type on a component that a record may state; more is a damaged record.
 inline constexpr int max_sites_of_type = 1000;
@@ -19,9 +20,12 @@ inline constexpr int max_sites_of_type = 1000;
 /// The first 32 characters in lower case (A to Z only), blank-padded.
 FixedText<32> tolower_tessarel(std::string_view text) noexcept;
 
-/// Reads a record into component `i` (0 to 19). Returns "No errors" or "Unexpected data in fluid data file
-/// "<name>.saf"..." with the name inside the record, or `default_name` where the record ends before it; the place is
-/// then partly filled.
-Message read_fluid_record(RowSource& rows, int i, std::string_view default_name);
+/// Where a reader composes the text of a failure; its message refers to it.
+using FailureText = FixedText<320>;
 
-}  // namespace tessarel::fluid_module
+/// Reads a record into component `i` (0 to 19). Returns "No errors" or "Unexpected data in fluid data file
+/// "<name>.saf"..." with the name inside the record, or `default_name` where the record ends before the name; the
+/// parameters of the component are then partly overwritten.
+Message read_fluid_record(RowSource& rows, int i, std::string_view default_name, Parameters& p, FailureText& text);
+
+}  // namespace tessarel::fluid

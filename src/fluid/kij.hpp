@@ -6,7 +6,9 @@
 
 #include <array>
 
-namespace tessarel::kij_module {
+#include "fluid/parameters.hpp"
+
+namespace tessarel::fluid {
 
 /// kij(t) = (c2 t + c1) t + c0 for entries equal to `code`.
 struct Correlation {
@@ -22,9 +24,12 @@ inline constexpr std::array<Correlation, 6> correlations{{
     {2222.0, -0.947, 0.00473, -5.33e-6},
 }};
 
-/// The correlation that `entry` stands for, null for a plain number.
+/// Entries from here on may be codes; no interaction parameter is of this size.
+inline constexpr double first_code = 1000.0;
+
+/// The correlation that the code `entry` names, null for a plain number.
 [[nodiscard]] constexpr const Correlation* find_correlation(double entry) noexcept {
-  if (!(entry >= 1000.0)) return nullptr;
+  if (!(entry >= first_code)) return nullptr;
   for (const Correlation& c : correlations)
     if (entry == c.code) return &c;
   return nullptr;
@@ -39,9 +44,9 @@ template <class N>
 
 /// The entries of the selected mixture at `t` [K] and their temperature derivatives: n x n arrays, first index
 /// fastest. Nothing is written for an `n` outside 1 to 20.
-void ps_calc_kij(int n, double t, double* kij);
-void calc_dkij_dt(int n, double t, double* dkij);     ///< [1/K]
-void calc_d2kij_dt2(int n, double t, double* d2kij);  ///< [1/K2]
-void calc_d3kij_dt3(int n, double t, double* d3kij);  ///< 0 throughout
+void ps_calc_kij(const Parameters& p, int n, double t, double* kij);
+void calc_dkij_dt(const Parameters& p, int n, double t, double* dkij);     ///< [1/K]
+void calc_d2kij_dt2(const Parameters& p, int n, double t, double* d2kij);  ///< [1/K2]
+void calc_d3kij_dt3(const Parameters& p, int n, double t, double* d3kij);  ///< 0 throughout
 
-}  // namespace tessarel::kij_module
+}  // namespace tessarel::fluid

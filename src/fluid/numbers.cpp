@@ -6,7 +6,7 @@
 #include <string>
 #include <system_error>
 
-namespace tessarel::fluid_module {
+namespace tessarel::fluid {
 namespace {
 
 constexpr std::string_view blanks = " \t";
@@ -104,4 +104,4 @@ bool read_fixed(std::string_view field, int decimals, double& value) {
   return true;
 }
 
-}  // namespace tessarel::fluid_module
+}  // namespace tessarel::fluid

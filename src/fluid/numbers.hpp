@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace tessarel::fluid_module {
+namespace tessarel::fluid {
 
 /// True when the row holds nothing but blanks and tabs.
 [[nodiscard]] bool is_blank(std::string_view row) noexcept;
@@ -19,4 +19,4 @@ namespace tessarel::fluid_module {
 /// without a decimal point are units of 10^-d.
 [[nodiscard]] bool read_fixed(std::string_view field, int decimals, double& value);
 
-}  // namespace tessarel::fluid_module
+}  // namespace tessarel::fluid

@@ -1,24 +1,21 @@
 #include "fluid/readers.hpp"
 
 #include <algorithm>
-#include <cmath>
+#include <memory>
 #include <string>
 
 #include "fluid/bips.hpp"
 #include "fluid/file_location.hpp"
-#include "fluid/fluid_module.hpp"
 #include "platform/byte_source.hpp"
-#include "platform/fluid_database.hpp"
 
-namespace tessarel::fluid_module {
+namespace tessarel::fluid {
 namespace {
 
 constexpr Message bad_place = "Place of a component must be 1 to 20...";
 
-Message opening_failed(std::string_view filename) {
-  static FixedText<320> message;
-  message.assign("Error opening fluid data file of " + std::string(trimmed(filename)));
-  return message.trimmed();
+Message opening_failed(std::string_view filename, FailureText& text) {
+  text.assign("Error opening fluid data file of " + std::string(trimmed(filename)));
+  return Message::of(text.trimmed());
 }
 
 /// The file name without directory and extension, for messages on a record that has no name.
@@ -36,52 +33,41 @@ bool is_plain_name(std::string_view name) noexcept {
 
 }  // namespace
 
-Message readfluidsfile(std::string_view filename, int i) {
+Message readfluidsfile(std::string_view filename, int i, Parameters& p, FailureText& text) {
   if (i < 0 || i >= nmax) return bad_place;
   platform::FileBytes file(filename);
-  if (!file.is_open()) return opening_failed(filename);
+  if (!file.is_open()) return opening_failed(filename, text);
   FileRows rows(file);
-  return read_fluid_record(rows, i, stem(filename));
+  return read_fluid_record(rows, i, stem(filename), p, text);
 }
 
-Message readfluidsdb(std::string_view fluiddb, std::string_view filename, int i) {
+Message readfluidsdb(std::string_view fluiddb, std::string_view filename, int i, Parameters& p, Sources& sources) {
   if (i < 0 || i >= nmax) return bad_place;
-  static sqlite::FluidData data;
+  const auto data = std::make_unique<platform::FluidData>();
   int status = 0;
-  const int count = sqlite::getfluid(fluiddb, filename, data, status);
-  if (count == 0 || status == 0) return opening_failed(filename);
-  DatabaseRows rows(data, count);
-  return read_fluid_record(rows, i, stem(filename));
+  const int count = sources.database.getfluid(fluiddb, filename, *data, status);
+  if (count == 0 || status == 0) return opening_failed(filename, sources.text);
+  DatabaseRows rows(*data, count);
+  return read_fluid_record(rows, i, stem(filename), p, sources.text);
 }
 
-Message readfluids_from(std::string_view directory, NameList fluids) {
+Message readfluids_from(std::string_view directory, NameList fluids, Parameters& p, Sources& sources) {
   const std::string fluiddb(trimmed(directory));
   Message message = no_errors;
-  const int n = std::min(record.n, nmax);
+  const int n = std::min(p.n, nmax);
   for (int i = 0; i < n; ++i) {
     const std::string filename = std::string(fluids[i]) + ".saf";
     const PathText path(fluiddb + filename);
-    if (!is_plain_name(fluids[i])) return opening_failed(path.view());
-    message = readfluidsdb(fluiddb, filename, i);
-    if (!ok(message)) message = readfluidsfile(path.view(), i);
+    if (!is_plain_name(fluids[i])) return opening_failed(path.view(), sources.text);
+    message = readfluidsdb(fluiddb, filename, i, p, sources);
+    if (!ok(message)) message = readfluidsfile(path.view(), i, p, sources.text);
     if (!ok(message)) return message;
   }
   return message;
 }
 
-Message readfluids(NameList fluids) {
-  return readfluids_from(fluidpath(model_key).view(), fluids);
+Message readfluids(NameList fluids, Parameters& p, Sources& sources) {
+  return readfluids_from(fluidpath(model_key).view(), fluids, p, sources);
 }
 
-Message setfluid(int n, NameList fluids, const double* z) {
-  n = std::max(n, 0);
-  if (n > nmax) return "Number of components must not exceed 20...";
-  if (n > 0 && (z == nullptr || !std::all_of(z, z + n, [](double x) { return std::isfinite(x); })))
-    return "Mole fractions must be finite numbers...";
-  record.n = n;
-  std::copy_n(z, n, record.z.begin());
-  Message message = readfluids(fluids);
-  return ok(message) ? readbips() : message;
-}
-
-}  // namespace tessarel::fluid_module
+}  // namespace tessarel::fluid

@@ -4,7 +4,7 @@
 
 #include "fluid/numbers.hpp"
 
-namespace tessarel::fluid_module {
+namespace tessarel::fluid {
 
 bool LineReader::fill() {
   used_ = 0;
@@ -40,7 +40,7 @@ bool FileRows::next_value(std::string_view& row) {
   return false;
 }
 
-DatabaseRows::DatabaseRows(const sqlite::FluidData& data, int count) noexcept
+DatabaseRows::DatabaseRows(const platform::FluidData& data, int count) noexcept
     : data_(data), count_(std::min(static_cast<std::size_t>(std::max(count, 0)), data.size())) {}
 
 bool DatabaseRows::next(std::string_view& row) {
@@ -49,4 +49,4 @@ bool DatabaseRows::next(std::string_view& row) {
   return true;
 }
 
-}  // namespace tessarel::fluid_module
+}  // namespace tessarel::fluid

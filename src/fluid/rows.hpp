@@ -9,7 +9,7 @@
 #include "platform/byte_source.hpp"
 #include "platform/fluid_database.hpp"
 
-namespace tessarel::fluid_module {
+namespace tessarel::fluid {
 
 /// Splits bytes into rows: line ends of both kinds, a byte-order mark in front skipped. A row is kept up to
 /// `max_row` characters and the rest of it dropped, which bounds the memory for any file.
@@ -40,11 +40,11 @@ class RowSource {
   virtual bool next(std::string_view& row) = 0;
   /// The next row that can hold a number.
   virtual bool next_value(std::string_view& row) = 0;
-  /// Passes the place of a separating blank row.
+  /// Skips the separator row: one row in the database, nothing in a file.
   virtual void skip_separator() = 0;
 };
 
-/// Rows of a file, in sequence: blank rows are passed over wherever they stand, so none needs to be there.
+/// Rows of a file, in sequence: blank rows are skipped wherever they are.
 class FileRows final : public RowSource {
  public:
   explicit FileRows(platform::ByteSource& bytes) noexcept : lines_(bytes) {}
@@ -56,18 +56,18 @@ class FileRows final : public RowSource {
   LineReader lines_;
 };
 
-/// Rows of the database, by number: a separator is one row, unread.
+/// Rows of the database, by number.
 class DatabaseRows final : public RowSource {
  public:
-  DatabaseRows(const sqlite::FluidData& data, int count) noexcept;
+  DatabaseRows(const platform::FluidData& data, int count) noexcept;
   bool next(std::string_view& row) override;
   bool next_value(std::string_view& row) override { return next(row); }
   void skip_separator() override { ++next_; }
 
  private:
-  const sqlite::FluidData& data_;
+  const platform::FluidData& data_;
   std::size_t count_;
   std::size_t next_ = 0;
 };
 
-}  // namespace tessarel::fluid_module
+}  // namespace tessarel::fluid

@@ -4,10 +4,10 @@
 
 #include "support/text.hpp"
 
-namespace tessarel::availability {
+namespace tessarel::interface {
 
 inline constexpr Message only_single_phase =
     " not available yet: only single-phase states, with \"Lph\" or \"Vph\" in positions 4 to 6...";
 inline constexpr Message no_solver = " not available yet: its solver is not part of this version...";
 
-}  // namespace tessarel::availability
+}  // namespace tessarel::interface

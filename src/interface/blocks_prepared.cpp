@@ -2,7 +2,7 @@
 #include "interface/prepared.hpp"
 
 using namespace tessarel;
-using namespace tessarel::routines;
+using namespace tessarel::interface;
 
 extern "C" {
 

@@ -5,7 +5,7 @@
 #include "interface/routines_support.hpp"
 #include "tessarel/blocks.h"
 
-namespace tessarel::routines {
+namespace tessarel::interface {
 
 struct CheckedScope {
   blocks::Scope scope;
@@ -14,11 +14,11 @@ struct CheckedScope {
 
 /// The scope of a call from the arguments that it has of these; they are missing where null is not refused.
 inline CheckedScope scope() noexcept {
-  return {{blocks::selected()}};
+  return {{current_session().eos()}};
 }
 inline CheckedScope scope(const std::int32_t* n) noexcept {
-  CheckedScope s = scope();
-  s.valid = valid_count(n);
+  Session& session = current_session();
+  CheckedScope s{{session.eos()}, valid_count(session, n)};
   if (s.valid) s.scope.n = *n;
   return s;
 }
@@ -52,4 +52,4 @@ void member(const CheckedScope& s, const double* const (&in)[In], double* const 
   if (status != nullptr) *status = result;
 }
 
-}  // namespace tessarel::routines
+}  // namespace tessarel::interface

@@ -8,7 +8,6 @@
 #include <new>
 #include <string_view>
 
-#include "fluid/fluid_module.hpp"
 #include "support/text.hpp"
 
 /// Exports `entry`, defined above in the same file, a second time as `entry_`, the name that Fortran compilers on Unix
@@ -16,7 +15,7 @@
 #define TESSAREL_FORTRAN_TWIN(entry) \
   extern "C" __attribute__((visibility("default"), alias(#entry))) decltype(entry) entry##_
 
-namespace tessarel::boundary {
+namespace tessarel::interface {
 
 inline constexpr Message no_fluid = "TESSAREL error: no fluid selected...";
 inline constexpr Message null_argument = "TESSAREL error: null pointer argument...";
@@ -31,10 +30,6 @@ constexpr std::int32_t to_logical(bool value) noexcept {
 
 inline bool any_null(std::initializer_list<const void*> pointers) noexcept {
   return std::find(pointers.begin(), pointers.end(), nullptr) != pointers.end();
-}
-
-inline bool fluid_selected() noexcept {
-  return fluid_module::record.n > 0;
 }
 
 /// The concatenation of `parts`, cut and padded as any output text; of any length and without storage of its own.
@@ -58,4 +53,4 @@ void guarded(TextField err, Body&& body) noexcept {
   }
 }
 
-}  // namespace tessarel::boundary
+}  // namespace tessarel::interface

@@ -4,36 +4,37 @@
 #include <cstdio>
 
 #include "interface/boundary.hpp"
+#include "interface/session.hpp"
 #include "tessarel/tessarel.h"
 
-namespace tessarel {
+namespace tessarel::interface {
 namespace {
 
-using namespace fluid_module;
+using fluid::at, fluid::not_computed, fluid::Parameters, fluid::Vector;
 
 struct Parameter {
   std::string_view key;
-  Vector Record::*values;
+  Vector Parameters::*values;
 };
 
-constexpr std::array<Parameter, 7> parameters = {{{"omega", &Record::omega},
-                                                  {"mseg", &Record::mseg},
-                                                  {"sigma", &Record::sigma},
-                                                  {"epsil", &Record::epsil},
-                                                  {"dipole", &Record::dipole},
-                                                  {"quapole", &Record::quapole},
-                                                  {"polariz", &Record::polariz}}};
+constexpr std::array<Parameter, 7> parameters = {{{"omega", &Parameters::omega},
+                                                  {"mseg", &Parameters::mseg},
+                                                  {"sigma", &Parameters::sigma},
+                                                  {"epsil", &Parameters::epsil},
+                                                  {"dipole", &Parameters::dipole},
+                                                  {"quapole", &Parameters::quapole},
+                                                  {"polariz", &Parameters::polariz}}};
 
 constexpr double kilograms(double grams) {
   return 0.001 * grams;
 }
 
 /// Mixture molar mass [kg/mol]; `z` is the host's array, whose first element carries the mark of the simplified model.
-double molar_mass(const double* z) {
+double molar_mass(const Session& session, const double* z) {
   double sum = 0;
-  for (std::size_t i = 0; i < static_cast<std::size_t>(record.n); ++i) {
-    const double x = i == 0 && record.is_simp ? z[0] - 111.0 : z[i];
-    sum += x * record.molmas[i];
+  for (std::size_t i = 0; i < at(session.n()); ++i) {
+    const double x = i == 0 && session.simplified ? z[0] - 111.0 : z[i];
+    sum += x * session.model.parameters.molmas[i];
   }
   return kilograms(sum);
 }
@@ -42,12 +43,12 @@ void store(double* out, double value) {
   if (out != nullptr) *out = value;
 }
 
-void store(double* out, const Vector& values) {
-  if (out != nullptr) std::copy_n(values.begin(), record.n, out);
+void store(double* out, int n, const Vector& values) {
+  if (out != nullptr) std::copy_n(values.begin(), n, out);
 }
 
 }  // namespace
-}  // namespace tessarel
+}  // namespace tessarel::interface
 
 extern "C" void tessarel_getversion(int32_t* version) {
   constexpr std::array<std::int32_t, 4> number = {2, 5, 1, 20};
@@ -58,41 +59,46 @@ TESSAREL_FORTRAN_TWIN(tessarel_getversion);
 extern "C" void tessarel_fluidinfo(const double* z, double* molmass, double* tc, double* pc, double* tmin, double* tmax,
                                    double* molmass_i, double* tc_i, double* pc_i, double* tmin_i, double* tmax_i) {
   using namespace tessarel;
-  if (!boundary::fluid_selected()) {
+  using namespace tessarel::interface;
+  const Session& session = current_session();
+  const Parameters& p = session.model.parameters;
+  if (!session.selected()) {
     for (double* scalar : {molmass, tc, pc, tmin, tmax}) store(scalar, not_computed);
     return;
   }
-  store(molmass, z == nullptr ? not_computed : molar_mass(z));
-  store(tc, record.tc);
-  store(pc, record.pc);
-  store(tmin, record.tlowest);
-  store(tmax, record.thighest);
-  Vector grams = record.molmas;
+  store(molmass, z == nullptr ? not_computed : molar_mass(session, z));
+  store(tc, session.limits.tc);
+  store(pc, session.limits.pc);
+  store(tmin, session.limits.tlowest);
+  store(tmax, session.limits.thighest);
+  Vector grams = p.molmas;
   for (double& mass : grams) mass = kilograms(mass);
-  store(molmass_i, grams);
-  store(tc_i, record.tci);
-  store(pc_i, record.pci);
-  store(tmin_i, record.tmin);
-  store(tmax_i, record.tmax);
+  store(molmass_i, p.n, grams);
+  store(tc_i, p.n, session.limits.tci);
+  store(pc_i, p.n, session.limits.pci);
+  store(tmin_i, p.n, p.tmin);
+  store(tmax_i, p.n, p.tmax);
 }
 TESSAREL_FORTRAN_TWIN(tessarel_fluidinfo);
 
 extern "C" double tessarel_fluidparameter(const char* name, char* err, size_t name_len, size_t err_len) {
   using namespace tessarel;
+  using namespace tessarel::interface;
   const TextField errors{err, err_len};
   const std::string_view key = trimmed(input_text(name, name_len));
-  const auto* found =
-      std::find_if(parameters.begin(), parameters.end(), [&](const Parameter& p) { return p.key == key; });
+  const auto* found = std::find_if(parameters.begin(), parameters.end(),
+                                   [&](const Parameter& parameter) { return parameter.key == key; });
   if (found == parameters.end()) {
-    boundary::compose(errors, {"TESSAREL parameter ", key, " not available..."});
+    compose(errors, {"TESSAREL parameter ", key, " not available..."});
     return not_computed;
   }
-  if (!boundary::fluid_selected()) {
-    errors.assign(boundary::no_fluid);
+  const Session& session = current_session();
+  if (!session.selected()) {
+    errors.assign(no_fluid);
     return not_computed;
   }
   errors.assign(no_errors);
-  return (record.*(found->values))[0];
+  return (session.model.parameters.*(found->values))[0];
 }
 TESSAREL_FORTRAN_TWIN(tessarel_fluidparameter);
 

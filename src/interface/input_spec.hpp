@@ -6,7 +6,7 @@
 
 #include "support/text.hpp"
 
-namespace tessarel {
+namespace tessarel::interface {
 
 /// Phase codes of the input text.
 enum PhaseCode : int { overall_phase = 0, liquid_phase = 1, vapour_phase = 2 };
@@ -36,4 +36,4 @@ inline InputSpec read_input_spec(std::string_view field) noexcept {
   return spec;
 }
 
-}  // namespace tessarel
+}  // namespace tessarel::interface

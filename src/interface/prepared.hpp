@@ -7,9 +7,9 @@
 #include "eos/composition.hpp"
 #include "interface/blocks_support.hpp"
 
-namespace tessarel::routines {
+namespace tessarel::interface {
 
-using eos::CompressibilityBlocks, eos::HelmholtzBlocks;
+using eos::TermValues;
 using numerics::Taylor;
 using T1 = Taylor<1, 1>;
 using T2 = Taylor<1, 2>;
@@ -29,21 +29,19 @@ enum class By { nothing, t, rho, t_rho };
 /// What a record is for. By composition z is made from the blocks of a.
 enum class Value { a, z };
 
-using Content = std::variant<std::monostate, HelmholtzBlocks<double>, HelmholtzBlocks<T1>, HelmholtzBlocks<T2>,
-                             HelmholtzBlocks<T3>, CompressibilityBlocks<double>, CompressibilityBlocks<T1>,
-                             CompressibilityBlocks<T2>, CompressibilityBlocks<T3>, CompressibilityBlocks<TaylorTRho>,
-                             CompositionBlocks<double>, CompositionBlocks<T1>>;
+using Content = std::variant<std::monostate, TermValues<double>, TermValues<T1>, TermValues<T2>, TermValues<T3>,
+                             TermValues<TaylorTRho>, CompositionBlocks<double>, CompositionBlocks<T1>>;
 
-}  // namespace tessarel::routines
+}  // namespace tessarel::interface
 
 struct tessarel_blocks {
   int n = 0;
-  tessarel::routines::By by = tessarel::routines::By::nothing;
-  tessarel::routines::Value of = tessarel::routines::Value::a;
-  tessarel::routines::Content content;
+  tessarel::interface::By by = tessarel::interface::By::nothing;
+  tessarel::interface::Value of = tessarel::interface::Value::a;
+  tessarel::interface::Content content;
 };
 
-namespace tessarel::routines {
+namespace tessarel::interface {
 
 /// The number for t or rho: with derivatives up to K when `carries`.
 template <class N, bool carries>
@@ -56,44 +54,41 @@ auto seed(double value, int v = 0) {
 
 /// Prepares the blocks of a or z at t and rho, with derivatives of type N by what `by` says.
 template <Value of, class N, By by>
-int prepare_scalar(int n, const double* x, int ipure, double t, double rho, tessarel_blocks& to) {
+int prepare_scalar(const eos::Eos& eos, int n, const double* x, int ipure, double t, double rho, tessarel_blocks& to) {
   constexpr bool by_t = by == By::t || by == By::t_rho, by_rho = by == By::rho || by == By::t_rho;
-  const Arena::Frame frame(blocks::selected().arena);
+  const Arena::Frame frame(eos.arena());
   const auto temperature = seed<N, by_t>(t);
   const auto density = seed<N, by_rho>(rho, by_t ? 1 : 0);
   eos::MixtureState<std::remove_const_t<decltype(temperature)>> state;
-  eos::prepare(state, n, x, ipure, temperature);
+  eos::prepare(eos, state, n, x, ipure, temperature);
   to.n = n, to.by = by, to.of = of;
-  if constexpr (of == Value::z) {
-    auto& record = to.content.emplace<CompressibilityBlocks<N>>();
-    eos::prepare_z_blocks(state, density, record);
-    return record.status;
-  } else {
-    auto& record = to.content.emplace<HelmholtzBlocks<N>>();
-    eos::prepare_a_blocks(state, density, eos::site_tolerance(rho), record);
-    return record.status;
-  }
+  if constexpr (of == Value::z)
+    to.content = eos::term_values_of_z(state, density);
+  else
+    to.content = eos::term_values_of_a(state, density);
+  return std::get<TermValues<N>>(to.content).status;
 }
 
 /// Prepares the composition derivatives of a up to order K.
 template <Value of, class S, By by, int K>
-int prepare_composition(int n, const double* x, int, double t, double rho, tessarel_blocks& to) {
-  const Arena::Frame frame(blocks::selected().arena);
+int prepare_composition(const eos::Eos& eos, int n, const double* x, int, double t, double rho, tessarel_blocks& to) {
+  const Arena::Frame frame(eos.arena());
   const auto temperature = seed<S, by == By::t>(t);
   const auto density = seed<S, by == By::rho>(rho);
   eos::MixtureState<std::remove_const_t<decltype(temperature)>> state;
-  eos::prepare(state, n, x, 0, temperature);
+  eos::prepare(eos, state, n, x, 0, temperature);
   CompositionBlocks<S> c;
   c.order = K;
-  for (int k = 0; k < K; ++k) c.arrays[eos::at(k)].resize(blocks::power_of(n, k + 1));
-  eos::CompositionDerivatives<S> d{S(0.0), c.arrays[0].data(), c.arrays[1].data(), c.arrays[2].data()};
+  for (int k = 0; k < K; ++k) c.arrays[fluid::at(k)].resize(blocks::power_of(n, k + 1));
+  const auto size = fluid::at(n);
+  eos::CompositionDerivatives<S> d{S(0.0), c.arrays[0].data(), {c.arrays[1].data(), size}, {c.arrays[2].data(), size}};
   eos::composition_derivatives<K>(state, density, d);
   c.a = d.a;
   to.n = n, to.by = by, to.of = of;
   to.content = std::move(c);
-  if (!state.associates) return 0;
+  if (!state.template term<eos::Association>().present) return 0;
   tessarel_blocks plain;  // for the status of the site iteration
-  return prepare_scalar<Value::a, double, By::nothing>(n, x, 0, t, rho, plain);
+  return prepare_scalar<Value::a, double, By::nothing>(eos, n, x, 0, t, rho, plain);
 }
 
 /// Fills a record by `fill`; a refused call leaves it empty.
@@ -101,8 +96,10 @@ template <class Fill>
 void prepare(const int32_t* n, const double* x, const int32_t* ipure, const double* t, const double* rho,
              tessarel_blocks* blocks, int32_t* status, Fill fill) noexcept {
   int result = 1;
-  const bool refused = !valid_count(n) || !valid_pure(n, ipure) || boundary::any_null({x, t, rho, blocks});
-  if (!run(refused, [&] { result = fill(*n, x, *ipure, *t, *rho, *blocks); }) && blocks != nullptr) blocks->n = 0;
+  Session& session = current_session();
+  const bool refused = !valid_count(session, n) || !valid_pure(n, ipure) || any_null({x, t, rho, blocks});
+  if (!run(refused, [&] { result = fill(session.eos(), *n, x, *ipure, *t, *rho, *blocks); }) && blocks != nullptr)
+    blocks->n = 0;
   if (status != nullptr) *status = result;
 }
 
@@ -119,8 +116,9 @@ double coefficient(const N& value, By by, int kt, int kr) {
   }
 }
 
+/// A record is complete in itself: reading it needs no session.
 inline bool suited(const int32_t* n, const double* x, const double* rho, const tessarel_blocks* blocks, Value of) {
-  return valid_count(n) && !boundary::any_null({x, rho, blocks}) && blocks->n == *n && blocks->of == of;
+  return !any_null({n, x, rho, blocks}) && *n >= 1 && blocks->n == *n && blocks->of == of;
 }
 
 /// A number made from a record.
@@ -130,7 +128,8 @@ inline void assemble(const int32_t* n, const double* x, const double* rho, const
     return std::visit(
         [&](const auto& b) {
           if constexpr (requires { eos::assemble(b); })
-            return coefficient(eos::assemble(b), blocks->by, kt, kr);
+            return coefficient(decltype(b.part[0] + 0.0)(eos::assemble(b) + (of == Value::z ? 1.0 : 0.0)), blocks->by,
+                               kt, kr);
           else if constexpr (requires { b.arrays; })
             return of == Value::z ? (kt + kr == 0 ? 1.0 + *rho * coefficient(b.a, blocks->by, 0, 1) : not_a_number)
                                   : coefficient(b.a, blocks->by, kt, kr);
@@ -150,7 +149,7 @@ inline void assemble_array(const int32_t* n, const double* x, const double* rho,
           if constexpr (requires { b.arrays; }) {
             using S = typename std::decay_t<decltype(b.arrays[0])>::value_type;
             if (b.order < order || std::isnan(coefficient(S(0.0), blocks->by, kt, of == Value::z ? 1 : 0))) return;
-            const auto& array = b.arrays[eos::at(order - 1)];
+            const auto& array = b.arrays[fluid::at(order - 1)];
             for (std::size_t i = 0; i < array.size(); ++i)
               out[i] = coefficient(array[i], blocks->by, kt, of == Value::z ? 1 : 0) * (of == Value::z ? *rho : 1.0);
           }
@@ -162,4 +161,4 @@ inline void assemble_array(const int32_t* n, const double* x, const double* rho,
 /// ipure of the routines that do not take it.
 inline constexpr int32_t mixture = 0;
 
-}  // namespace tessarel::routines
+}  // namespace tessarel::interface

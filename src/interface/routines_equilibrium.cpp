@@ -9,24 +9,10 @@
 #include "solvers/spinodal.hpp"
 
 using namespace tessarel;
-using namespace tessarel::routines;
-using boundary::any_null;
-using fluid_module::nmax;
+using namespace tessarel::interface;
+using fluid::nmax;
 
 namespace {
-
-/// Runs `body`, which returns a message, for a selected fluid and arguments that are there.
-template <class Body>
-void report(std::initializer_list<const void*> arguments, TextField err, Body&& body) noexcept {
-  boundary::guarded(err, [&] {
-    if (any_null(arguments))
-      err.assign(boundary::null_argument);
-    else if (!boundary::fluid_selected())
-      err.assign(boundary::no_fluid);
-    else
-      err.assign(body());
-  });
-}
 
 bool valid_size(const int32_t* n) {
   return n != nullptr && *n >= 1 && *n <= nmax;
@@ -35,7 +21,7 @@ bool valid_size(const int32_t* n) {
 constexpr int32_t refused_code = -1;
 
 bool from_host(const int32_t* logical) {
-  return logical != nullptr && boundary::from_logical(*logical);
+  return logical != nullptr && from_logical(*logical);
 }
 
 }  // namespace
@@ -43,64 +29,87 @@ bool from_host(const int32_t* logical) {
 extern "C" {
 
 void tessarel_calc_psat(const double* t, double* psat, char* err, size_t err_len) {
-  report({t, psat}, {err, err_len}, [&] { return calc_psat_tsat::calc_psat(*t, *psat); });
+  Session& session = current_session();
+  report(session, {t, psat}, {err, err_len}, [&] { return solvers::calc_psat(session.fluid(), *t, *psat); });
 }
 void tessarel_calc_tsat(const double* p, double* tsat, char* err, size_t err_len) {
-  report({p, tsat}, {err, err_len}, [&] { return calc_psat_tsat::calc_tsat(*p, *tsat); });
+  Session& session = current_session();
+  report(session, {p, tsat}, {err, err_len}, [&] { return solvers::calc_tsat(session.fluid(), *p, *tsat); });
 }
 
 void tessarel_calc_vspin(const double* t, double* vliq, double* vvap, char* err, size_t err_len) {
-  report({t, vliq, vvap}, {err, err_len}, [&] { return spinodal::calc_vspin(*t, *vliq, *vvap); });
+  Session& session = current_session();
+  report(session, {t, vliq, vvap}, {err, err_len},
+         [&] { return solvers::calc_vspin(session.fluid(), *t, *vliq, *vvap); });
 }
 void tessarel_calc_vspin_phase(const double* eta, const double* t, double* v, char* err, size_t err_len) {
-  report({eta, t, v}, {err, err_len}, [&] { return spinodal::calc_vspin_phase(*eta, *t, *v); });
+  Session& session = current_session();
+  report(session, {eta, t, v}, {err, err_len},
+         [&] { return solvers::calc_vspin_phase(session.fluid(), *eta, *t, *v); });
 }
 void tessarel_calc_pspin(const double* t, double* pliq, double* pvap, char* err, size_t err_len) {
-  report({t, pliq, pvap}, {err, err_len}, [&] { return spinodal::calc_pspin(*t, *pliq, *pvap); });
+  Session& session = current_session();
+  report(session, {t, pliq, pvap}, {err, err_len},
+         [&] { return solvers::calc_pspin(session.fluid(), *t, *pliq, *pvap); });
 }
 void tessarel_calc_tspin(const double* p, double* tliq, double* tvap, char* err, size_t err_len) {
-  report({p, tliq, tvap}, {err, err_len}, [&] { return spinodal::calc_tspin(*p, *tliq, *tvap); });
+  Session& session = current_session();
+  report(session, {p, tliq, tvap}, {err, err_len},
+         [&] { return solvers::calc_tspin(session.fluid(), *p, *tliq, *tvap); });
 }
 void tessarel_brent_spin(const int32_t* iphase, const double* p, const double* a, const double* b, double* t, char* err,
                          size_t err_len) {
-  report({iphase, p, a, b, t}, {err, err_len}, [&] { return spinodal::brent_spin(*iphase, *p, *a, *b, *t); });
+  Session& session = current_session();
+  report(session, {iphase, p, a, b, t}, {err, err_len},
+         [&] { return solvers::brent_spin(session.fluid(), *iphase, *p, *a, *b, *t); });
 }
 void tessarel_bisec_spin(const int32_t* iphase, const double* p, const double* a, const double* b, double* t, char* err,
                          size_t err_len) {
-  report({iphase, p, a, b, t}, {err, err_len}, [&] { return spinodal::bisec_spin(*iphase, *p, *a, *b, *t); });
+  Session& session = current_session();
+  report(session, {iphase, p, a, b, t}, {err, err_len},
+         [&] { return solvers::bisec_spin(session.fluid(), *iphase, *p, *a, *b, *t); });
 }
 
 void tessarel_critpoint(char* errormsg, size_t errormsg_len) {
-  report({}, {errormsg, errormsg_len}, [] { return critical_point_module::critpoint(); });
+  Session& session = current_session();
+  report(session, {}, {errormsg, errormsg_len},
+         [&] { return envelope::critpoint(session.eos(), session.n(), session.z.data(), session.limits); });
 }
 void tessarel_critpure(const int32_t* i, char* errormsg, size_t errormsg_len) {
-  report({i}, {errormsg, errormsg_len}, [&]() -> Message {
-    if (!valid_place(i)) return "TESSAREL error: no such component...";
-    return critical_point_module::critpure(*i);
+  Session& session = current_session();
+  report(session, {i}, {errormsg, errormsg_len}, [&]() -> Message {
+    if (!valid_place(session, i)) return "TESSAREL error: no such component...";
+    return envelope::critpure(session.eos(), session.n(), session.z.data(), *i, session.limits);
   });
 }
 void tessarel_critmixt_pseudo(char* errormsg, size_t errormsg_len) {
-  report({}, {errormsg, errormsg_len}, [] { return critical_point_module::critmixt_pseudo(); });
+  Session& session = current_session();
+  report(session, {}, {errormsg, errormsg_len},
+         [&] { return envelope::critmixt_pseudo(session.eos(), session.n(), session.z.data(), session.limits); });
 }
 void tessarel_critmixt_brent(char* errormsg, size_t errormsg_len) {
-  report({}, {errormsg, errormsg_len}, [] { return critical_point_module::critmixt_brent(); });
+  report(current_session(), {}, {errormsg, errormsg_len}, [] { return envelope::critmixt_brent(); });
 }
 void tessarel_critmixt_newton(char* errormsg, size_t errormsg_len) {
-  report({}, {errormsg, errormsg_len}, [] { return critical_point_module::critmixt_newton(); });
+  Session& session = current_session();
+  report(session, {}, {errormsg, errormsg_len},
+         [&] { return envelope::critmixt_newton(session.eos(), session.n(), session.z.data(), session.limits); });
 }
 void tessarel_cubic_newton(const int32_t* debug, const int32_t* n, const double* z, double* rho, double* t,
                            int32_t* ierr) {
+  Session& session = current_session();
   if (ierr == nullptr) return;
   *ierr = refused_code;
-  run(!valid_count(n) || any_null({z, rho, t}),
-      [&] { *ierr = critical_point_module::cubic_newton(from_host(debug), *n, z, *rho, *t); });
+  run(!valid_count(session, n) || any_null({z, rho, t}),
+      [&] { *ierr = envelope::cubic_newton(session.eos(), from_host(debug), *n, z, *rho, *t); });
 }
 void tessarel_det_q_newton(const int32_t* debug, const int32_t* n, const double* z, const double* rho, double* t,
                            double* q, int32_t* ierr) {
+  Session& session = current_session();
   if (ierr == nullptr) return;
   *ierr = refused_code;
-  run(!valid_count(n) || any_null({z, rho, t, q}),
-      [&] { *ierr = critical_point_module::det_q_newton(from_host(debug), *n, z, *rho, *t, q); });
+  run(!valid_count(session, n) || any_null({z, rho, t, q}),
+      [&] { *ierr = envelope::det_q_newton(session.eos(), from_host(debug), *n, z, *rho, *t, q); });
 }
 
 void tessarel_lu_dcmp(const int32_t* n, double* a, int32_t* indx, double* d, int32_t* ierr) {
@@ -129,22 +138,30 @@ void tessarel_determinant(const int32_t* n, const double* a, double* det, int32_
 void tessarel_fugacoeff(const int32_t* icon, const int32_t* mt, const int32_t* n, const double* z, const double* t,
                         const double* p, double* lnphi, double* dlnphi_dt, double* dlnphi_dp, double* dlnphi_dn,
                         int32_t* ic, int32_t* ierr) {
+  Session& session = current_session();
   if (icon == nullptr) return;
   const bool by_tp = *icon == 2 || *icon == 6, by_n = *icon == 3 || *icon == 6;
-  const bool refused = !valid_count(n) || any_null({mt, z, t, p, lnphi, ic, ierr}) ||
+  const bool refused = !valid_count(session, n) || any_null({mt, z, t, p, lnphi, ic, ierr}) ||
                        (by_tp && any_null({dlnphi_dt, dlnphi_dp})) || (by_n && dlnphi_dn == nullptr);
-  run(refused,
-      [&] { flash::fugacoeff(*icon, *mt, *n, z, *t, *p, lnphi, dlnphi_dt, dlnphi_dp, dlnphi_dn, *ic, *ierr); });
+  run(refused, [&] {
+    flash::fugacoeff(session.eos(), *icon, *mt, *n, z, *t, *p, lnphi, dlnphi_dt, dlnphi_dp, dlnphi_dn, *ic, *ierr);
+  });
 }
 void tessarel_fluiddata(const int32_t* i, double* tc, double* pc, double* omega) {
-  scalars(!valid_place(i), {tc, pc, omega}, [&] { flash::fluiddata(*i, *tc, *pc, *omega); });
+  Session& session = current_session();
+  scalars(!valid_place(session, i), {tc, pc, omega},
+          [&] { flash::fluiddata(session.model.parameters, session.limits, *i, *tc, *pc, *omega); });
 }
 void tessarel_auxprop(const int32_t* n, const double* x, const double* t, double* p, const int32_t* mt, double* z,
                       double* aux) {
-  run(!valid_count(n) || any_null({x, t, p, mt, z, aux}), [&] { flash::auxprop(*n, x, *t, *p, *mt, *z, aux); });
+  Session& session = current_session();
+  run(!valid_count(session, n) || any_null({x, t, p, mt, z, aux}),
+      [&] { flash::auxprop(session.eos(), *n, x, *t, *p, *mt, *z, aux); });
 }
 void tessarel_auxprop_v(const int32_t* n, const double* x, const double* t, double* p, const double* v, double* aux) {
-  run(!valid_count(n) || any_null({x, t, p, v, aux}), [&] { flash::auxprop_v(*n, x, *t, *p, *v, aux); });
+  Session& session = current_session();
+  run(!valid_count(session, n) || any_null({x, t, p, v, aux}),
+      [&] { flash::auxprop_v(session.eos(), *n, x, *t, *p, *v, aux); });
 }
 
 }  // extern "C"

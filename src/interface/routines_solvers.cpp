@@ -2,11 +2,10 @@
 #include "interface/routines_support.hpp"
 #include "solvers/brent.hpp"
 #include "solvers/psat_tsat.hpp"
-#include "solvers/tmdstate_1ph.hpp"
+#include "solvers/single_phase.hpp"
 
 using namespace tessarel;
-using namespace tessarel::routines;
-using boundary::any_null;
+using namespace tessarel::interface;
 
 namespace {
 
@@ -16,18 +15,23 @@ class HostForward {
   HostForward(tessarel_forward func, tessarel_forward_1ph func_1ph) : func_(func), func_1ph_(func_1ph) {}
 
   Message operator()(double& t, double& p, double& v, double& u, double& h, double& s) {
-    err_.assign(no_errors);
+    err_.assign(no_errors.text());
     func_1ph_(&t, &p, &v, &u, &h, &s, err_.data(), err_.size());
-    return err_.trimmed();
+    return message();
   }
   Message operator()(double& t, double& p, double& v, double& u, double& h, double& s, double& q, double* x,
                      double* y) {
-    err_.assign(no_errors);
+    err_.assign(no_errors.text());
     func_(&t, &p, &v, &u, &h, &s, &q, x, y, err_.data(), err_.size());
-    return err_.trimmed();
+    return message();
   }
 
  private:
+  [[nodiscard]] Message message() const {
+    const std::string_view text = err_.trimmed();
+    return text == no_errors.text() ? no_errors : Message::of(text);
+  }
+
   tessarel_forward func_;
   tessarel_forward_1ph func_1ph_;
   FixedText<300> err_;
@@ -37,9 +41,9 @@ class HostForward {
 template <class Body>
 double search(HostForward forward, bool null, const int32_t* ptr, int places, TextField err, Body&& body) noexcept {
   double result = not_a_number;
-  boundary::guarded(err, [&] {
+  guarded(err, [&] {
     if (null || ptr == nullptr) {
-      err.assign(boundary::null_argument);
+      err.assign(null_argument);
       return;
     }
     for (int k = 0; k < 2; ++k) {
@@ -55,52 +59,40 @@ double search(HostForward forward, bool null, const int32_t* ptr, int places, Te
   return result;
 }
 
-/// A state solver on the host's variables.
-void solve(tmdstate_1ph::Solver* solver, double* t, double* p, double* v, double* u, double* h, double* s,
-           TextField err) noexcept {
-  boundary::guarded(err, [&] {
-    if (any_null({t, p, v, u, h, s}))
-      err.assign(boundary::null_argument);
-    else if (!boundary::fluid_selected())
-      err.assign(boundary::no_fluid);
-    else
-      err.assign(solver(*t, *p, *v, *u, *h, *s));
-  });
-}
-
 }  // namespace
 
 extern "C" {
 
 void tessarel_calc_ptrange(char* err, size_t err_len) {
-  const TextField errors{err, err_len};
-  boundary::guarded(
-      errors, [&] { errors.assign(boundary::fluid_selected() ? calc_psat_tsat::calc_ptrange() : boundary::no_fluid); });
+  Session& session = current_session();
+  report(session, {}, {err, err_len}, [&] { return solvers::calc_ptrange(session.model.parameters, session.limits); });
 }
 
 double tessarel_brent_root(tessarel_forward func, const double* a, const double* b, double* vars, double* x, double* y,
                            const int32_t* ptr, char* err, size_t err_len) {
   return search({func, nullptr}, func == nullptr || any_null({a, b, vars}), ptr, 7, {err, err_len},
-                [&](auto& f, Message& m) { return tmdstate::brent_root(f, *a, *b, vars, x, y, ptr, m); });
+                [&](auto& f, Message& m) { return solvers::brent_root(f, *a, *b, vars, x, y, ptr, m); });
 }
 double tessarel_brent_root_1ph(tessarel_forward_1ph func, const double* a, const double* b, double* vars,
                                const int32_t* ptr, char* err, size_t err_len) {
   return search({nullptr, func}, func == nullptr || any_null({a, b, vars}), ptr, 6, {err, err_len},
-                [&](auto& f, Message& m) { return tmdstate_1ph::brent_root_1ph(f, *a, *b, vars, ptr, m); });
+                [&](auto& f, Message& m) { return solvers::brent_root_1ph(f, *a, *b, vars, ptr, m); });
 }
 double tessarel_ps_delta(tessarel_forward func, double* vars, double* x, double* y, const int32_t* ptr, char* err,
                          size_t err_len) {
   return search({func, nullptr}, func == nullptr || vars == nullptr, ptr, 7, {err, err_len},
-                [&](auto& f, Message& m) { return tmdstate::ps_delta(f, vars, x, y, ptr, m); });
+                [&](auto& f, Message& m) { return solvers::ps_delta(f, vars, x, y, ptr, m); });
 }
 double tessarel_delta_1ph(tessarel_forward_1ph func, double* vars, const int32_t* ptr, char* err, size_t err_len) {
   return search({nullptr, func}, func == nullptr || vars == nullptr, ptr, 6, {err, err_len},
-                [&](auto& f, Message& m) { return tmdstate_1ph::delta_1ph(f, vars, ptr, m); });
+                [&](auto& f, Message& m) { return solvers::delta_1ph(f, vars, ptr, m); });
 }
 
 #define SOLVER(name)                                                                                                  \
   void tessarel_##name(double* t, double* p, double* v, double* u, double* h, double* s, char* err, size_t err_len) { \
-    solve(tmdstate_1ph::name, t, p, v, u, h, s, {err, err_len});                                                      \
+    Session& session = current_session();                                                                             \
+    report(session, {t, p, v, u, h, s}, {err, err_len},                                                               \
+           [&] { return solvers::name(session.fluid(), *t, *p, *v, *u, *h, *s); });                                   \
   }
 SOLVER(tp_lph)
 SOLVER(tp_vph)

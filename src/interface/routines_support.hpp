@@ -1,29 +1,32 @@
-// What the exports of the routines share: the checks of their arguments.
+// What the exports of the routines share: the checks of their arguments, and the definitions made from the tables of
+// the derivative families.
 //
 // A refused call, one with a null pointer or a number of components, a place or an order that does not exist, gives NaN
 // in results that are single numbers and leaves arrays alone.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <initializer_list>
 #include <limits>
 
 #include "interface/boundary.hpp"
+#include "interface/session.hpp"
 #include "tessarel/routines.h"
 
-namespace tessarel::routines {
+namespace tessarel::interface {
 
 inline constexpr double not_a_number = std::numeric_limits<double>::quiet_NaN();
 
-inline bool valid_count(const std::int32_t* n) noexcept {
-  return n != nullptr && *n >= 1 && *n <= fluid_module::nmax && *n <= fluid_module::record.n;
+inline bool valid_count(const Session& session, const std::int32_t* n) noexcept {
+  return n != nullptr && *n >= 1 && *n <= session.n();
 }
 inline bool valid_pure(const std::int32_t* n, const std::int32_t* ipure) noexcept {
   return ipure != nullptr && *ipure >= 0 && *ipure <= *n;
 }
 /// The place of a component, from 1.
-inline bool valid_place(const std::int32_t* i) noexcept {
-  return i != nullptr && *i >= 1 && *i <= fluid_module::record.n;
+inline bool valid_place(const Session& session, const std::int32_t* i) noexcept {
+  return i != nullptr && *i >= 1 && *i <= session.n();
 }
 
 /// Runs `body` unless `refused`; an exception counts as a refusal. True when the body has run.
@@ -53,19 +56,17 @@ void scalars(bool refused, std::initializer_list<double*> outs, Body&& body) noe
     if (out != nullptr) *out = not_a_number;
 }
 
-/// The message of a call that cannot be made.
-inline Message refusal(bool null) noexcept {
-  if (null) return boundary::null_argument;
-  return boundary::fluid_selected() ? Message{} : boundary::no_fluid;
-}
-
-/// Runs `body`, which returns its message, unless the call has to be refused.
+/// Runs `body`, which returns a message, for a selected fluid and arguments that are there.
 template <class Body>
-void with_message(bool null, TextField err, Body&& body) noexcept {
-  boundary::guarded(err, [&] {
-    const Message message = refusal(null);
-    err.assign(message.empty() ? body() : message);
+void report(const Session& session, std::initializer_list<const void*> arguments, TextField err, Body&& body) noexcept {
+  guarded(err, [&] {
+    if (any_null(arguments))
+      err.assign(null_argument);
+    else if (!session.selected())
+      err.assign(no_fluid);
+    else
+      err.assign(body());
   });
 }
 
-}  // namespace tessarel::routines
+}  // namespace tessarel::interface

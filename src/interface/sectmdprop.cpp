@@ -3,21 +3,21 @@
 #include "eos/caloric_forms.hpp"
 #include "eos/compressibility.hpp"
 #include "eos/helmholtz.hpp"
-#include "fluid/cp0_module.hpp"
+#include "fluid/ideal_gas.hpp"
 
-namespace tessarel {
+namespace tessarel::interface {
 
-SecondOrder calc_sectmdprop(int n, const double* x, double t, double rho) {
-  constexpr double c = fluid_module::pressure_factor;
+SecondOrder calc_sectmdprop(const eos::Eos& eos, int n, const double* x, double t, double rho) {
+  constexpr double c = fluid::pressure_factor;
   double a1 = 0, a2 = 0, a3 = 0;
-  calc_a_module::calc_da_dt123(n, x, t, rho, a1, a2, a3);
-  const calc_z_module::ZDerivatives z = calc_z_module::calc_z_second(n, x, t, rho);
+  eos::calc_da_dt123(eos, n, x, t, rho, a1, a2, a3);
+  const eos::ZDerivatives z = eos::calc_z_second(eos, n, x, t, rho);
 
-  const double w = -rho * rho / fluid_module::avogadro_factor;  // d rho/dv
-  const double b = (z.z + rho * z.zr) * c * t;                  // dp/d rho
+  const double w = -rho * rho / fluid::avogadro_factor;  // d rho/dv
+  const double b = (z.z + rho * z.zr) * c * t;           // dp/d rho
   SecondOrder result{};
-  result.cv = calc_hsu_module::cv_from(cp0_module::calc_cp0mix(n, x, t), t, a1, a2);
-  result.dcvdt = calc_hsu_module::dcv_dt_from(cp0_module::calc_dcp0mix_dt(n, x, t), t, a1, a2, a3);
+  result.cv = eos::cv_from(fluid::calc_cp0mix(eos.parameters(), n, x, t), t, a1, a2);
+  result.dcvdt = eos::dcv_dt_from(fluid::calc_dcp0mix_dt(eos.parameters(), n, x, t), t, a1, a2, a3);
   result.dpdt = (t * z.zt + z.z) * c * rho;
   result.d2pdt2 = c * rho * (2 * z.zt + t * z.ztt);
   result.dpdv = b * w;
@@ -26,4 +26,4 @@ SecondOrder calc_sectmdprop(int n, const double* x, double t, double rho) {
   return result;
 }
 
-}  // namespace tessarel
+}  // namespace tessarel::interface

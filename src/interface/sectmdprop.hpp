@@ -1,7 +1,9 @@
-// Second-order properties of a homogeneous state, module tessarel.
+// Second-order properties of a homogeneous state.
 #pragma once
 
-namespace tessarel {
+#include "eos/model.hpp"
+
+namespace tessarel::interface {
 
 /// Molar values, in J, mol, K, Pa, m3; pressure derivatives by T at constant v and by v at constant T.
 struct SecondOrder {
@@ -9,6 +11,6 @@ struct SecondOrder {
 };
 
 /// At temperature `t` [K], number density `rho` [1/A3], composition `x`.
-SecondOrder calc_sectmdprop(int n, const double* x, double t, double rho);
+SecondOrder calc_sectmdprop(const eos::Eos& eos, int n, const double* x, double t, double rho);
 
-}  // namespace tessarel
+}  // namespace tessarel::interface

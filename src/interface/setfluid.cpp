@@ -1,20 +1,19 @@
-// Selection of a fluid: names and a composition become the one global record that every later call works on.
+// Selection of a fluid: names and a composition become the session that every later call works on.
 #include <cmath>
 
 #include "envelope/critical_point.hpp"
-#include "eos/polar_tables.hpp"
-#include "eos/tables.hpp"
 #include "fluid/bips.hpp"
+#include "fluid/combining_rules.hpp"
 #include "fluid/readers.hpp"
-#include "fluid/selection.hpp"
 #include "interface/boundary.hpp"
+#include "interface/session.hpp"
 #include "solvers/psat_tsat.hpp"
 #include "tessarel/tessarel.h"
 
-namespace tessarel {
+namespace tessarel::interface {
 namespace {
 
-using namespace fluid_module;
+using fluid::at, fluid::NameList, fluid::nmax;
 
 // A host asks for the simplified model by adding 111 to the first mole fraction.
 constexpr double simplified_mark = 111.0;
@@ -36,54 +35,54 @@ bool valid_composition(int n, const double* z) {
   return any_positive;
 }
 
-bool same_selection(int nf, NameList names) {
-  if (nf != record.n) return false;
+bool same_selection(const Session& session, int nf, NameList names) {
+  if (nf != session.n()) return false;
   for (int i = 0; i < nf; ++i)
-    if (!same_text(record.compfile[static_cast<std::size_t>(i)].view(), names[i])) return false;
+    if (!same_text(session.names[at(i)].view(), names[i])) return false;
   return true;
 }
 
 /// Reads the parameters of the components named and derives what depends on them alone.
-Message select_components(int nf, NameList names) {
-  // The names are kept before anything is read: they stand for what is in memory, also after a failed read.
-  record.n = nf;
-  for (int i = 0; i < nf; ++i) record.compfile[static_cast<std::size_t>(i)].assign(names[i]);
-  Message err = readfluids(names);
-  if (ok(err)) err = readbips();
+Message select_components(Session& session, int nf, NameList names) {
+  fluid::Parameters& p = session.model.parameters;
+  // Store the names first: repeating a failed selection must skip reading (documented).
+  p.n = nf;
+  for (int i = 0; i < nf; ++i) session.names[at(i)].assign(names[i]);
+  Message err = fluid::readfluids(names, p, session.sources);
+  if (ok(err)) err = fluid::readbips(p, session.sources.bips);
   if (ok(err)) {
-    setassocpar();
-    set_polar_flags();
-    eos::update_polar_constants();
+    fluid::setassocpar(p);
+    fluid::set_polar_flags(p);
   }
-  set_kronecker_delta();
-  eos::update_tables();
+  session.update();
   return err;
 }
 
 /// A failure is not reported: a host may need no more than single-phase states.
-void find_critical_point() {
-  critical_point_module::critpoint();
-  if (record.n < 2) return;
+void find_critical_point(Session& session) {
+  fluid::Limits& limits = session.limits;
+  envelope::critpoint(session.eos(), session.n(), session.z.data(), limits);
+  if (session.n() < 2) return;
   // The extrema of the phase envelope, until one is traced.
-  record.tcritherm = record.tcribar = record.tc;
-  record.pcritherm = record.pcribar = record.pc;
+  limits.tcritherm = limits.tcribar = limits.tc;
+  limits.pcritherm = limits.pcribar = limits.pc;
 }
 
-Message select(int nf, NameList names, const double* z) {
-  if (!same_selection(nf, names)) {
-    if (const Message err = select_components(nf, names); !ok(err)) return err;
+Message select_unchecked(Session& session, int nf, NameList names, const double* z) {
+  if (!same_selection(session, nf, names)) {
+    if (const Message err = select_components(session, nf, names); !ok(err)) return err;
   }
-  for (int i = 0; i < nf; ++i) record.z[static_cast<std::size_t>(i)] = z[i];
-  if (record.z[0] > simplified_threshold) {
-    record.is_simp = true;  // for good: nothing sets it back
-    record.z[0] = unmarked(record.z[0]);
+  for (int i = 0; i < nf; ++i) session.z[at(i)] = z[i];
+  if (session.z[0] > simplified_threshold) {
+    session.simplified = true;  // for good: nothing sets it back
+    session.z[0] = unmarked(session.z[0]);
   }
-  find_critical_point();
-  return calc_psat_tsat::calc_ptrange();
+  find_critical_point(session);
+  return solvers::calc_ptrange(session.model.parameters, session.limits);
 }
 
 Message check_arguments(const std::int32_t* nf, NameList names, const double* z) {
-  if (boundary::any_null({nf, z})) return boundary::null_argument;
+  if (any_null({nf, z})) return null_argument;
   if (*nf < 1 || *nf > nmax) return "TESSAREL error: number of components must be 1 to 20...";
   if (!usable_field(names.data, names.length)) return "TESSAREL error: names of the components are missing...";
   if (!valid_composition(*nf, z))
@@ -92,17 +91,18 @@ Message check_arguments(const std::int32_t* nf, NameList names, const double* z)
 }
 
 }  // namespace
-}  // namespace tessarel
+
+Message select(Session& session, const std::int32_t* nf, NameList names, const double* z) {
+  const Message message = check_arguments(nf, names, z);
+  return ok(message) ? select_unchecked(session, *nf, names, z) : message;
+}
+
+}  // namespace tessarel::interface
 
 extern "C" void tessarel_setfluid(const int32_t* nf, const char* names, const double* z, char* err, size_t names_len,
                                   size_t err_len) {
-  using namespace tessarel;
-  const TextField errors{err, err_len};
-  boundary::guarded(errors, [&] {
-    const fluid_module::NameList list{names, names_len};
-    Message message = check_arguments(nf, list, z);
-    if (ok(message)) message = select(*nf, list, z);
-    errors.assign(message);
-  });
+  using namespace tessarel::interface;
+  const tessarel::TextField errors{err, err_len};
+  guarded(errors, [&] { errors.assign(select(current_session(), nf, NameList{names, names_len}, z)); });
 }
 TESSAREL_FORTRAN_TWIN(tessarel_setfluid);

@@ -8,14 +8,13 @@
 #include "interface/boundary.hpp"
 #include "interface/input_spec.hpp"
 #include "interface/sectmdprop.hpp"
+#include "interface/session.hpp"
 #include "interface/unit_conversion.hpp"
-#include "solvers/tmdstate_1ph.hpp"
+#include "solvers/single_phase.hpp"
 #include "tessarel/tessarel.h"
 
-namespace tessarel {
+namespace tessarel::interface {
 namespace {
-
-using fluid_module::record;
 
 constexpr Message bad_input = "TESSAREL error: input values must be finite numbers, temperature and volume positive...";
 constexpr Message no_state = "TESSAREL error: no finite state found for the input values...";
@@ -27,11 +26,11 @@ struct State {
 /// The solvers of an input pair; null where there is none.
 struct Row {
   std::string_view code;
-  tmdstate_1ph::Solver *liquid, *vapour;  ///< single-phase mode, "L" and any other branch
+  solvers::Solver *liquid, *vapour;  ///< single-phase mode, "L" and any other branch
   Message no_single_phase;
 };
 
-using namespace tmdstate_1ph;
+using namespace solvers;
 constexpr std::array<Row, 16> rows = {{
     {"TP", tp_lph, tp_vph, {}},
     {"Tv", tv_1ph, tv_1ph, {}},
@@ -78,7 +77,7 @@ bool all_finite(std::initializer_list<double> values) {
 }
 
 /// Runs the solver that `spec` names. Writes the message; false unless it is "No errors".
-bool dispatch(const InputSpec& spec, const State& state, TextField err) {
+bool dispatch(const eos::Fluid& fluid, const InputSpec& spec, const State& state, TextField err) {
   constexpr std::string_view unavailable = "TESSAREL error: calculation as function of ";
   const auto fail = [&](Message message) {
     err.assign(message);
@@ -88,50 +87,54 @@ bool dispatch(const InputSpec& spec, const State& state, TextField err) {
   const auto* row = std::find_if(rows.begin(), rows.end(),
                                  [&](const Row& r) { return r.code == std::string_view(code.data(), code.size()); });
   if (row == rows.end()) {
-    boundary::compose(err, {unavailable, spec.field, " not available."});
+    compose(err, {unavailable, spec.field, " not available."});
     return false;
   }
   if (!spec.single_phase) {
-    const Message why = row->liquid != nullptr ? availability::only_single_phase : availability::no_solver;
-    boundary::compose(err, {unavailable, trimmed(spec.field), why});
+    const Message why = row->liquid != nullptr ? only_single_phase : no_solver;
+    compose(err, {unavailable, trimmed(spec.field), why.text()});
     return false;
   }
   if (row->liquid == nullptr) return fail(row->no_single_phase);
   if (!valid_inputs(row->code, state)) return fail(bad_input);
 
   auto* solver = spec.liquid ? row->liquid : row->vapour;
-  if (const Message message = solver(state.t, state.p, state.v, state.u, state.h, state.s); !ok(message))
+  if (const Message message = solver(fluid, state.t, state.p, state.v, state.u, state.h, state.s); !ok(message))
     return fail(message);
   if (!all_finite({state.t, state.p, state.v, state.u, state.h, state.s})) return fail(no_state);
   return true;
 }
 
 }  // namespace
-}  // namespace tessarel
+}  // namespace tessarel::interface
 
 extern "C" void tessarel_tmdprop(const char* spec, const int32_t* order, double* t, double* p, double* v, double* u,
                                  double* h, double* s, double* q, double* cv, double* dpdt, double* dpdv,
                                  double* d2pdt2, double* d2pdv2, double* d2pdtdv, double* dcvdt, double* x, double* y,
                                  double* lnphi, char* err, size_t spec_len, size_t err_len) {
   using namespace tessarel;
+  using namespace tessarel::interface;
   const TextField errors{err, err_len};
   errors.assign(no_errors);
-  if (boundary::any_null({order, t, p, v, u, h, s, q, cv, dpdt, dpdv, d2pdt2, d2pdv2, d2pdtdv, dcvdt, x, y, lnphi})) {
-    errors.assign(boundary::null_argument);
+  if (any_null({order, t, p, v, u, h, s, q, cv, dpdt, dpdv, d2pdt2, d2pdv2, d2pdtdv, dcvdt, x, y, lnphi})) {
+    errors.assign(null_argument);
     return;
   }
-  if (!boundary::fluid_selected()) {
-    errors.assign(boundary::no_fluid);
+  Session& session = current_session();
+  if (!session.selected()) {
+    errors.assign(no_fluid);
     return;
   }
   const InputSpec input = read_input_spec(input_text(spec, spec_len));
-  const double* composition = input.phase == vapour_phase ? y : input.phase == liquid_phase ? x : record.z.data();
+  const double* composition = input.phase == vapour_phase ? y : input.phase == liquid_phase ? x : session.z.data();
+  const eos::Eos eos = session.eos();
+  const int n = session.n();
 
-  boundary::guarded(errors, [&] {
-    if (!dispatch(input, {*t, *p, *v, *u, *h, *s}, errors)) return;
-    const double rho = fluid_module::avogadro_factor / *v;
+  guarded(errors, [&] {
+    if (!dispatch(session.fluid(), input, {*t, *p, *v, *u, *h, *s}, errors)) return;
+    const double rho = fluid::avogadro_factor / *v;
     if (*order == 1 || *order == 3) {
-      const SecondOrder d = calc_sectmdprop(record.n, composition, *t, rho);
+      const SecondOrder d = calc_sectmdprop(eos, n, composition, *t, rho);
       *cv = d.cv;
       *dpdt = d.dpdt;
       *dpdv = d.dpdv;
@@ -142,13 +145,12 @@ extern "C" void tessarel_tmdprop(const char* spec, const int32_t* order, double*
       if (!all_finite({d.cv, d.dpdt, d.dpdv, d.d2pdt2, d.d2pdv2, d.d2pdtdv, d.dcvdt})) errors.assign(no_state);
     }
     if (*order == 2 || *order == 3) {
-      const int n = record.n;
-      fugacity::calc_lnphi_tprho(n, composition, *t, *p, rho, lnphi);
+      eos::calc_lnphi_tprho(eos, n, composition, *t, *p, rho, lnphi);
       if (!std::all_of(lnphi, lnphi + n, [](double value) { return std::isfinite(value); })) errors.assign(no_state);
     }
   });
 
-  const EngineeringUnits units(composition);
+  const EngineeringUnits units(session.model.parameters, composition);
   units.volume(*v);
   for (double* energy : {u, h, s}) units.caloric(*energy);
   EngineeringUnits::temperature(*t);

@@ -1,18 +1,17 @@
 // From the molar SI values of the solvers to the engineering units of the property calls.
 #pragma once
 
-#include "fluid/fluid_module.hpp"
+#include "fluid/parameters.hpp"
 
-namespace tessarel {
+namespace tessarel::interface {
 
 /// Conversions for one composition: K to degrees Celsius, Pa to bar, mol to kg, J to kJ for the caloric properties.
 class EngineeringUnits {
  public:
   /// `composition`: mole fractions that give the molar mass.
-  explicit EngineeringUnits(const double* composition) noexcept {
+  EngineeringUnits(const fluid::Parameters& p, const double* composition) noexcept {
     double molar_mass = 0;
-    for (int i = 0; i < fluid_module::record.n; ++i)
-      molar_mass += composition[i] * fluid_module::record.molmas[static_cast<std::size_t>(i)];
+    for (int i = 0; i < p.n; ++i) molar_mass += composition[i] * p.molmas[fluid::at(i)];
     moles_ = 1000.0 / molar_mass;
   }
 
@@ -22,7 +21,7 @@ class EngineeringUnits {
   void caloric(double& x) const noexcept { x = x * moles_ / 1000.0; }
   /// The mark of a value that is not there passes through.
   void heat_capacity(double& c) const noexcept {
-    if (c != fluid_module::not_computed) caloric(c);
+    if (c != fluid::not_computed) caloric(c);
   }
   void heat_capacity_slope(double& x) const noexcept { x *= moles_; }
   void per_volume(double& x) const noexcept { x /= moles_; }
@@ -32,4 +31,4 @@ class EngineeringUnits {
   double moles_;  ///< mol/kg
 };
 
-}  // namespace tessarel
+}  // namespace tessarel::interface

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <string>
 
-namespace tessarel::sqlite {
+namespace tessarel::platform {
 namespace {
 
 constexpr const char* query = "SELECT row, text FROM record WHERE name = ?1 AND row BETWEEN 1 AND 255 ORDER BY row";
@@ -14,52 +14,6 @@ constexpr const char* query = "SELECT row, text FROM record WHERE name = ?1 AND 
 // A sound read takes some hundred steps of SQLite's virtual machine. A file made to loop is given up after 20 million.
 constexpr int steps_per_check = 100000;
 constexpr int max_checks = 200;
-
-/// The open database with its prepared statement.
-class Connection {
- public:
-  ~Connection() { close(); }
-
-  /// The statement on the database in `directory`, null when that cannot be opened.
-  sqlite3_stmt* statement(const std::string& directory) {
-    if (statement_ != nullptr && directory == directory_) return statement_;
-    close();
-    directory_ = directory;
-    const std::string file = directory + (directory.empty() || directory.back() == '/' ? "" : "/") + "fluids.db";
-    struct stat status {};
-    if (::stat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
-    const int flags = SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX;
-    if (sqlite3_open_v2(file.c_str(), &database_, flags, nullptr) != SQLITE_OK) {
-      close();
-      return nullptr;
-    }
-    sqlite3_db_config(database_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-    sqlite3_progress_handler(database_, steps_per_check, check, this);
-    checks_ = 0;
-    if (sqlite3_prepare_v3(database_, query, -1, SQLITE_PREPARE_PERSISTENT, &statement_, nullptr) != SQLITE_OK) close();
-    return statement_;
-  }
-
-  void start_counting() noexcept { checks_ = 0; }
-
-  /// After a read error: the next read starts afresh.
-  void close() noexcept {
-    sqlite3_finalize(statement_);
-    sqlite3_close(database_);
-    statement_ = nullptr;
-    database_ = nullptr;
-  }
-
- private:
-  static int check(void* self) { return ++static_cast<Connection*>(self)->checks_ > max_checks ? 1 : 0; }
-
-  std::string directory_;
-  sqlite3* database_ = nullptr;
-  sqlite3_stmt* statement_ = nullptr;
-  int checks_ = 0;
-};
-
-Connection connection;
 
 /// Stores the rows of the bound statement; returns the number of the last one, -1 after a read error.
 int fetch_rows(sqlite3_stmt* statement, FluidData& fluiddata) {
@@ -79,23 +33,56 @@ int fetch_rows(sqlite3_stmt* statement, FluidData& fluiddata) {
 
 }  // namespace
 
-int getfluid(std::string_view fluiddb, std::string_view name, FluidData& fluiddata, int& status) {
+/// The statement on the database in `directory`, null when that cannot be opened.
+sqlite3_stmt* FluidDatabase::statement(const std::string& directory) {
+  if (statement_ != nullptr && directory == directory_) return statement_;
+  close();
+  directory_ = directory;
+  const std::string file = directory + (directory.empty() || directory.back() == '/' ? "" : "/") + "fluids.db";
+  struct stat status {};
+  if (::stat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
+  const int flags = SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX;
+  if (sqlite3_open_v2(file.c_str(), &database_, flags, nullptr) != SQLITE_OK) {
+    close();
+    return nullptr;
+  }
+  sqlite3_db_config(database_, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+  sqlite3_progress_handler(database_, steps_per_check, check, this);
+  checks_ = 0;
+  if (sqlite3_prepare_v3(database_, query, -1, SQLITE_PREPARE_PERSISTENT, &statement_, nullptr) != SQLITE_OK) close();
+  return statement_;
+}
+
+/// Also after a read error: the next read opens the file afresh.
+void FluidDatabase::close() noexcept {
+  sqlite3_finalize(statement_);
+  sqlite3_close(database_);
+  statement_ = nullptr;
+  database_ = nullptr;
+}
+
+int FluidDatabase::check(void* self) {
+  return ++static_cast<FluidDatabase*>(self)->checks_ > max_checks ? 1 : 0;
+}
+
+int FluidDatabase::getfluid(std::string_view fluiddb, std::string_view name, FluidData& fluiddata, int& status) {
   status = 0;
   const std::string_view directory = trimmed(fluiddb);
   const std::string_view key = trimmed(name);
   if (directory.find('\0') != std::string_view::npos || key.size() > row_length) return 0;
-  sqlite3_stmt* statement = connection.statement(std::string(directory));
-  if (statement == nullptr) return 0;
-  connection.start_counting();
+  const std::lock_guard lock(mutex_);
+  sqlite3_stmt* reading = statement(std::string(directory));
+  if (reading == nullptr) return 0;
+  checks_ = 0;
   int rows = -1;
-  if (sqlite3_bind_text(statement, 1, key.data(), static_cast<int>(key.size()), SQLITE_STATIC) == SQLITE_OK)
-    rows = fetch_rows(statement, fluiddata);
-  sqlite3_reset(statement);
-  sqlite3_clear_bindings(statement);
-  if (rows < 0) connection.close();
+  if (sqlite3_bind_text(reading, 1, key.data(), static_cast<int>(key.size()), SQLITE_STATIC) == SQLITE_OK)
+    rows = fetch_rows(reading, fluiddata);
+  sqlite3_reset(reading);
+  sqlite3_clear_bindings(reading);
+  if (rows < 0) close();
   if (rows <= 0) return 0;
   status = 1;
   return rows;
 }
 
-}  // namespace tessarel::sqlite
+}  // namespace tessarel::platform

@@ -6,11 +6,16 @@
 
 #include <array>
 #include <cstddef>
+#include <mutex>
+#include <string>
 #include <string_view>
 
 #include "support/text.hpp"
 
-namespace tessarel::sqlite {
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace tessarel::platform {
 
 inline constexpr std::size_t max_rows = 255;
 inline constexpr std::size_t row_length = 255;
@@ -18,11 +23,30 @@ inline constexpr std::size_t row_length = 255;
 /// The rows of a record; row 1 stands at index 0.
 using FluidData = std::array<FixedText<row_length>, max_rows>;
 
-/// Fetches the record `name` from the database in the directory `fluiddb` and returns the number of rows delivered,
-/// 0 when the record does not exist or the database is missing or damaged. `status` is 1 with rows, else 0. Rows
-/// behind the delivered ones keep what they held.
-///
-/// One read-only connection is opened at the first read and kept until another directory is asked for.
-int getfluid(std::string_view fluiddb, std::string_view name, FluidData& fluiddata, int& status);
+/// One read-only connection, opened at the first read and kept until another directory is asked for. Any number of
+/// threads may read; a lock lets one in at a time.
+class FluidDatabase {
+ public:
+  FluidDatabase() = default;
+  FluidDatabase(const FluidDatabase&) = delete;
+  FluidDatabase& operator=(const FluidDatabase&) = delete;
+  ~FluidDatabase() { close(); }
 
-}  // namespace tessarel::sqlite
+  /// Fetches the record `name` from the database in the directory `fluiddb` and returns the number of rows delivered,
+  /// 0 when the record does not exist or the database is missing or damaged. `status` is 1 with rows, else 0. Rows
+  /// behind the delivered ones keep what they held.
+  int getfluid(std::string_view fluiddb, std::string_view name, FluidData& fluiddata, int& status);
+
+ private:
+  sqlite3_stmt* statement(const std::string& directory);
+  void close() noexcept;
+  static int check(void* self);
+
+  std::mutex mutex_;
+  std::string directory_;
+  sqlite3* database_ = nullptr;
+  sqlite3_stmt* statement_ = nullptr;
+  int checks_ = 0;
+};
+
+}  // namespace tessarel::platform

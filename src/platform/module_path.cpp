@@ -25,8 +25,9 @@ std::string find_own_path() {
   return std::filesystem::read_symlink("/proc/self/exe", failure).string();
 }
 
-// Found at load time, before the host can change the working directory.
-const std::string own_path = find_own_path();
+// Found at load time, before the host can change the working directory. Never destroyed: a host may call when the
+// process ends.
+const std::string& own_path = *new std::string(find_own_path());
 
 }  // namespace
 

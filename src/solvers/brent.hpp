@@ -14,7 +14,7 @@
 
 #include "support/text.hpp"
 
-namespace tessarel {
+namespace tessarel::solvers {
 
 /// Indices of the state vector, as they stand in a control pair.
 enum StateIndex : std::int32_t { kT = 1, kP, kV, kU, kH, kS, kQ };
@@ -119,8 +119,6 @@ double solve_unknown(Residual&& residual, double a, double b, double* vars, cons
 
 }  // namespace brent
 
-namespace tmdstate_1ph {
-
 /// Residual of a single-phase forward calculation `func(T, P, v, u, h, s)`, which returns its message.
 template <class Forward>
 double delta_1ph(Forward&& func, double* vars, const std::int32_t* ptr, Message& err) {
@@ -135,10 +133,6 @@ double brent_root_1ph(Forward&& func, double a, double b, double* vars, const st
   return brent::solve_unknown([&](Message& message) { return delta_1ph(func, vars, ptr, message); }, a, b, vars, ptr,
                               err);
 }
-
-}  // namespace tmdstate_1ph
-
-namespace tmdstate {
 
 /// Residual of a two-phase-aware forward calculation `func(T, P, v, u, h, s, q, x, y)`, which returns its message.
 template <class Forward>
@@ -156,5 +150,4 @@ double brent_root(Forward&& func, double a, double b, double* vars, double* x, d
                               ptr, err);
 }
 
-}  // namespace tmdstate
-}  // namespace tessarel
+}  // namespace tessarel::solvers

@@ -3,12 +3,11 @@
 #include <cmath>
 
 #include "eos/fugacity.hpp"
-#include "fluid/fluid_module.hpp"
 
-namespace tessarel::calc_psat_tsat {
+namespace tessarel::solvers {
 
-using fluid_module::not_computed;
-using fluid_module::record;
+using eos::Fluid;
+using fluid::not_computed;
 
 namespace {
 
@@ -22,13 +21,13 @@ struct Roots {
 
   [[nodiscard]] bool merged() const { return std::abs(rho_l - rho_v) < same_density; }
   /// The only root is on the liquid side of the critical density.
-  [[nodiscard]] bool dense() const { return rho_v >= record.rhoc * fluid_module::avogadro_factor; }
+  [[nodiscard]] bool dense(const fluid::Limits& limits) const { return rho_v >= limits.rhoc * fluid::avogadro_factor; }
 };
 
 /// Newton's method for equal fugacities of both roots in `unknown`. `evaluate` gives the roots, `slopes` the
 /// derivatives of both lnphi; `retreat` moves the unknown when the roots have merged. False after the limit.
 template <class Evaluate, class Slopes, class Retreat>
-bool equal_fugacities(double& unknown, Evaluate&& evaluate, Slopes&& slopes, Retreat&& retreat) {
+bool equal_fugacities(const Fluid& fluid, double& unknown, Evaluate&& evaluate, Slopes&& slopes, Retreat&& retreat) {
   int count = 0;
   while (true) {
     Roots roots{};
@@ -36,7 +35,7 @@ bool equal_fugacities(double& unknown, Evaluate&& evaluate, Slopes&& slopes, Ret
       ++count;
       roots = evaluate(unknown);
       if (!roots.merged() || count > max_evaluations) break;
-      unknown = retreat(roots.dense());
+      unknown = retreat(roots.dense(fluid.limits));
     }
     const double f = roots.lnphi_l - roots.lnphi_v;
     double d_l = 0, d_v = 0;
@@ -48,52 +47,52 @@ bool equal_fugacities(double& unknown, Evaluate&& evaluate, Slopes&& slopes, Ret
   }
 }
 
-Roots roots_at(double t, double p) {
+Roots roots_at(const Fluid& fluid, double t, double p) {
   Roots r{};
-  fugacity::calc_lnphi_rho_pure(t, p, r.lnphi_l, r.lnphi_v, r.rho_l, r.rho_v);
+  eos::calc_lnphi_rho_pure(fluid.eos, t, p, r.lnphi_l, r.lnphi_v, r.rho_l, r.rho_v);
   return r;
 }
 
 }  // namespace
 
-Message calc_psat(double t, double& psat) {
+Message calc_psat(const Fluid& fluid, double t, double& psat) {
   psat = not_computed;
-  if (t < record.tlowest) return "Temperature less than minimum temperature...";
-  if (std::abs(t - record.tc) < at_critical) {
-    psat = record.pc;
+  if (t < fluid.limits.tlowest) return "Temperature less than minimum temperature...";
+  if (std::abs(t - fluid.limits.tc) < at_critical) {
+    psat = fluid.limits.pc;
     return no_errors;
   }
-  if (t > record.tc) return "Temperature greater than critical temperature...";
+  if (t > fluid.limits.tc) return "Temperature greater than critical temperature...";
   constexpr double start = 0.1;
   double p = start;
   const bool converged = equal_fugacities(
-      p, [t](double pressure) { return roots_at(t, pressure); },
-      [t](double pressure, const Roots& r, double& d_l, double& d_v) {
-        fugacity::calc_dlnphi_dp_rho_pure(t, pressure, r.rho_l, r.rho_v, d_l, d_v);
+      fluid, p, [&](double pressure) { return roots_at(fluid, t, pressure); },
+      [&](double pressure, const Roots& r, double& d_l, double& d_v) {
+        eos::calc_dlnphi_dp_rho_pure(t, pressure, r.rho_l, r.rho_v, d_l, d_v);
       },
-      [&p](bool dense) { return dense ? (p + start) / 2.0 : (record.pc + p) / 2.0; });
+      [&](bool dense) { return dense ? (p + start) / 2.0 : (fluid.limits.pc + p) / 2.0; });
   psat = p;
   return converged ? no_errors : "No convergence calculating saturation pressure...";
 }
 
-Message calc_tsat(double p, double& tsat) {
+Message calc_tsat(const Fluid& fluid, double p, double& tsat) {
   tsat = not_computed;
   constexpr double lowest_pressure = 0.1;
   if (p < lowest_pressure) return "Pressure less than minimum pressure...";
-  if (std::abs(p - record.pc) < at_critical) {
-    tsat = record.tc;
+  if (std::abs(p - fluid.limits.pc) < at_critical) {
+    tsat = fluid.limits.tc;
     return no_errors;
   }
-  if (p > record.pc) return "Pressure greater than critical pressure...";
-  double t = record.tlowest;
+  if (p > fluid.limits.pc) return "Pressure greater than critical pressure...";
+  double t = fluid.limits.tlowest;
   const bool converged = equal_fugacities(
-      t, [p](double temperature) { return roots_at(temperature, p); },
-      [p](double temperature, const Roots& r, double& d_l, double& d_v) {
-        fugacity::calc_dlnphi_dt_rho_pure(temperature, p, r.rho_l, r.rho_v, d_l, d_v);
+      fluid, t, [&](double temperature) { return roots_at(fluid, temperature, p); },
+      [&](double temperature, const Roots& r, double& d_l, double& d_v) {
+        eos::calc_dlnphi_dt_rho_pure(fluid.eos, temperature, p, r.rho_l, r.rho_v, d_l, d_v);
       },
-      [&t](bool dense) { return dense ? (record.tc + t) / 2.0 : (t + record.tlowest) / 2.0; });
+      [&](bool dense) { return dense ? (fluid.limits.tc + t) / 2.0 : (t + fluid.limits.tlowest) / 2.0; });
   tsat = t;
   return converged ? no_errors : "No convergence calculating saturation temperature...";
 }
 
-}  // namespace tessarel::calc_psat_tsat
+}  // namespace tessarel::solvers

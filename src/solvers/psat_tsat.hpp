@@ -1,22 +1,23 @@
-// Saturation of a pure fluid and the working range, module calc_psat_tsat.
+// Saturation of a pure fluid and the working range.
 #pragma once
 
+#include "eos/fluid.hpp"
 #include "support/text.hpp"
 
-namespace tessarel::calc_psat_tsat {
+namespace tessarel::solvers {
 
-/// Saturation pressure `psat` [Pa] of the selected pure fluid at `t` [K], by Newton's method on equal fugacities. On a
-/// failure before the iteration it is -8888.8, after "No convergence calculating saturation pressure..." the last
-/// iterate. Other messages: "Temperature less than minimum temperature...", "Temperature greater than critical
-/// temperature...".
-Message calc_psat(double t, double& psat);
+/// Saturation pressure `psat` [Pa] of the pure fluid that component 1 is, at `t` [K], by Newton's method on equal
+/// fugacities. On a failure before the iteration it is -8888.8, after "No convergence calculating saturation
+/// pressure..." the last iterate. Other messages: "Temperature less than minimum temperature...", "Temperature greater
+/// than critical temperature...".
+Message calc_psat(const eos::Fluid& fluid, double t, double& psat);
 
 /// Saturation temperature `tsat` [K] at `p` [Pa], the same way. Messages: "Pressure less than minimum pressure...",
 /// "Pressure greater than critical pressure...", "No convergence calculating saturation temperature...".
-Message calc_tsat(double p, double& tsat);
+Message calc_tsat(const eos::Fluid& fluid, double p, double& tsat);
 
 /// Sets the range of temperature [K] and pressure [Pa] in which the two-phase-aware solvers search: the range that
 /// the parameters of all components share. Always "No errors".
-Message calc_ptrange();
+Message calc_ptrange(const fluid::Parameters& p, fluid::Limits& limits);
 
-}  // namespace tessarel::calc_psat_tsat
+}  // namespace tessarel::solvers

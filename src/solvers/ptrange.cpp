@@ -1,18 +1,16 @@
 #include <algorithm>
 
-#include "fluid/fluid_module.hpp"
 #include "solvers/psat_tsat.hpp"
 
-namespace tessarel::calc_psat_tsat {
+namespace tessarel::solvers {
 
-Message calc_ptrange() {
-  using fluid_module::record;
-  const int used = std::max(record.n, 1);
-  record.tlowest = *std::max_element(record.tmin.begin(), record.tmin.begin() + used);
-  record.thighest = *std::min_element(record.tmax.begin(), record.tmax.begin() + used);
-  record.plowest = record.plowest_bub = record.n == 1 ? 1.0 : 1000.0;
-  record.phighest = 5e7;
+Message calc_ptrange(const fluid::Parameters& p, fluid::Limits& limits) {
+  const int used = std::max(p.n, 1);
+  limits.tlowest = *std::max_element(p.tmin.begin(), p.tmin.begin() + used);
+  limits.thighest = *std::min_element(p.tmax.begin(), p.tmax.begin() + used);
+  limits.plowest = limits.plowest_bub = p.n == 1 ? 1.0 : 1000.0;
+  limits.phighest = 5e7;
   return no_errors;
 }
 
-}  // namespace tessarel::calc_psat_tsat
+}  // namespace tessarel::solvers

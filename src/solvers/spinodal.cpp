@@ -4,13 +4,12 @@
 
 #include "eos/density.hpp"
 #include "eos/pressure.hpp"
-#include "fluid/fluid_module.hpp"
 #include "solvers/brent.hpp"
 #include "solvers/psat_tsat.hpp"
 
-namespace tessarel::spinodal {
+namespace tessarel::solvers {
 
-using fluid_module::record;
+using eos::Fluid;
 
 namespace {
 
@@ -18,32 +17,32 @@ constexpr Message beyond_limit = "T > Tc or T > Tcricondentherm, while saturatio
 constexpr double at_critical = 1e-8;
 constexpr std::int32_t liquid = 1;
 
-bool above_critical_temperature(double t) {
-  return t > (record.n == 1 ? record.tc : record.tcritherm);
+bool above_critical_temperature(const Fluid& fluid, double t) {
+  return t > (fluid.pure() ? fluid.limits.tc : fluid.limits.tcritherm);
 }
 
 double start_of(std::int32_t iphase) {
-  return iphase == liquid ? calc_vrho_module::liquid_start : calc_vrho_module::vapour_start;
+  return iphase == liquid ? eos::liquid_start : eos::vapour_start;
 }
 
 /// Spinodal pressure of one branch, with the range check.
-Message branch_pressure(std::int32_t iphase, double t, double& p) {
-  p = record.pc;
-  if (std::abs(t - record.tc) < at_critical) return no_errors;
-  if (above_critical_temperature(t)) return beyond_limit;
+Message branch_pressure(const Fluid& fluid, std::int32_t iphase, double t, double& p) {
+  p = fluid.limits.pc;
+  if (std::abs(t - fluid.limits.tc) < at_critical) return no_errors;
+  if (above_critical_temperature(fluid, t)) return beyond_limit;
   double v = 0;
-  const Message message = calc_vspin_phase(start_of(iphase), t, v);
-  if (ok(message)) p = calc_p_module::calc_p(t, v);
+  const Message message = calc_vspin_phase(fluid, start_of(iphase), t, v);
+  if (ok(message)) p = eos::calc_p(fluid.eos, fluid.n, fluid.z, t, v);
   return message;
 }
 
 }  // namespace
 
-Message calc_vspin_phase(double eta, double t, double& v) {
+Message calc_vspin_phase(const Fluid& fluid, double eta, double t, double& v) {
   constexpr int limit = 100;
-  const Arena::Frame frame(eos::arena);
+  const Arena::Frame frame(fluid.eos.arena());
   eos::MixtureState<double> state;
-  eos::prepare(state, record.n, record.z.data(), 0, t);
+  eos::prepare(fluid.eos, state, fluid.n, fluid.z, 0, t);
   Message message = no_errors;
   for (int pass = 1;; ++pass) {
     if (pass > limit) {
@@ -55,30 +54,30 @@ Message calc_vspin_phase(double eta, double t, double& v) {
     eta = eos::bounded_eta(eta - step);
     if (std::abs(step) < 1e-12 || std::abs(p.first) < 1e-9) break;
   }
-  v = fluid_module::avogadro_factor / (eta * state.rho_eta);
+  v = fluid::avogadro_factor / (eta * state.rho_eta);
   return message;
 }
 
-Message calc_vspin(double t, double& vliq, double& vvap) {
-  const Message of_liquid = calc_vspin_phase(calc_vrho_module::liquid_start, t, vliq);
-  const Message of_vapour = calc_vspin_phase(calc_vrho_module::vapour_start, t, vvap);
+Message calc_vspin(const Fluid& fluid, double t, double& vliq, double& vvap) {
+  const Message of_liquid = calc_vspin_phase(fluid, eos::liquid_start, t, vliq);
+  const Message of_vapour = calc_vspin_phase(fluid, eos::vapour_start, t, vvap);
   return ok(of_liquid) ? of_vapour : of_liquid;
 }
 
-Message calc_pspin(double t, double& pliq, double& pvap) {
-  pliq = pvap = fluid_module::not_computed;
-  if (above_critical_temperature(t) && !(std::abs(t - record.tc) < at_critical)) return beyond_limit;
-  const Message of_liquid = branch_pressure(1, t, pliq);
-  const Message of_vapour = branch_pressure(2, t, pvap);
+Message calc_pspin(const Fluid& fluid, double t, double& pliq, double& pvap) {
+  pliq = pvap = fluid::not_computed;
+  if (above_critical_temperature(fluid, t) && !(std::abs(t - fluid.limits.tc) < at_critical)) return beyond_limit;
+  const Message of_liquid = branch_pressure(fluid, 1, t, pliq);
+  const Message of_vapour = branch_pressure(fluid, 2, t, pvap);
   return ok(of_liquid) ? of_vapour : of_liquid;
 }
 
-Message brent_spin(std::int32_t iphase, double p, double a, double b, double& t) {
+Message brent_spin(const Fluid& fluid, std::int32_t iphase, double p, double a, double b, double& t) {
   Message err = no_errors;
   t = brent::find_root(
-      [iphase, p](double temperature, Message& message) {
+      [&](double temperature, Message& message) {
         double spinodal = 0;
-        message = branch_pressure(iphase, temperature, spinodal);
+        message = branch_pressure(fluid, iphase, temperature, spinodal);
         return spinodal - p;
       },
       a, b, err);
@@ -87,28 +86,28 @@ Message brent_spin(std::int32_t iphase, double p, double a, double b, double& t)
   return err;
 }
 
-Message bisec_spin(std::int32_t iphase, double p, double a, double b, double& t) {
+Message bisec_spin(const Fluid& fluid, std::int32_t iphase, double p, double a, double b, double& t) {
   constexpr double width = 1e-8;
   constexpr int limit = 200;
   double low = std::fmin(a, b), high = std::fmax(a, b);
   for (int pass = 0; pass < limit && high - low > width; ++pass) {
     t = 0.5 * (low + high);
     double spinodal = 0;
-    if (const Message message = branch_pressure(iphase, t, spinodal); !ok(message)) return message;
+    if (const Message message = branch_pressure(fluid, iphase, t, spinodal); !ok(message)) return message;
     (spinodal > p ? high : low) = t;
   }
   t = 0.5 * (low + high);
   return no_errors;
 }
 
-Message calc_tspin(double p, double& tliq, double& tvap) {
-  tliq = tvap = fluid_module::not_computed;
-  if (p > (record.n == 1 ? record.pc : record.pcribar)) return beyond_limit;
+Message calc_tspin(const Fluid& fluid, double p, double& tliq, double& tvap) {
+  tliq = tvap = fluid::not_computed;
+  if (p > (fluid.pure() ? fluid.limits.pc : fluid.limits.pcribar)) return beyond_limit;
   double tsat = 0;
-  if (const Message message = calc_psat_tsat::calc_tsat(p, tsat); !ok(message)) return message;
+  if (const Message message = calc_tsat(fluid, p, tsat); !ok(message)) return message;
   const double low = 0.9 * tsat;
-  if (const Message message = brent_spin(1, p, record.tc, low, tliq); !ok(message)) return message;
-  return brent_spin(2, p, record.tc, low, tvap);
+  if (const Message message = brent_spin(fluid, 1, p, fluid.limits.tc, low, tliq); !ok(message)) return message;
+  return brent_spin(fluid, 2, p, fluid.limits.tc, low, tvap);
 }
 
-}  // namespace tessarel::spinodal
+}  // namespace tessarel::solvers

@@ -1,6 +1,6 @@
-// Text as the library's hosts exchange it: fixed-length, blank-padded, not terminated.
+// Text as the library's hosts exchange it: fixed-length, blank-padded, not terminated; and the report of a routine.
 //
-// Two forms exist. FixedText<N> is storage inside the fluid record; TextField is a view of a field that the
+// Two forms of text exist. FixedText<N> is storage inside the library; TextField is a view of a field that the
 // caller owns. Both cut on assignment, pad with blanks, and compare with trailing blanks ignored.
 #pragma once
 
@@ -12,14 +12,40 @@
 
 namespace tessarel {
 
-/// A message of a routine: a view of text with static storage. Success is the literal no_errors.
-using Message = std::string_view;
+/// What a routine reports: success, or a text that says what failed. The text is a literal, or stands in storage that
+/// the routine names.
+class Message {
+ public:
+  /// Success.
+  constexpr Message() noexcept = default;
+  /// A failure, from a literal.
+  template <std::size_t N>
+  constexpr Message(const char (&literal)[N]) noexcept : text_(literal), size_(N - 1) {}
+  /// A failure whose text lives elsewhere.
+  static constexpr Message of(std::string_view text) noexcept {
+    Message m;
+    m.text_ = text.data();
+    m.size_ = text.size();
+    return m;
+  }
 
-inline constexpr Message no_errors = "No errors";
+  [[nodiscard]] constexpr bool is_success() const noexcept { return text_ == nullptr; }
+  /// The text for a host: "No errors" after success.
+  [[nodiscard]] constexpr std::string_view text() const noexcept {
+    return text_ == nullptr ? std::string_view("No errors") : std::string_view(text_, size_);
+  }
+  friend constexpr bool operator==(Message a, Message b) noexcept { return a.text() == b.text(); }
+
+ private:
+  const char* text_ = nullptr;
+  std::size_t size_ = 0;
+};
+
+inline constexpr Message no_errors{};
 
 /// True when `message` reports success.
 [[nodiscard]] constexpr bool ok(Message message) noexcept {
-  return message == no_errors;
+  return message.is_success();
 }
 
 /// `text` without its trailing blanks.
@@ -70,6 +96,8 @@ struct TextField {
   std::size_t size = 0;
 
   void assign(std::string_view source) const noexcept { assign_padded(data, size, source); }
+  void assign(const char* text) const noexcept { assign(std::string_view(text)); }
+  void assign(Message message) const noexcept { assign(message.text()); }
 };
 
 /// A caller's input text; an unusable field reads as empty.

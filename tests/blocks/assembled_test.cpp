@@ -4,14 +4,14 @@
 
 #include <cmath>
 
-#include "common/reference_fluids.hpp"
+#include "common/test_fluid.hpp"
 #include "eos/mixture_state.hpp"
 #include "tessarel/blocks.h"
 
 namespace tessarel {
 namespace {
 
-using eos::at, fluid_module::record;
+using fluid::at, testing::current, testing::parameters;
 using Values = std::vector<double>;
 constexpr double pi = 3.14159265359, pi_6 = 0.5235987755983333;
 
@@ -34,7 +34,7 @@ constexpr State states[] = {
 
 /// All building blocks of a state that a and z need. `x` weighs their sums: 1 for a component alone.
 struct Blocks {
-  int n = record.n, ipure;
+  int n = parameters().n, ipure;
   Values x;
   double t, rho;
   std::size_t pairs = at(n * n);
@@ -51,7 +51,7 @@ struct Blocks {
     tessarel_calc_d(&n, &ipure, &t, d.data());
     tessarel_calc_dij(&n, d.data(), dij.data());
     for (int k = 0; k < 4; ++k) tessarel_calc_zeta(&n, given, &ipure, &rho, d.data(), &k, &zeta[k]);
-    if (record.is_simp) {
+    if (current().simplified) {
       tessarel_calc_g_simp(&zeta[3], g.data());
       tessarel_calc_dg_drho_simp(&zeta[3], dg.data());
     } else {
@@ -79,23 +79,24 @@ struct Blocks {
     tessarel_calc_a2a3(&n, given, &ipure, &t, &rho, j2.data(), j3.data(), a2, a3);
     tessarel_calc_da2a3_drho(&n, given, &ipure, &t, &rho, j2.data(), j3.data(), dj2.data(), dj3.data(), da2, da3);
     if (ipure > 0) x.assign(at(n), 0.0), x[at(ipure - 1)] = 1;
-    for (std::size_t i = 0; i < x.size(); ++i) mbar += x[i] * record.mseg[i];
+    for (std::size_t i = 0; i < x.size(); ++i) mbar += x[i] * parameters().mseg[i];
   }
 
-  [[nodiscard]] bool closed() const { return record.is_simp || n == 1 || ipure > 0; }
+  [[nodiscard]] bool closed() const { return current().simplified || n == 1 || ipure > 0; }
   /// The sum over components, weighed by their fractions.
   template <class Term>
   [[nodiscard]] double sum(Term term) const {
     double total = 0;
     for (int i = 0; i < n; ++i)
-      if (x[at(i)] != 0) total += x[at(i)] * term(at(i), record.is_simp ? 0 : at(i + n * i));
+      if (x[at(i)] != 0) total += x[at(i)] * term(at(i), current().simplified ? 0 : at(i + n * i));
     return total;
   }
   /// The sum over the site types of a component, weighed by their numbers.
   template <class Term>
   [[nodiscard]] double sites(std::size_t i, Term term) const {
     double total = 0;
-    for (std::size_t s = 0; s < at(record.nhb_typ[i]); ++s) total += record.nhb_no[i][s] * term(i + at(n) * s);
+    for (std::size_t s = 0; s < at(parameters().nhb_typ[i]); ++s)
+      total += parameters().nhb_no[i][s] * term(i + at(n) * s);
     return total;
   }
   [[nodiscard]] double association() const {
@@ -116,7 +117,7 @@ struct Blocks {
       hs = (3 * zeta[1] * zeta[2] / free + std::pow(zeta[2], 3) / (zeta[3] * free * free) +
             (std::pow(zeta[2], 3) / (zeta[3] * zeta[3]) - zeta[0]) * std::log(free)) /
            zeta[0];
-    const double chain = sum([&](auto i, auto ii) { return (record.mseg[i] - 1) * std::log(g[ii]); });
+    const double chain = sum([&](auto i, auto ii) { return (parameters().mseg[i] - 1) * std::log(g[ii]); });
     return mbar * hs - chain - pi * rho * (2 * i1 * m2es3 + mbar * c1 * i2 * m2e2s3) + association() + polar();
   }
   /// z as the sum of its terms.
@@ -127,7 +128,7 @@ struct Blocks {
       tessarel_calc_z_hs_simp(&eta, &hs);
     else
       hs = (eta + (3 * zeta[1] + (3 - eta) * zeta[2] * zeta[2] / free) * zeta[2] / (zeta[0] * free)) / free;
-    const double chain = sum([&](auto i, auto ii) { return (record.mseg[i] - 1) * dg[ii] / g[ii]; });
+    const double chain = sum([&](auto i, auto ii) { return (parameters().mseg[i] - 1) * dg[ii] / g[ii]; });
     const double assoc =
         rho * sum([&](auto i, auto) { return sites(i, [&](auto s) { return (1 / xnhb[s] - 0.5) * dxnhb[s]; }); });
     for (int k = 0; k < 3; ++k) {
@@ -142,8 +143,8 @@ struct Blocks {
 class Assembled : public ::testing::TestWithParam<State> {
  protected:
   [[nodiscard]] Blocks select() const {
-    const auto mixture = testing::parse_components(GetParam().components);
-    testing::select_reference(mixture, mixture.names.size() > 1 ? "1;2:0.03" : "", GetParam().simplified);
+    const auto mixture = testing::Mixture(GetParam().components);
+    testing::select_reference(current(), mixture, mixture.names.size() > 1 ? "1;2:0.03" : "", GetParam().simplified);
     return {mixture.x, GetParam()};
   }
 };
@@ -171,7 +172,7 @@ TEST_P(Assembled, FixedStateGivesPressureAndDensity) {
   if (b.ipure > 0) return;
   double moment[4];
   for (int k = 0; k < 4; ++k)
-    moment[k] = pi_6 * b.sum([&](auto i, auto) { return record.mseg[i] * std::pow(b.d[i], k); });
+    moment[k] = pi_6 * b.sum([&](auto i, auto) { return parameters().mseg[i] * std::pow(b.d[i], k); });
   const double conv = 1 / moment[3];
   const auto call = [&](auto routine, const double* argument, auto... outputs) {
     routine(&b.n, b.x.data(), &b.t, argument, &moment[0], &moment[1], &moment[2], &conv, b.d.data(), b.dij.data(),
@@ -195,7 +196,7 @@ TEST_P(Assembled, FixedStateGivesPressureAndDensity) {
   // The two terms by themselves: absent or not, and derivatives of each other.
   for (const auto routine : {tessarel_calc_z_ass_eta12, tessarel_calc_z_pol_eta12}) {
     const auto value = by_eta(routine, eta), up = by_eta(routine, eta + h), down = by_eta(routine, eta - h);
-    EXPECT_EQ(value[0] != 0, routine == tessarel_calc_z_ass_eta12 ? record.is_assoc : record.is_polar);
+    EXPECT_EQ(value[0] != 0, routine == tessarel_calc_z_ass_eta12 ? parameters().is_assoc : parameters().is_polar);
     for (std::size_t k = 0; k < 2; ++k)
       EXPECT_NEAR(value[k + 1], (up[k] - down[k]) / (2 * h), 1e-6 * (std::abs(value[k + 1]) + std::abs(value[k])));
   }
@@ -262,20 +263,21 @@ TEST_P(Assembled, OnePassRoutinesEqualTheMembers) {
 
 // d = sigma - gap with a gap that varies as exp(-k / t), k = 3 epsil: its derivatives follow from any value of the gap.
 TEST(Diameters, FollowFromAnyValue) {
-  testing::select_reference(testing::parse_components("water:0.3|acetone:0.45|carbon dioxide:0.25"));
+  testing::select_reference(current(), testing::Mixture("water:0.3|acetone:0.45|carbon dioxide:0.25"));
   const std::int32_t n = 3, mixture = 0;
   const double t = 310;
   for (const double factor : {1.0, 2.0}) {
     Values d(3), dd(3), d2d(3), d3d(3), one(3), two(3), three(3);
     tessarel_calc_d(&n, &mixture, &t, d.data());
-    for (std::size_t i = 0; i < 3; ++i) d[i] = record.sigma[i] - factor * (record.sigma[i] - d[i]);
+    for (std::size_t i = 0; i < 3; ++i) d[i] = parameters().sigma[i] - factor * (parameters().sigma[i] - d[i]);
     tessarel_calc_d_dt123(&n, &t, d.data(), dd.data(), d2d.data(), d3d.data());
     tessarel_calc_dd_dt(&n, &t, d.data(), one.data());
     tessarel_calc_d2d_dt2(&n, &t, one.data(), two.data());
     tessarel_calc_d3d_dt3(&n, &t, one.data(), two.data(), three.data());
     for (std::size_t i = 0; i < 3; ++i) {
-      const double k = 3 * record.epsil[i], u = k / (t * t), gap = factor * record.sigma[i] * 0.12 * std::exp(-k / t);
-      EXPECT_NEAR(d[i], record.sigma[i] - gap, 1e-14 * record.sigma[i]);
+      const double k = 3 * parameters().epsil[i], u = k / (t * t),
+                   gap = factor * parameters().sigma[i] * 0.12 * std::exp(-k / t);
+      EXPECT_NEAR(d[i], parameters().sigma[i] - gap, 1e-14 * parameters().sigma[i]);
       const double by_t[] = {-gap * u, -gap * (u * u - 2 * u / t),
                              -gap * (u * u * u - 6 * u * u / t + 6 * u / (t * t))};
       const double actual[][2] = {{dd[i], one[i]}, {d2d[i], two[i]}, {d3d[i], three[i]}};
@@ -286,7 +288,7 @@ TEST(Diameters, FollowFromAnyValue) {
 }
 
 TEST(Working, CoefficientsAreDerivativesByTheMeanSegmentNumber) {
-  testing::select_reference(testing::parse_components("methane:0.5|n-butane:0.5"));
+  testing::select_reference(current(), testing::Mixture("methane:0.5|n-butane:0.5"));
   const std::int32_t n = 2, mixture = 0;
   const auto coefficients = [&](auto routine, double x2) {
     const double x[2] = {1 - x2, x2};
@@ -296,7 +298,7 @@ TEST(Working, CoefficientsAreDerivativesByTheMeanSegmentNumber) {
     return c;
   };
   const auto check = [&](auto derivative, auto below) {
-    const double h = 1e-4, per_m = 2 * h * (record.mseg[1] - record.mseg[0]);
+    const double h = 1e-4, per_m = 2 * h * (parameters().mseg[1] - parameters().mseg[0]);
     const auto slope = coefficients(derivative, 0.4), up = coefficients(below, 0.4 + h),
                down = coefficients(below, 0.4 - h);
     for (std::size_t k = 0; k < 14; ++k)

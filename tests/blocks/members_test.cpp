@@ -12,13 +12,13 @@
 #include <set>
 
 #include "blocks/arrays.hpp"
-#include "common/reference_fluids.hpp"
+#include "common/test_fluid.hpp"
 #include "tessarel/blocks.h"
 
 namespace tessarel {
 namespace {
 
-using blocks::Orders, eos::at, fluid_module::record;
+using blocks::Orders, fluid::at, testing::current, testing::parameters;
 using Values = std::vector<double>;
 
 struct Point {
@@ -291,8 +291,8 @@ const std::vector<State> states = {
     {"three sites:1", "", false, {300, 0.008, {1.0}}, 0, 2},
 };
 Scope select(const State& s) {
-  testing::select_reference(testing::parse_components(s.components), s.kij, s.simplified);
-  return {record.n, s.ipure, s.power};
+  testing::select_reference(current(), testing::Mixture(s.components), s.kij, s.simplified);
+  return {parameters().n, s.ipure, s.power};
 }
 
 TEST(Members, AreDerivativesOfTheMembersBelow) {
@@ -347,7 +347,8 @@ Values published(const std::string& name, const std::vector<Values>& in, const S
   /// sum x m d^k of a mixture or of a component alone.
   const auto moment = [&](const Values& d, double k) {
     double sum = 0;
-    for (std::size_t i = first; i < last; ++i) sum += (single ? 1 : in[0][i]) * record.mseg[i] * std::pow(d[i], k);
+    for (std::size_t i = first; i < last; ++i)
+      sum += (single ? 1 : in[0][i]) * parameters().mseg[i] * std::pow(d[i], k);
     return sum;
   };
   const auto pairs = [&](auto value) {
@@ -366,12 +367,11 @@ Values published(const std::string& name, const std::vector<Values>& in, const S
     return pairs([&, u = 1 / (1 - in[2][0])](double d) {
       return single ? closed(in[2][0]) : u * (1 + d * in[1][0] * u * (3 + 2 * d * in[1][0] * u));
     });
-  if (name == "zeta") return {fluid_module::pi_6 * in[1][0] * moment(in[2], s.power)};
+  if (name == "zeta") return {fluid::pi_6 * in[1][0] * moment(in[2], s.power)};
   if (name == "d_avg" && s.ipure == 0) return {std::cbrt(moment(in[1], 3) / moment(in[1], 0))};
-  if (name == "eta_simp" && s.ipure == 0)
-    return {fluid_module::pi_6 * in[1][0] * moment(in[0], 0) * std::pow(in[2][0], 3)};
+  if (name == "eta_simp" && s.ipure == 0) return {fluid::pi_6 * in[1][0] * moment(in[0], 0) * std::pow(in[2][0], 3)};
   if (name == "c1") {
-    const double mbar = blocks::selected().working.mmean;
+    const double mbar = current().work.means.mmean;
     return {1 / (1 + mbar * (8 * e - 2 * e * e) / std::pow(free, 4) +
                  (1 - mbar) * (20 * e - 27 * e * e + 12 * std::pow(e, 3) - 2 * std::pow(e, 4)) /
                      std::pow(free * (2 - e), 2))};
@@ -380,10 +380,11 @@ Values published(const std::string& name, const std::vector<Values>& in, const S
   Values v(n * n * 25);
   for (std::size_t i = first; i < last; ++i)
     for (std::size_t k = first; k < last; ++k)
-      for (std::size_t a = 0; a < at(record.nhb_typ[i]); ++a)
-        for (std::size_t b = 0; b < at(record.nhb_typ[k]); ++b)
-          v[i + n * (k + n * (a + 5 * b))] = in[2][record.is_simp ? 0 : i + n * k] * std::pow(in[1][i + n * k], 3) *
-                                             record.kap_hb[i][k] * std::expm1(record.eps_hb[i][k][a][b] / in[0][0]);
+      for (std::size_t a = 0; a < at(parameters().nhb_typ[i]); ++a)
+        for (std::size_t b = 0; b < at(parameters().nhb_typ[k]); ++b)
+          v[i + n * (k + n * (a + 5 * b))] = in[2][current().simplified ? 0 : i + n * k] *
+                                             std::pow(in[1][i + n * k], 3) * parameters().kap_hb[i][k] *
+                                             std::expm1(parameters().eps_hb[i][k][a][b] / in[0][0]);
   return v;
 }
 
@@ -414,7 +415,7 @@ TEST(Members, ReadTheFirstComponentsAlone) {
     const Point point{320, 0.008, {0.4, 0.6}};
     std::map<std::string, Values> alone;
     for (const std::string& all : {std::string(first), first + std::string("|") + more}) {
-      testing::select_reference(testing::parse_components(all));
+      testing::select_reference(current(), testing::Mixture(all));
       for (const auto& [name, family] : table())
         for (const Member& m : family.members) {
           const auto [known, added] = alone.try_emplace(m.name, m.evaluate(point, {2, 0, 2}));

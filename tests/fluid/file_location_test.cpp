@@ -8,7 +8,7 @@
 
 #include "platform/temporary_directory.hpp"
 
-namespace tessarel::fluid_module {
+namespace tessarel::fluid {
 namespace {
 
 constexpr const char* fallback = "/opt/Ostrakine/fluids/";
@@ -53,4 +53,4 @@ TEST(FileLocation, SearchListsAtMost500) {
 }
 
 }  // namespace
-}  // namespace tessarel::fluid_module
+}  // namespace tessarel::fluid

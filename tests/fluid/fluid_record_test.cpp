@@ -8,12 +8,13 @@
 #include <string>
 #include <vector>
 
-#include "fluid/fluid_module.hpp"
 #include "fluid/sample_records.hpp"
 #include "platform/byte_source.hpp"
 
-namespace tessarel::fluid_module {
+namespace tessarel::fluid {
 namespace {
+
+using test::record;
 
 using test::association;
 using test::head;
@@ -22,17 +23,17 @@ using test::polar;
 std::string read_file(const std::string& text, int place = 0) {
   platform::MemoryBytes bytes(text);
   FileRows rows(bytes);
-  return std::string(read_fluid_record(rows, place, "file"));
+  return std::string(read_fluid_record(rows, place, "file", record, test::sources.text).text());
 }
 
 std::string read_database(const std::string& text, int place = 0) {
-  static sqlite::FluidData data;
+  static platform::FluidData data;
   int count = 0;
   std::istringstream stream(text);
   for (std::string line; count < 255 && std::getline(stream, line); ++count)
     data[static_cast<std::size_t>(count)].assign(line);
   DatabaseRows rows(data, count);
-  return std::string(read_fluid_record(rows, place, "file"));
+  return std::string(read_fluid_record(rows, place, "file", record, test::sources.text).text());
 }
 
 std::string replaced(std::string text, const std::string& from, const std::string& to) {
@@ -51,9 +52,9 @@ std::string sample_values() {
 
 TEST(FluidRecord, ValuesOfACompleteRecord) {
   for (auto read : {read_file, read_database}) {
-    record = Record{};
+    record = Parameters{};
     ASSERT_EQ(read(sample, 3), "No errors");
-    const Record& r = record;
+    const Parameters& r = record;
     EXPECT_EQ(r.compname[3].trimmed(), "sample");
     const auto types = static_cast<double>(r.nhb_typ[3]), sites = static_cast<double>(r.nhb_no[3][0]);
     const std::vector<double> values{r.tmin[3],      r.tmax[3],   r.molmas[3],  r.omega[3],  r.mseg[3],
@@ -160,4 +161,4 @@ TEST(FluidRecord, NamesAreCutAt32CharactersAndLowerCaseTouchesLettersOnly) {
 }
 
 }  // namespace
-}  // namespace tessarel::fluid_module
+}  // namespace tessarel::fluid

@@ -4,13 +4,13 @@
 
 #include <array>
 
-#include "fluid/fluid_module.hpp"
+#include "fluid/sample_records.hpp"
 #include "numerics/taylor.hpp"
 
-namespace tessarel::kij_module {
+namespace tessarel::fluid {
 namespace {
 
-using fluid_module::record;
+using test::record;
 
 TEST(Kij, CodesGiveTheirCorrelation) {
   // Value and slope from 30-digit arithmetic.
@@ -27,12 +27,12 @@ TEST(Kij, CodesGiveTheirCorrelation) {
   for (const auto& c : cases) {
     double value = 0, slope = 0, second = 0, third = 1;
     record.k_ij[0][0] = c.code;
-    ps_calc_kij(1, c.t, &value);
-    calc_dkij_dt(1, c.t, &slope);
+    ps_calc_kij(record, 1, c.t, &value);
+    calc_dkij_dt(record, 1, c.t, &slope);
     using Number = numerics::Taylor<1, 3>;
     const Number series = kij(c.code, numerics::variable<Number>(c.t));
-    calc_d2kij_dt2(1, c.t, &second);
-    calc_d3kij_dt3(1, c.t, &third);
+    calc_d2kij_dt2(record, 1, c.t, &second);
+    calc_d3kij_dt3(record, 1, c.t, &third);
     for (const double v : {value, numerics::derivative(series, 0)}) EXPECT_NEAR(v, c.value, 2e-16) << c.code;
     for (const double s : {slope, numerics::derivative(series, 1)}) EXPECT_NEAR(s, c.slope, 1e-18) << c.code;
     EXPECT_NEAR(numerics::derivative(series, 2), second, 1e-20);
@@ -45,7 +45,8 @@ TEST(Kij, OtherEntriesArePlainNumbers) {
     EXPECT_EQ(kij(entry, 300.0), entry);
     record.k_ij[0][0] = entry;
     double out[] = {1, 1, 1};
-    calc_dkij_dt(1, 300.0, &out[0]), calc_d2kij_dt2(1, 300.0, &out[1]), calc_d3kij_dt3(1, 300.0, &out[2]);
+    calc_dkij_dt(record, 1, 300.0, &out[0]), calc_d2kij_dt2(record, 1, 300.0, &out[1]),
+        calc_d3kij_dt3(record, 1, 300.0, &out[2]);
     for (const double derivative : out) EXPECT_EQ(derivative, 0.0) << entry;
   }
 }
@@ -55,12 +56,12 @@ TEST(Kij, ArraysHaveTheFirstIndexFastestAndKeepToTheirSize) {
     for (std::size_t j = 0; j < 3; ++j) record.k_ij[i][j] = static_cast<double>(10 * i + j);
   std::array<double, 10> out{};
   out.fill(-1);
-  ps_calc_kij(3, 300.0, out.data());
+  ps_calc_kij(record, 3, 300.0, out.data());
   EXPECT_EQ(out, (std::array<double, 10>{0, 10, 20, 1, 11, 21, 2, 12, 22, -1}));
   out.fill(-1);
-  for (const int n : {0, -5, 21, 1000}) ps_calc_kij(n, 300.0, out.data());
+  for (const int n : {0, -5, 21, 1000}) ps_calc_kij(record, n, 300.0, out.data());
   EXPECT_EQ(out[0], -1);
 }
 
 }  // namespace
-}  // namespace tessarel::kij_module
+}  // namespace tessarel::fluid

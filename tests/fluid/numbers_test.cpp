@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace tessarel::fluid_module {
+namespace tessarel::fluid {
 namespace {
 
 /// Each good row gives its value, each bad one is refused and leaves the value as it was.
@@ -63,4 +63,4 @@ TEST(Numbers, FixedFieldsHaveImpliedDecimals) {
 }
 
 }  // namespace
-}  // namespace tessarel::fluid_module
+}  // namespace tessarel::fluid

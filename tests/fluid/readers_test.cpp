@@ -8,13 +8,14 @@
 #include <limits>
 #include <string>
 
-#include "fluid/fluid_module.hpp"
 #include "fluid/sample_records.hpp"
 #include "platform/sample_database.hpp"
 #include "platform/temporary_directory.hpp"
 
-namespace tessarel::fluid_module {
+namespace tessarel::fluid {
 namespace {
+
+using test::record;
 
 using test::head;
 
@@ -30,7 +31,7 @@ struct Names {
 
 std::string read(const std::string& directory, const Names& names) {
   record.n = names.n;
-  return std::string(readfluids_from(directory, names.list()));
+  return std::string(readfluids_from(directory, names.list(), record, test::sources).text());
 }
 
 TEST(Readers, TheDatabaseComesFirstAndTheFileServesTheRest) {
@@ -69,51 +70,22 @@ TEST(Readers, OnlyRegularFilesOfTheFluidDirectoryOpen) {
     EXPECT_EQ(read(fluids, {name}).substr(0, 34), "Error opening fluid data file of /") << name;
   // No names at all, and a path that is too long for the library.
   record.n = 1;
-  EXPECT_FALSE(ok(readfluids_from(fluids, NameList{nullptr, 5})));
-  EXPECT_FALSE(ok(readfluids_from(std::string(400, 'x'), Names{"a"}.list())));
+  EXPECT_FALSE(ok(readfluids_from(fluids, NameList{nullptr, 5}, record, test::sources)));
+  EXPECT_FALSE(ok(readfluids_from(std::string(400, 'x'), Names{"a"}.list(), record, test::sources)));
 }
 
 TEST(Readers, RefuseAPlaceOutsideTheRecord) {
   const test::TemporaryDirectory directory;
   const std::string file = directory.write("a.saf", head() + "eof");
   for (const int place : {-1, 20, 1000000, std::numeric_limits<int>::min()}) {
-    EXPECT_EQ(readfluidsfile(file, place), "Place of a component must be 1 to 20...");
-    EXPECT_EQ(readfluidsdb(directory.path(), "a.saf", place), "Place of a component must be 1 to 20...");
+    EXPECT_EQ(readfluidsfile(file, place, record, test::sources.text), "Place of a component must be 1 to 20...");
+    EXPECT_EQ(readfluidsdb(directory.path(), "a.saf", place, record, test::sources),
+              "Place of a component must be 1 to 20...");
   }
-  EXPECT_EQ(readfluidsfile(file, 19), "No errors");
-  EXPECT_EQ(readfluidsdb(directory.path(), "a.saf  ", 0), "Error opening fluid data file of a.saf");
-}
-
-TEST(Readers, SetfluidReadsTheShippedFluidsAndTheirBinaryParameters) {
-  const Names names{"methane", "n-butane"};
-  const double z[] = {0.25, 0.75};
-  record = Record{};
-  record.k_ij[0][0] = record.k_ij[1][0] = 5;
-  ASSERT_EQ(setfluid(2, names.list(), z), "No errors");
-  EXPECT_EQ(record.n, 2);
-  EXPECT_EQ(record.z[1], 0.75);
-  EXPECT_EQ(record.compname[1].trimmed(), "n-butane");
-  EXPECT_EQ(record.k_ij[1][0], 0.022);  // Gross & Sadowski 2001
-  ASSERT_EQ(setfluid(1, names.list(), z), "No errors");
-  EXPECT_EQ(record.k_ij[0][0], 0);
-  EXPECT_EQ(setfluid(-3, names.list(), nullptr), "No errors");
-  EXPECT_EQ(record.n, 0);
-}
-
-TEST(Readers, SetfluidRefusesWhatTheRecordCannotHold) {
-  record.n = 1;
-  const std::string names(21 * 12, ' ');
-  const double z[21] = {};
-  EXPECT_EQ(setfluid(21, {names.data(), 12}, z), "Number of components must not exceed 20...");
-  const double nan = std::nan(""), infinity = std::numeric_limits<double>::infinity();
-  for (const double* bad : {&nan, &infinity, static_cast<const double*>(nullptr)})
-    EXPECT_EQ(setfluid(1, {names.data(), 12}, bad), "Mole fractions must be finite numbers...");
-  EXPECT_EQ(record.n, 1);
-  // Twenty components fit.
-  Names twenty{"methane"};
-  for (int i = 1; i < 20; ++i) twenty.text += "methane     ";
-  EXPECT_EQ(setfluid(20, twenty.list(), z), "No errors");
+  EXPECT_EQ(readfluidsfile(file, 19, record, test::sources.text), "No errors");
+  EXPECT_EQ(readfluidsdb(directory.path(), "a.saf  ", 0, record, test::sources),
+            "Error opening fluid data file of a.saf");
 }
 
 }  // namespace
-}  // namespace tessarel::fluid_module
+}  // namespace tessarel::fluid

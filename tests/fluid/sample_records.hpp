@@ -1,13 +1,18 @@
-// Fluid records of the tests.
+// Fluid records of the tests, and what they are read into.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "fluid/fluid_module.hpp"
+#include "fluid/readers.hpp"
 
 namespace tessarel::test {
+
+/// What the tests of this program read into.
+inline fluid::Parameters record;
+inline platform::FluidDatabase connection;
+inline fluid::Sources sources{connection, {}, {}};
 
 /// Rows 1 to 17 of a record.
 inline std::string head(const std::string& name = "sample") {
@@ -19,7 +24,7 @@ inline const std::string polar = "dipolar\n1.5\n\nquadrupolar\n4.25\n\npolarizab
 
 /// Everything a reader can set at place `i`, for comparisons.
 inline std::string all_values(std::size_t i) {
-  const auto& r = fluid_module::record;
+  const auto& r = record;
   std::string text(r.compname[i].view());
   for (const double value : {r.tmin[i], r.tmax[i], r.molmas[i], r.omega[i], r.mseg[i], r.sigma[i], r.epsil[i],
                              r.parat[i], r.saftpar[i], r.cp0_a[i], r.cp0_b[i], r.cp0_c[i], r.cp0_d[i], r.delhf0[i],

@@ -11,14 +11,15 @@
 #include <vector>
 
 #include "fluid/bips.hpp"
-#include "fluid/cp0_module.hpp"
 #include "fluid/file_location.hpp"
-#include "fluid/fluid_module.hpp"
+#include "fluid/ideal_gas.hpp"
 #include "fluid/readers.hpp"
 #include "fluid/sample_records.hpp"
 
-namespace tessarel::fluid_module {
+namespace tessarel::fluid {
 namespace {
+
+using test::record;
 
 using Row = std::map<std::string, std::string>;
 
@@ -71,18 +72,18 @@ TEST(ShippedData, RecordsHoldTheTabulatedValuesOnBothRoutesAndTheyAreSound) {
   const auto fluids = read_table("fluids.csv");
   ASSERT_EQ(fluids.size(), 247U);
   const std::string directory(fluidpath(model_key).trimmed());
-  const Record& r = record;
+  const Parameters& r = record;
   std::set<std::string> names;
   for (const Row& fluid : fluids) {
     const std::string& name = fluid.at("name");
     SCOPED_TRACE(name);
     EXPECT_TRUE(names.insert(name).second);
     EXPECT_LE(name.size(), 32U);
-    record = Record{};
-    ASSERT_EQ(readfluidsfile(directory + name + ".saf", 0), "No errors");
+    record = Parameters{};
+    ASSERT_EQ(readfluidsfile(directory + name + ".saf", 0, record, test::sources.text), "No errors");
     const std::string from_file = test::all_values(0);
-    record = Record{};
-    ASSERT_EQ(readfluidsdb(directory, name + ".saf", 0), "No errors");
+    record = Parameters{};
+    ASSERT_EQ(readfluidsdb(directory, name + ".saf", 0, record, test::sources), "No errors");
     ASSERT_EQ(test::all_values(0), from_file);
 
     EXPECT_EQ(r.compname[0].trimmed(), name);
@@ -108,7 +109,7 @@ TEST(ShippedData, RecordsHoldTheTabulatedValuesOnBothRoutesAndTheyAreSound) {
     EXPECT_TRUE(r.sigma[0] > 2 && r.sigma[0] < 6);
     EXPECT_TRUE(r.epsil[0] > 10 && r.epsil[0] < 600);
     EXPECT_TRUE(r.tmin[0] > 0 && r.tmin[0] < r.tmax[0]);
-    for (int k = 0; k <= 50; ++k) EXPECT_GT(cp0_module::calc_cp0(0, r.tmin[0] + k * (r.tmax[0] - r.tmin[0]) / 50), 0);
+    for (int k = 0; k <= 50; ++k) EXPECT_GT(calc_cp0(r, 0, r.tmin[0] + k * (r.tmax[0] - r.tmin[0]) / 50), 0);
   }
 }
 
@@ -119,7 +120,7 @@ TEST(ShippedData, EveryPairIsInTheTable) {
   for (const Row& pair : pairs) {
     record.compname[0].assign(pair.at("name2"));
     record.compname[1].assign(pair.at("name1"));
-    ASSERT_EQ(readbips(), "No errors");
+    ASSERT_EQ(readbips(record, test::sources.bips), "No errors");
     ASSERT_EQ(record.k_ij[0][1], number(pair.at("kij"))) << pair.at("name1") << ", " << pair.at("name2");
   }
 }
@@ -130,4 +131,4 @@ TEST(ShippedData, IsWhatTheSourcesGive) {
 }
 
 }  // namespace
-}  // namespace tessarel::fluid_module
+}  // namespace tessarel::fluid

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "fluid/fluid_module.hpp"
 #include "fluid/fluid_record.hpp"
 
 namespace tessarel::fuzz {
@@ -14,11 +13,10 @@ inline void require(bool condition) {
 }
 
 /// Counts within their limits, numbers finite, nothing in the neighbouring component.
-inline void check_component(std::size_t i, bool success) {
-  const auto& r = fluid_module::record;
-  require(r.nhb_typ[i] >= 0 && r.nhb_typ[i] <= fluid_module::max_sites);
+inline void check_component(const fluid::Parameters& r, std::size_t i, bool success) {
+  require(r.nhb_typ[i] >= 0 && r.nhb_typ[i] <= fluid::max_sites);
   for (std::size_t a = 0; a < static_cast<std::size_t>(r.nhb_typ[i]); ++a) {
-    require(r.nhb_no[i][a] >= 0 && r.nhb_no[i][a] <= fluid_module::max_sites_of_type);
+    require(r.nhb_no[i][a] >= 0 && r.nhb_no[i][a] <= fluid::max_sites_of_type);
     for (std::size_t b = 0; b < static_cast<std::size_t>(r.nhb_typ[i]); ++b)
       require(std::isfinite(r.eps_hb[i][i][a][b]) && r.eps_hb[i][i][a][b] == r.eps_hb[i][i][b][a]);
   }

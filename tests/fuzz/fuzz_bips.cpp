@@ -8,10 +8,10 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace tessarel;
-  static fluid_module::BipTable table;
+  static fluid::BipTable table;
   platform::MemoryBytes bytes({reinterpret_cast<const char*>(data), size});
-  const Message message = fluid_module::readbips_rows(bytes, fluid_module::max_bips, table);
-  fuzz::require(ok(message) || message.starts_with("Unexpected data"));
+  const Message message = fluid::readbips_rows(bytes, fluid::max_bips, table);
+  fuzz::require(ok(message) || message.text().starts_with("Unexpected data"));
   for (const double value : table.bip) fuzz::require(std::isfinite(value));
   return 0;
 }

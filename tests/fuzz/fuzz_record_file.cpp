@@ -9,10 +9,11 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace tessarel;
   platform::MemoryBytes bytes({reinterpret_cast<const char*>(data), size});
-  fluid_module::FileRows rows(bytes);
-  fluid_module::record = fluid_module::Record{};
-  const Message message = fluid_module::read_fluid_record(rows, 5, "file");
-  fuzz::check_component(5, ok(message));
-  fuzz::require(ok(message) || message.starts_with("Unexpected data in fluid data file \""));
+  fluid::FileRows rows(bytes);
+  fluid::Parameters record;
+  fluid::FailureText text;
+  const Message message = fluid::read_fluid_record(rows, 5, "file", record, text);
+  fuzz::check_component(record, 5, ok(message));
+  fuzz::require(ok(message) || message.text().starts_with("Unexpected data in fluid data file \""));
   return 0;
 }

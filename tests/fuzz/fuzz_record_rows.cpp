@@ -10,16 +10,17 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace tessarel;
   if (size == 0) return 0;
-  static sqlite::FluidData table;
+  static platform::FluidData table;
   std::string_view text(reinterpret_cast<const char*>(data) + 1, size - 1);
   for (auto& row : table) {
     const auto end = std::min(text.find('\n'), text.size());
     row.assign(text.substr(0, end));
     text.remove_prefix(std::min(end + 1, text.size()));
   }
-  fluid_module::DatabaseRows rows(table, data[0]);
-  fluid_module::record = fluid_module::Record{};
-  const Message message = fluid_module::read_fluid_record(rows, 5, "file");
-  fuzz::check_component(5, ok(message));
+  fluid::DatabaseRows rows(table, data[0]);
+  fluid::Parameters record;
+  fluid::FailureText failure;
+  const Message message = fluid::read_fluid_record(rows, 5, "file", record, failure);
+  fuzz::check_component(record, 5, ok(message));
   return 0;
 }

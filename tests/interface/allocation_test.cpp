@@ -52,10 +52,11 @@ TEST(Allocation, NoneAfterSelection) {
   EXPECT_GT(count([] { ::operator delete(::operator new(10)); }), 0);  // the counter counts
   host::at_states(0, [](const char* spec, const host::Call& state, const host::Case&, double mass) {
     const host::Call inputs = host::to_inputs(state, mass);
+    const tessarel::eos::Fluid f = host::session().fluid();
     double v = 0, h = 0, s = 0, u = 0;
     EXPECT_EQ(count([&] {
-                tessarel::calc_vrho_module::calc_v(inputs.t, inputs.p, spec[3] == 'L' ? 1 : 2, v);
-                tessarel::calc_hsu_module::calc_hsu(inputs.t, inputs.p, v, h, s, u);
+                calc_v(f.eos, f.n, f.z, inputs.t, inputs.p, spec[3] == 'L' ? 1 : 2, v);
+                calc_hsu(f.eos, f.n, f.z, inputs.t, inputs.p, v, h, s, u);
               }),
               0);
     std::array<char, 100> err{};

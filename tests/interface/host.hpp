@@ -14,10 +14,18 @@
 #include <string_view>
 #include <vector>
 
-#include "support/text.hpp"
+#include "interface/session.hpp"
 #include "tessarel/tessarel.h"
 
 namespace host {
+
+/// The session behind the calls.
+inline tessarel::interface::Session& session() {
+  return tessarel::interface::current_session();
+}
+inline tessarel::fluid::Parameters& parameters() {
+  return session().model.parameters;
+}
 
 inline std::string text(const char* field, std::size_t size) {
   return std::string(tessarel::trimmed({field, size}));

@@ -4,13 +4,11 @@
 #include <limits>
 #include <tuple>
 
-#include "fluid/fluid_module.hpp"
 #include "interface/host.hpp"
 
 namespace {
 
 using host::Call;
-using tessarel::fluid_module::record;
 
 constexpr double propane_mass = 0.044097;  // kg/mol
 
@@ -180,7 +178,7 @@ TEST_F(PropertyCall, NullPointersAndNoFluidWriteNothing) {
   };
   EXPECT_EQ(message_to(nullptr), "TESSAREL error: null pointer argument...");
 
-  const int n = std::exchange(record.n, 0);
+  const int n = std::exchange(host::parameters().n, 0);
   double v = 7, mass = 7;
   const double z = 1;
   EXPECT_EQ(message_to(&v), "TESSAREL error: no fluid selected...");
@@ -190,7 +188,7 @@ TEST_F(PropertyCall, NullPointersAndNoFluidWriteNothing) {
   tessarel_fluidinfo(&z, &mass, nullptr, nullptr, nullptr, nullptr, &v, nullptr, nullptr, nullptr, nullptr);
   EXPECT_EQ(mass, -8888.8);
   EXPECT_EQ(v, 7);
-  record.n = n;
+  host::parameters().n = n;
 }
 
 // Whatever comes in, the call ends, and "No errors" comes with finite numbers only.

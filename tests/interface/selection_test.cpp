@@ -4,17 +4,14 @@
 #include <cmath>
 #include <limits>
 
-#include "fluid/fluid_module.hpp"
 #include "interface/host.hpp"
 
 namespace {
 
-using tessarel::fluid_module::record;
-
 class Selection : public testing::Test {
  protected:
   void SetUp() override { ASSERT_EQ(host::select({"propane"}, {1}), "No errors"); }
-  void TearDown() override { record.is_simp = false; }
+  void TearDown() override { host::session().simplified = false; }
 };
 
 TEST_F(Selection, BadArgumentsAreRefusedAndChangeNothing) {
@@ -45,10 +42,10 @@ TEST_F(Selection, BadArgumentsAreRefusedAndChangeNothing) {
     std::array<char, 120> err{};
     tessarel_setfluid(nf, list, z, err.data(), length, err.size());
     EXPECT_EQ(host::text(err.data(), err.size()), expected);
-    EXPECT_EQ(record.n, 1);
-    EXPECT_EQ(record.compfile[0].trimmed(), "propane");
-    EXPECT_EQ(record.z[0], 1.0);
-    EXPECT_FALSE(record.is_simp);
+    EXPECT_EQ(host::parameters().n, 1);
+    EXPECT_EQ(host::session().names[0].trimmed(), "propane");
+    EXPECT_EQ(host::session().z[0], 1.0);
+    EXPECT_FALSE(host::session().simplified);
   };
   const double fine[] = {1, 0};
   for (const auto& c : cases) refused(c.nf, c.names, c.length, fine, c.expected);
@@ -76,20 +73,20 @@ TEST_F(Selection, MessagesAreCutAtTheFieldAndNullFieldsSkipped) {
 }
 
 TEST_F(Selection, SameNamesReadNothing) {
-  record.sigma[0] = 4.5;  // would be overwritten by a read
+  host::parameters().sigma[0] = 4.5;  // would be overwritten by a read
   for (const std::size_t width : {7u, 16u, 32u, 100u}) {
     EXPECT_EQ(host::select({"propane"}, {0.5}, width), "No errors");
-    EXPECT_EQ(record.sigma[0], 4.5);
-    EXPECT_EQ(record.z[0], 0.5);
+    EXPECT_EQ(host::parameters().sigma[0], 4.5);
+    EXPECT_EQ(host::session().z[0], 0.5);
   }
 }
 
 TEST_F(Selection, AnotherNameOrNumberReadsAll) {
   for (const std::vector<std::string>& names :
        {std::vector<std::string>{"propane", "ethane"}, {"propane", "n-butane"}, {"propane"}}) {
-    record.sigma[0] = 4.5;
+    host::parameters().sigma[0] = 4.5;
     EXPECT_EQ(host::select(names, std::vector<double>(names.size(), 0.5)), "No errors");
-    EXPECT_EQ(record.sigma[0], 3.6184);
+    EXPECT_EQ(host::parameters().sigma[0], 3.6184);
   }
 }
 
@@ -97,19 +94,19 @@ TEST_F(Selection, FailedReadIsForgottenBySameNames) {
   const std::string message = host::select({"no such fluid"}, {1});
   EXPECT_EQ(message.substr(0, 34), "Error opening fluid data file of /");
   EXPECT_NE(message.find("no such fluid.saf"), std::string::npos);
-  EXPECT_EQ(record.z[0], 1.0);
+  EXPECT_EQ(host::session().z[0], 1.0);
   EXPECT_EQ(host::select({"no such fluid"}, {1}), "No errors");
 }
 
 TEST_F(Selection, RangeIsSharedByTheComponents) {
-  EXPECT_EQ(record.tlowest, 130);
-  EXPECT_EQ(record.plowest, 1.0);
+  EXPECT_EQ(host::session().limits.tlowest, 130);
+  EXPECT_EQ(host::session().limits.plowest, 1.0);
   ASSERT_EQ(host::select({"methane", "n-butane", "ethane"}, {0.5, 0.3, 0.2}), "No errors");
-  EXPECT_EQ(record.tlowest, 149);
-  EXPECT_EQ(record.thighest, 1000);
-  EXPECT_EQ(record.plowest, 1000.0);
-  EXPECT_EQ(record.plowest_bub, 1000.0);
-  EXPECT_EQ(record.phighest, 5e7);
+  EXPECT_EQ(host::session().limits.tlowest, 149);
+  EXPECT_EQ(host::session().limits.thighest, 1000);
+  EXPECT_EQ(host::session().limits.plowest, 1000.0);
+  EXPECT_EQ(host::session().limits.plowest_bub, 1000.0);
+  EXPECT_EQ(host::session().limits.phighest, 5e7);
 }
 
 TEST_F(Selection, MarkedFractionSelectsTheSimplifiedModelForGood) {
@@ -118,7 +115,7 @@ TEST_F(Selection, MarkedFractionSelectsTheSimplifiedModelForGood) {
   const double mass = host::molar_mass(plain);
   const double pressure = host::at_tv(300, 1e-4).p;
   ASSERT_EQ(host::select({"methane", "n-hexane"}, marked), "No errors");
-  EXPECT_NEAR(record.z[0], 0.7, 1e-14);
+  EXPECT_NEAR(host::session().z[0], 0.7, 1e-14);
   EXPECT_NEAR(host::molar_mass(marked), mass, 1e-15);
   const double simplified = host::at_tv(300, 1e-4).p;
   EXPECT_GT(std::abs(simplified / pressure - 1), 1e-3);
@@ -187,8 +184,8 @@ TEST(FluidReport, CriticalPointsAreFoundAtSelection) {
     EXPECT_DOUBLE_EQ(tci[1], propane_tc);
     EXPECT_NEAR(tc, first * tci[0] + (1 - first) * tci[1], 1e-10);
     EXPECT_NEAR(pc, first * pci[0] + (1 - first) * pci[1], 1e-6);
-    EXPECT_EQ(record.tcritherm, tc);
-    EXPECT_EQ(record.pcribar, pc);
+    EXPECT_EQ(host::session().limits.tcritherm, tc);
+    EXPECT_EQ(host::session().limits.pcribar, pc);
   }
 }
 

@@ -17,11 +17,10 @@ std::vector<std::string> search(const std::string& pattern) {
   std::vector<std::string> names;
   FindData data;
   const SearchHandle handle = find_first_file(pattern, data);
-  if (handle == no_search) return names;
+  if (handle == nullptr) return names;
   do names.emplace_back(data.name.trimmed());
   while (find_next_file(handle, data));
-  find_close(handle);
-  EXPECT_FALSE(find_next_file(handle, data)) << "a closed search goes on";
+  EXPECT_FALSE(find_next_file(handle, data));
   return names;
 }
 
@@ -47,14 +46,11 @@ TEST(FileSearch, KeepsTwoSearchesApart) {
   FindData first, second;
   const SearchHandle a = find_first_file(directory.path() + "*", first);
   const SearchHandle b = find_first_file(directory.path() + "*", second);
-  ASSERT_NE(a, b);
   EXPECT_TRUE(find_next_file(a, first));
   EXPECT_EQ(first.name.trimmed(), "2");
   EXPECT_EQ(second.name.trimmed(), "1");
-  find_close(a);
   EXPECT_TRUE(find_next_file(b, second));
-  find_close(b);
-  find_close(no_search);
+  EXPECT_FALSE(find_next_file(nullptr, first));
 }
 
 TEST(FileBytes, OpensRegularFilesOnly) {

@@ -9,14 +9,15 @@
 #include "platform/sample_database.hpp"
 #include "platform/temporary_directory.hpp"
 
-namespace tessarel::sqlite {
+namespace tessarel::platform {
 namespace {
 
+FluidDatabase database;
 FluidData rows;
 
 int fetch(const std::string& directory, std::string_view name) {
   int status = -1;
-  const int count = getfluid(directory, name, rows, status);
+  const int count = database.getfluid(directory, name, rows, status);
   EXPECT_EQ(status, count > 0 ? 1 : 0);
   return count;
 }
@@ -94,4 +95,4 @@ TEST(FluidDatabase, ADatabaseWithoutEndIsGivenUp) {
 }
 
 }  // namespace
-}  // namespace tessarel::sqlite
+}  // namespace tessarel::platform

@@ -9,6 +9,7 @@
 namespace {
 
 using namespace tessarel;
+using namespace tessarel::solvers;
 
 /// A forward calculation u = f(T), in the single-phase form, that counts its calls.
 struct Forward {
@@ -34,7 +35,7 @@ Outcome search(Forward& forward, double a, double b, double target) {
   double vars[6] = {0, 0, 0, target, 0, 0};
   const std::int32_t ptr[2] = {kT, kU};
   Message err;
-  const double root = tmdstate_1ph::brent_root_1ph(forward, a, b, vars, ptr, err);
+  const double root = brent_root_1ph(forward, a, b, vars, ptr, err);
   return {root, err, vars[3], vars[0]};
 }
 
@@ -116,7 +117,7 @@ TEST(Brent, TwoPhaseFormHandsCompositionsThrough) {
   double vars[7] = {0, 0, 0, 0, 12, 0, 0}, x[1] = {}, y[1] = {};
   const std::int32_t ptr[2] = {kT, kH};
   Message err;
-  EXPECT_DOUBLE_EQ(tmdstate::brent_root(forward, 0, 10, vars, x, y, ptr, err), 4);
+  EXPECT_DOUBLE_EQ(brent_root(forward, 0, 10, vars, x, y, ptr, err), 4);
   EXPECT_EQ(err, "No errors");
   EXPECT_DOUBLE_EQ(x[0], 4);
   EXPECT_DOUBLE_EQ(y[0], 8);

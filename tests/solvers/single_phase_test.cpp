@@ -1,16 +1,17 @@
 // The searches of the single-phase solvers where they do not go straight to the root.
+#include "solvers/single_phase.hpp"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 
-#include "interface/host.hpp"
+#include "common/test_fluid.hpp"
 #include "solvers/brent.hpp"
-#include "solvers/tmdstate_1ph.hpp"
 
+namespace tessarel::testing {
 namespace {
 
-using namespace tessarel;
-using namespace tessarel::tmdstate_1ph;
+using namespace solvers;
 
 // At the ends of the full range of temperature the density iteration fails or meets the other phase; the narrowed
 // range holds the root.
@@ -27,17 +28,18 @@ TEST(SinglePhaseSolvers, NarrowTheRangeAfterAFailure) {
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.fluid);
-    ASSERT_EQ(host::select({c.fluid}, {1}), "No errors");
+    const TestFluid selected({c.fluid}, {1});
+    const eos::Fluid f = selected.fluid();
     double t = c.t, p = c.p, v = 0, u = 0, h = 0, s = 0;
-    ASSERT_EQ(tp_lph(t, p, v, u, h, s), "No errors");
+    ASSERT_EQ(tp_lph(f, t, p, v, u, h, s), "No errors");
     double vars[6] = {0, p, 0, 0, h, 0};
     const std::int32_t ptr[2] = {kT, kH};
     Message err;
-    brent_root_1ph(tp_lph, 1000, 150, vars, ptr, err);
+    brent_root_1ph([&](auto&... state) { return tp_lph(f, state...); }, 1000, 150, vars, ptr, err);
     EXPECT_EQ(err, c.first);
     for (Solver* solver : {ph_lph, ps_lph, pu_lph}) {
       double found_t = 0, found_p = p, found_v = 0, found_u = u, found_h = h, found_s = s;
-      EXPECT_EQ(solver(found_t, found_p, found_v, found_u, found_h, found_s), "No errors");
+      EXPECT_EQ(solver(f, found_t, found_p, found_v, found_u, found_h, found_s), "No errors");
       EXPECT_NEAR(found_t, t, 1e-8 * t);
       EXPECT_NEAR(found_v, v, 1e-8 * v);
     }
@@ -45,7 +47,8 @@ TEST(SinglePhaseSolvers, NarrowTheRangeAfterAFailure) {
 }
 
 TEST(SinglePhaseSolvers, FailureKeepsTheOutputsButTheUnknown) {
-  ASSERT_EQ(host::select({"propane"}, {1}), "No errors");
+  const TestFluid selected({"propane"}, {1});
+  const eos::Fluid f = selected.fluid();
   struct {
     Solver* solver;
     std::size_t unknown;
@@ -56,17 +59,19 @@ TEST(SinglePhaseSolvers, FailureKeepsTheOutputsButTheUnknown) {
     std::array<double, 6> state = {300, 1e15, 1e-3, 1e15, 1e15, 1e15};
     std::array<double, 6> expected = state;
     expected[c.unknown] = 0;
-    EXPECT_NE(c.solver(state[0], state[1], state[2], state[3], state[4], state[5]), "No errors");
+    EXPECT_NE(c.solver(f, state[0], state[1], state[2], state[3], state[4], state[5]), "No errors");
     EXPECT_EQ(state, expected);
   }
 }
 
 // The ends of a search by entropy are densities: where these cannot be found, that is the failure.
 TEST(SinglePhaseSolvers, EntropyAtTemperatureNeedsItsEnds) {
-  ASSERT_EQ(host::select({"propane"}, {1}), "No errors");
+  const TestFluid selected({"propane"}, {1});
+  const eos::Fluid f = selected.fluid();
   double t = std::nan(""), p = 1, v = 2, u = 3, h = 4, s = 5;
-  EXPECT_EQ(ts_1ph(t, p, v, u, h, s), "No convergence calculating density from T and P");
+  EXPECT_EQ(ts_1ph(f, t, p, v, u, h, s), "No convergence calculating density from T and P");
   EXPECT_EQ(v, 2);
 }
 
 }  // namespace
+}  // namespace tessarel::testing

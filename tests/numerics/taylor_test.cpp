@@ -1,7 +1,7 @@
 // Taylor numbers against derivatives known in closed form and against each other.
-#include <gtest/gtest.h>
-
 #include "numerics/taylor.hpp"
+
+#include <gtest/gtest.h>
 
 namespace tessarel::numerics {
 namespace {

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <filesystem>
 
-#include "common/shipped_fluids.hpp"
+#include "common/test_fluid.hpp"
 #include "envelope/critical_point.hpp"
 #include "eos/caloric.hpp"
 #include "eos/density.hpp"
@@ -16,8 +16,8 @@
 namespace tessarel::testing {
 namespace {
 
-using fluid_module::record;
-using namespace calc_psat_tsat;
+using namespace solvers;
+using eos::Fluid;
 
 constexpr int grid_points = 20;
 
@@ -29,33 +29,33 @@ struct Phase {
   double rho, h, s;
 };
 
-Phase phase_at(double t, double p, double rho) {
+Phase phase_at(const Fluid& f, double t, double p, double rho) {
   Phase phase{rho, 0, 0};
   double u = 0;
-  calc_hsu_module::calc_hsu(t, p, fluid_module::avogadro_factor / rho, phase.h, phase.s, u);
+  eos::calc_hsu(f.eos, f.n, f.z, t, p, fluid::avogadro_factor / rho, phase.h, phase.s, u);
   return phase;
 }
 
 /// Checks a converged point; `psat` is the pressure found.
-void check_point(double t, double psat) {
+void check_point(const Fluid& f, double t, double psat) {
   double lnphi_l = 0, lnphi_v = 0, rho_l = 0, rho_v = 0;
-  fugacity::calc_lnphi_rho_pure(t, psat, lnphi_l, lnphi_v, rho_l, rho_v);
+  eos::calc_lnphi_rho_pure(f.eos, t, psat, lnphi_l, lnphi_v, rho_l, rho_v);
   EXPECT_GT(rho_l, rho_v);
   EXPECT_NEAR(lnphi_l, lnphi_v, 1e-6);
   const double one = 1.0;
   // A liquid far from its critical point is stiff: its pressure is known to the rounding of the density.
-  const double rounding = calc_p_module::calc_dp_drho(1, &one, t, rho_l) * rho_l * 1e-11;
-  EXPECT_NEAR(calc_p_module::calc_p_rho(1, &one, t, rho_l), psat, 1e-7 * psat + rounding);
-  EXPECT_NEAR(calc_p_module::calc_p_rho(1, &one, t, rho_v), psat, 1e-7 * psat);
+  const double rounding = eos::calc_dp_drho(f.eos, 1, &one, t, rho_l) * rho_l * 1e-11;
+  EXPECT_NEAR(eos::calc_p_rho(f.eos, 1, &one, t, rho_l), psat, 1e-7 * psat + rounding);
+  EXPECT_NEAR(eos::calc_p_rho(f.eos, 1, &one, t, rho_v), psat, 1e-7 * psat);
 
   // Clapeyron: dp/dT = (s_v - s_l) / (v_v - v_l) = (h_v - h_l) / (T (v_v - v_l)).
-  const Phase liquid = phase_at(t, psat, rho_l), vapour = phase_at(t, psat, rho_v);
-  const double width = fluid_module::avogadro_factor * (1.0 / rho_v - 1.0 / rho_l);
+  const Phase liquid = phase_at(f, t, psat, rho_l), vapour = phase_at(f, t, psat, rho_v);
+  const double width = fluid::avogadro_factor * (1.0 / rho_v - 1.0 / rho_l);
   const double slope = (vapour.h - liquid.h) / (t * width);
   EXPECT_NEAR((vapour.s - liquid.s) / width, slope, 1e-5 * slope);
   double above = 0, below = 0;
-  const double dt = std::min(3e-4 * t, 0.01 * (record.tc - t));
-  if (t - dt < record.tlowest || !ok(calc_psat(t + dt, above)) || !ok(calc_psat(t - dt, below))) return;
+  const double dt = std::min(3e-4 * t, 0.01 * (f.limits.tc - t));
+  if (t - dt < f.limits.tlowest || !ok(calc_psat(f, t + dt, above)) || !ok(calc_psat(f, t - dt, below))) return;
   EXPECT_NEAR((above - below) / (2 * dt), slope, 1e-4 * slope);
 }
 
@@ -64,40 +64,40 @@ TEST(ShippedSaturation, EveryFluid) {
   for (const auto& file : std::filesystem::directory_iterator(std::string(PROJECT_DIR) + "/data/fluids")) {
     const std::string name = file.path().stem().string();
     SCOPED_TRACE(name);
-    ASSERT_EQ(select_message({name}, {1.0}), "No errors");
+    const TestFluid selected({name}, {1.0});
+    const Fluid f = selected.fluid();
     ++failed.fluids;
-    if (!ok(critical_point_module::critpoint())) {
+    if (fluid::Limits found; !ok(envelope::critpoint(f.eos, f.n, f.z, found))) {
       ++failed.critical;
       continue;
     }
     // The critical point by its definition: both derivatives vanish, against the size they have away from it.
-    const double eta =
-        calc_vrho_module::calc_eta_rho(1, record.z.data(), 0, record.tc, record.rhoc * fluid_module::avogadro_factor);
-    const auto slopes = calc_p_module::calc_p_deta(1, 1, record.tc, eta);
-    EXPECT_NEAR(slopes.dp_deta / record.pc, 0, 1e-5);
-    EXPECT_NEAR(slopes.d2p_deta2 / record.pc, 0, 1e-2);
-    EXPECT_NEAR(slopes.p, record.pc, 1e-6 * record.pc);
+    const double eta = eos::calc_eta_rho(f.eos, 1, f.z, 0, f.limits.tc, f.limits.rhoc * fluid::avogadro_factor);
+    const auto slopes = eos::calc_p_deta(f.eos, 1, 1, f.limits.tc, eta);
+    EXPECT_NEAR(slopes.dp_deta / f.limits.pc, 0, 1e-5);
+    EXPECT_NEAR(slopes.d2p_deta2 / f.limits.pc, 0, 1e-2);
+    EXPECT_NEAR(slopes.p, f.limits.pc, 1e-6 * f.limits.pc);
 
-    const double low = std::max(record.tlowest, 0.4 * record.tc), high = 0.999 * record.tc;
+    const double low = std::max(f.limits.tlowest, 0.4 * f.limits.tc), high = 0.999 * f.limits.tc;
     for (int k = 0; k <= grid_points && low < high; ++k) {
       const double t = low + (high - low) * k / grid_points;
       SCOPED_TRACE(t);
       ++failed.points;
       double psat = 0;
-      if (const Message message = calc_psat(t, psat); !ok(message)) {
+      if (const Message message = calc_psat(f, t, psat); !ok(message)) {
         EXPECT_EQ(message, "No convergence calculating saturation pressure...");
         ++failed.psat;
         continue;
       }
       ASSERT_GT(psat, 0);
-      check_point(t, psat);
+      check_point(f, t, psat);
       double tsat = 0;
-      if (psat < 0.1 || !ok(calc_tsat(psat, tsat)))
+      if (psat < 0.1 || !ok(calc_tsat(f, psat, tsat)))
         ++failed.tsat;
       else
         EXPECT_NEAR(tsat, t, 1e-5 * t);
       double pliq = 0, pvap = 0;
-      EXPECT_EQ(spinodal::calc_pspin(t, pliq, pvap), no_errors);
+      EXPECT_EQ(calc_pspin(f, t, pliq, pvap), no_errors);
       EXPECT_LT(pliq, psat);
       EXPECT_GT(pvap, psat);
     }
@@ -115,27 +115,28 @@ TEST(ShippedSaturation, EveryFluid) {
 TEST(ShippedSaturation, SpinodalTemperatures) {
   int found = 0;
   for (const auto* name : {"propane", "n-butane", "water", "acetone"}) {
-    ASSERT_EQ(select_message({name}, {1.0}), "No errors");
+    const TestFluid selected({name}, {1.0});
+    const Fluid f = selected.fluid();
     for (const double fraction : {0.3, 0.6, 0.9}) {
-      const double p = fraction * record.pc;
+      const double p = fraction * f.limits.pc;
       double tliq = 0, tvap = 0, pliq = 0, pvap = 0;
-      const Message message = spinodal::calc_tspin(p, tliq, tvap);
+      const Message message = calc_tspin(f, p, tliq, tvap);
       if (!ok(message)) {
         EXPECT_TRUE(message == "Brent method for spinodal: root not bracketed" ||
                     message == "No convergence calculating saturation temperature...")
-            << message << name << fraction;
+            << message.text() << name << fraction;
         continue;
       }
       ++found;
-      ASSERT_EQ(spinodal::calc_pspin(tliq, pliq, pvap), no_errors);
+      ASSERT_EQ(calc_pspin(f, tliq, pliq, pvap), no_errors);
       EXPECT_NEAR(pliq, p, 1e-6 * p) << name;
-      ASSERT_EQ(spinodal::calc_pspin(tvap, pliq, pvap), no_errors);
+      ASSERT_EQ(calc_pspin(f, tvap, pliq, pvap), no_errors);
       EXPECT_NEAR(pvap, p, 1e-6 * p) << name;
       double tsat = 0, bisected = 0;
-      ASSERT_EQ(calc_tsat(p, tsat), no_errors);
+      ASSERT_EQ(calc_tsat(f, p, tsat), no_errors);
       EXPECT_GT(tliq, tsat);
       EXPECT_LT(tvap, tsat);
-      EXPECT_EQ(spinodal::bisec_spin(1, p, record.tc, 0.9 * tsat, bisected), no_errors);
+      EXPECT_EQ(bisec_spin(f, 1, p, f.limits.tc, 0.9 * tsat, bisected), no_errors);
       EXPECT_NEAR(bisected, tliq, 1e-7) << name;
     }
   }
@@ -143,24 +144,25 @@ TEST(ShippedSaturation, SpinodalTemperatures) {
 }
 
 TEST(ShippedSaturation, LimitsAndMessages) {
-  ASSERT_EQ(select_message({"propane"}, {1.0}), "No errors");
+  const TestFluid selected({"propane"}, {1.0});
+  const Fluid f = selected.fluid();
   double value = 0, other = 0;
-  EXPECT_EQ(calc_psat(record.tlowest - 1e-6, value), "Temperature less than minimum temperature...");
+  EXPECT_EQ(calc_psat(f, f.limits.tlowest - 1e-6, value), "Temperature less than minimum temperature...");
   EXPECT_EQ(value, -8888.8);
-  EXPECT_EQ(calc_psat(record.tlowest, value), no_errors);
-  EXPECT_EQ(calc_psat(record.tc + 5e-9, value), no_errors);
-  EXPECT_EQ(value, record.pc);
-  EXPECT_EQ(calc_psat(record.tc + 1e-3, value), "Temperature greater than critical temperature...");
-  EXPECT_EQ(calc_tsat(0.05, value), "Pressure less than minimum pressure...");
-  EXPECT_EQ(calc_tsat(record.pc, value), no_errors);
-  EXPECT_EQ(value, record.tc);
-  EXPECT_EQ(calc_tsat(record.pc * 1.001, value), "Pressure greater than critical pressure...");
+  EXPECT_EQ(calc_psat(f, f.limits.tlowest, value), no_errors);
+  EXPECT_EQ(calc_psat(f, f.limits.tc + 5e-9, value), no_errors);
+  EXPECT_EQ(value, f.limits.pc);
+  EXPECT_EQ(calc_psat(f, f.limits.tc + 1e-3, value), "Temperature greater than critical temperature...");
+  EXPECT_EQ(calc_tsat(f, 0.05, value), "Pressure less than minimum pressure...");
+  EXPECT_EQ(calc_tsat(f, f.limits.pc, value), no_errors);
+  EXPECT_EQ(value, f.limits.tc);
+  EXPECT_EQ(calc_tsat(f, f.limits.pc * 1.001, value), "Pressure greater than critical pressure...");
   constexpr Message beyond = "T > Tc or T > Tcricondentherm, while saturation state expected...";
-  EXPECT_EQ(spinodal::calc_pspin(record.tc + 1, value, other), beyond);
-  EXPECT_EQ(spinodal::calc_pspin(record.tc, value, other), no_errors);
-  EXPECT_EQ(value, record.pc);
-  EXPECT_EQ(other, record.pc);
-  EXPECT_EQ(spinodal::calc_tspin(record.pc * 1.1, value, other), beyond);
+  EXPECT_EQ(calc_pspin(f, f.limits.tc + 1, value, other), beyond);
+  EXPECT_EQ(calc_pspin(f, f.limits.tc, value, other), no_errors);
+  EXPECT_EQ(value, f.limits.pc);
+  EXPECT_EQ(other, f.limits.pc);
+  EXPECT_EQ(calc_tspin(f, f.limits.pc * 1.1, value, other), beyond);
 }
 
 }  // namespace

@@ -4,40 +4,37 @@
 #include <limits>
 #include <random>
 
-#include "common/shipped_fluids.hpp"
+#include "common/test_fluid.hpp"
 #include "eos/caloric.hpp"
 #include "eos/compressibility.hpp"
 #include "eos/density.hpp"
 #include "eos/fugacity.hpp"
 #include "eos/helmholtz.hpp"
 #include "eos/pressure.hpp"
-#include "eos/tables.hpp"
 
 namespace tessarel::testing {
 namespace {
 
-using namespace calc_a_module;
-using namespace calc_z_module;
-using namespace calc_p_module;
-using fluid_module::record;
-using Values = std::vector<double>;
+using namespace eos;
 
 /// A member as an array function of the state; scalars are arrays of one.
-using Member = std::function<Values(const Values& x, double t, double rho)>;
+using Member = std::function<Values(const Eos& eos, const Values& x, double t, double rho)>;
 
 template <class F>
 Member scalar(F f) {
-  return [f](const Values& x, double t, double rho) { return Values{f(static_cast<int>(x.size()), x.data(), t, rho)}; };
+  return [f](const Eos& eos, const Values& x, double t, double rho) {
+    return Values{f(eos, static_cast<int>(x.size()), x.data(), t, rho)};
+  };
 }
 template <class F>
 Member mixture_z(F f) {
-  return scalar([f](int n, const double* x, double t, double rho) { return f(n, x, 0, t, rho); });
+  return scalar([f](const Eos& eos, int n, const double* x, double t, double rho) { return f(eos, n, x, 0, t, rho); });
 }
 template <class F>
 Member array(F f, int rank) {
-  return [f, rank](const Values& x, double t, double rho) {
+  return [f, rank](const Eos& eos, const Values& x, double t, double rho) {
     Values out(static_cast<std::size_t>(std::pow(x.size(), rank) + 0.5));
-    f(static_cast<int>(x.size()), x.data(), t, rho, out.data());
+    f(eos, static_cast<int>(x.size()), x.data(), t, rho, out.data());
     return out;
   };
 }
@@ -51,7 +48,6 @@ struct Step {
 };
 
 const std::vector<Step>& steps() {
-  using calc_hsu_module::calc_cv, calc_hsu_module::calc_dcv_dt;
   static const std::vector<Step> table = {
       {"da_dt", scalar(calc_a), By::t, scalar(calc_da_dt)},
       {"d2a_dt2", scalar(calc_da_dt), By::t, scalar(calc_d2a_dt2)},
@@ -86,12 +82,12 @@ const std::vector<Step>& steps() {
 }
 
 /// The derivative of `f` by component or variable: (8 (f(+h) - f(-h)) - (f(+2h) - f(-2h))) / 12 h, error of order h^4.
-Values difference(const Step& step, const Values& x, double t, double rho, std::size_t component) {
+Values difference(const Eos& eos, const Step& step, const Values& x, double t, double rho, std::size_t component) {
   const double h = step.by == By::t ? 1e-3 * t : step.by == By::rho ? 1e-3 * rho : 1e-3;
   const auto at = [&](double factor) {
     Values moved = x;
     if (step.by == By::x) moved[component] += factor * h;
-    return step.lower(moved, step.by == By::t ? t + factor * h : t, step.by == By::rho ? rho + factor * h : rho);
+    return step.lower(eos, moved, step.by == By::t ? t + factor * h : t, step.by == By::rho ? rho + factor * h : rho);
   };
   const Values a = at(1), b = at(-1), c = at(2), d = at(-2);
   Values out(a.size());
@@ -118,53 +114,51 @@ const std::vector<Case> cases = {
     {{"acetone", "carbon dioxide", "methanol", "methane"}, {0.3, 0.2, 0.2, 0.3}, 330, 0.35},
 };
 
-void select_case(const Case& c) {
-  select_shipped(c.names, c.x);
-  record.is_simp = c.simplified;
-}
+struct CaseFluid : TestFluid {
+  explicit CaseFluid(const Case& c) : TestFluid(c.names, c.x) { eos.simplified = c.simplified; }
+};
 
 TEST(Stack, EveryMemberAgainstDifferences) {
   for (const Case& c : cases) {
-    select_case(c);
-    const int n = record.n;
-    const double rho = calc_vrho_module::calc_rho_eta(n, c.x.data(), 0, c.t, c.eta);
+    const CaseFluid f(c);
+    const int n = f.n;
+    const double rho = calc_rho_eta(f.eos, n, c.x.data(), 0, c.t, c.eta);
     for (const Step& step : steps()) {
       // Fractions of a pure fluid are not read by most members.
       if (step.by == By::x && n == 1) continue;
-      const Values high = step.higher(c.x, c.t, rho);
+      const Values high = step.higher(f.eos, c.x, c.t, rho);
       double largest = 0;
       for (const double value : high) largest = std::max(largest, std::abs(value));
       const std::size_t directions = step.by == By::x ? c.x.size() : 1;
       for (std::size_t k = 0; k < directions; ++k) {
-        const Values expected = difference(step, c.x, c.t, rho, k);
+        const Values expected = difference(f.eos, step, c.x, c.t, rho, k);
         for (std::size_t i = 0; i < expected.size(); ++i)
           EXPECT_NEAR(high[i + expected.size() * k], expected[i], 2e-7 * largest)
               << step.name << " " << c.names[0] << " eta " << c.eta << " entry " << i << "," << k;
       }
     }
   }
-  record.is_simp = false;
 }
 
 /// All fractions count as 1 where no component is named.
 TEST(Stack, PressureByEtaOfAllComponents) {
-  select_shipped({"methane", "n-butane"}, {0.4, 0.6});
+  const TestFluid f({"methane", "n-butane"}, {0.4, 0.6});
   const double ones[] = {1.0, 1.0}, t = 300, eta = 0.3;
-  const double rho = calc_vrho_module::calc_rho_eta(2, ones, 0, t, eta);
-  EXPECT_DOUBLE_EQ(calc_p_deta(2, 0, t, eta).p, calc_p_rho(2, ones, t, rho));
+  const double rho = calc_rho_eta(f.eos, 2, ones, 0, t, eta);
+  EXPECT_DOUBLE_EQ(calc_p_deta(f.eos, 2, 0, t, eta).p, calc_p_rho(f.eos, 2, ones, t, rho));
 }
 
 TEST(Stack, SymmetryAndProjections) {
   for (const Case& c : cases) {
-    select_case(c);
-    const int n = record.n;
+    const CaseFluid f(c);
+    const int n = f.n;
     const auto size = c.x.size();
-    const double rho = calc_vrho_module::calc_rho_eta(n, c.x.data(), 0, c.t, c.eta);
+    const double rho = calc_rho_eta(f.eos, n, c.x.data(), 0, c.t, c.eta);
     Values a_n(size), z_n(size), a_xx(size * size), a_xxx(size * size * size);
-    calc_da_dn(n, c.x.data(), c.t, rho, a_n.data());
-    calc_dz_dn(n, c.x.data(), c.t, rho, z_n.data());
-    calc_d2a_dxdx(n, c.x.data(), c.t, rho, a_xx.data());
-    calc_d3a_dxdxdx(n, c.x.data(), c.t, rho, a_xxx.data());
+    calc_da_dn(f.eos, n, c.x.data(), c.t, rho, a_n.data());
+    calc_dz_dn(f.eos, n, c.x.data(), c.t, rho, z_n.data());
+    calc_d2a_dxdx(f.eos, n, c.x.data(), c.t, rho, a_xx.data());
+    calc_d3a_dxdxdx(f.eos, n, c.x.data(), c.t, rho, a_xxx.data());
     double weighted_a = 0, weighted_z = 0;
     for (std::size_t i = 0; i < size; ++i) {
       weighted_a += c.x[i] * a_n[i];
@@ -178,22 +172,21 @@ TEST(Stack, SymmetryAndProjections) {
     }
     EXPECT_NEAR(weighted_a, 0, 1e-12 * std::max(1.0, std::abs(a_n[0])));
     // The density follows the amount, so the weighted sum is rho z_rho; the difference has an error of about 1e-9.
-    const double expected = rho * calc_dz_drho(n, c.x.data(), 0, c.t, rho);
+    const double expected = rho * calc_dz_drho(f.eos, n, c.x.data(), 0, c.t, rho);
     EXPECT_NEAR(weighted_z, expected, 1e-7 * std::max(1.0, std::abs(expected))) << c.names[0];
   }
-  record.is_simp = false;
 }
 
 /// Second derivative of the pressure by amounts at constant volume, from pressures alone.
 TEST(Stack, PressureByAmountsAtConstantVolume) {
   for (const Case& c : cases) {
     if (c.x.size() < 2) continue;
-    select_case(c);
-    const int n = record.n;
+    const CaseFluid f(c);
+    const int n = f.n;
     const auto size = c.x.size();
-    const double rho = calc_vrho_module::calc_rho_eta(n, c.x.data(), 0, c.t, c.eta);
+    const double rho = calc_rho_eta(f.eos, n, c.x.data(), 0, c.t, c.eta);
     Values p_nn(size * size);
-    calc_d2p_dndn(n, c.x.data(), c.t, rho, p_nn.data());
+    calc_d2p_dndn(f.eos, n, c.x.data(), c.t, rho, p_nn.data());
     const auto pressure = [&](std::size_t i, double di, std::size_t j, double dj) {
       Values amount = c.x;
       amount[i] += di;
@@ -201,7 +194,7 @@ TEST(Stack, PressureByAmountsAtConstantVolume) {
       double total = 0;
       for (const double value : amount) total += value;
       for (double& value : amount) value /= total;
-      return calc_p_rho(n, amount.data(), c.t, rho * total);
+      return calc_p_rho(f.eos, n, amount.data(), c.t, rho * total);
     };
     const double h = 1e-3;
     double largest = 0;
@@ -214,7 +207,6 @@ TEST(Stack, PressureByAmountsAtConstantVolume) {
                     1e-4 * largest)
             << c.names[0] << " " << i << "," << j;
   }
-  record.is_simp = false;
 }
 
 /// A mixture of a component with itself is the pure fluid; a component alone does not read the fractions.
@@ -222,24 +214,26 @@ TEST(Stack, EqualComponentsAndComponentsAlone) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   for (const auto* name : {"propane", "methanol", "acetone", "carbon dioxide"}) {
     const double t = 320;
-    select_shipped({name}, {1.0});
+    const TestFluid f({name}, {1.0});
     const double one = 1.0;
-    const double rho = calc_vrho_module::calc_rho_eta(1, &one, 0, t, 0.46);
-    const double a = calc_a(1, &one, t, rho), z = calc_z(1, &one, 0, t, rho), a_t = calc_da_dt(1, &one, t, rho);
-    const double z3 = calc_d3z_drho3(1, &one, 0, t, rho);
+    const double rho = calc_rho_eta(f.eos, 1, &one, 0, t, 0.46);
+    const double a = calc_a(f.eos, 1, &one, t, rho), z = calc_z(f.eos, 1, &one, 0, t, rho),
+                 a_t = calc_da_dt(f.eos, 1, &one, t, rho);
+    const double z3 = calc_d3z_drho3(f.eos, 1, &one, 0, t, rho);
     double lnphi = 0;
-    fugacity::calc_lnphi_rho(1, &one, t, rho, &lnphi);
-    select_shipped({name, name}, {0.3, 0.7});
+    calc_lnphi_rho(f.eos, 1, &one, t, rho, &lnphi);
+    const TestFluid twice({name, name}, {0.3, 0.7});
     const double x[2] = {0.3, 0.7}, unread[2] = {nan, nan};
-    EXPECT_NEAR(calc_a(2, x, t, rho), a, 1e-11 * std::abs(a)) << name;
-    EXPECT_NEAR(calc_da_dt(2, x, t, rho), a_t, 1e-11 * std::abs(a_t)) << name;
+    EXPECT_NEAR(calc_a(twice.eos, 2, x, t, rho), a, 1e-11 * std::abs(a)) << name;
+    EXPECT_NEAR(calc_da_dt(twice.eos, 2, x, t, rho), a_t, 1e-11 * std::abs(a_t)) << name;
     double both[2];
-    fugacity::calc_lnphi_rho(2, x, t, rho, both);
+    calc_lnphi_rho(twice.eos, 2, x, t, rho, both);
     EXPECT_NEAR(both[0], lnphi, 1e-9 * std::abs(lnphi)) << name;
     for (const int ipure : {0, 1, 2}) {
       const double* fractions = ipure == 0 ? x : unread;
-      EXPECT_NEAR(calc_z(2, fractions, ipure, t, rho), z, 1e-10 * std::max(1.0, std::abs(z))) << name << ipure;
-      EXPECT_NEAR(calc_d3z_drho3(2, fractions, ipure, t, rho), z3, 1e-9 * std::abs(z3)) << name << ipure;
+      EXPECT_NEAR(calc_z(twice.eos, 2, fractions, ipure, t, rho), z, 1e-10 * std::max(1.0, std::abs(z)))
+          << name << ipure;
+      EXPECT_NEAR(calc_d3z_drho3(twice.eos, 2, fractions, ipure, t, rho), z3, 1e-9 * std::abs(z3)) << name << ipure;
     }
   }
 }
@@ -252,14 +246,14 @@ TEST(Stack, PolarTraces) {
                             {"acetone", "carbon dioxide"},
                             {"carbon dioxide", "benzene q", "acetone"}}) {
     const std::size_t n = names.size();
-    select_shipped(names, Values(n, 1.0 / static_cast<double>(n)));
+    const TestFluid f(names, Values(n, 1.0 / static_cast<double>(n)));
     const auto derivatives = [&](double trace) {
       Values x = n == 3 ? Values{0.5, 0.5, trace} : Values{1.0, trace};
       const int count = static_cast<int>(n);
       Values all(n + n * n + n * n * n);
-      calc_da_dx(count, x.data(), t, rho, all.data());
-      calc_d2a_dxdx(count, x.data(), t, rho, all.data() + n);
-      calc_d3a_dxdxdx(count, x.data(), t, rho, all.data() + n + n * n);
+      calc_da_dx(f.eos, count, x.data(), t, rho, all.data());
+      calc_d2a_dxdx(f.eos, count, x.data(), t, rho, all.data() + n);
+      calc_d3a_dxdxdx(f.eos, count, x.data(), t, rho, all.data() + n + n * n);
       return all;
     };
     // Extrapolated to 0 from two fractions where nothing is lost; the error is of second order in them.
@@ -280,8 +274,8 @@ TEST(Stack, RandomStatesGiveNumbers) {
   const std::vector<std::vector<std::string>> mixtures = {
       {"water"}, {"water", "methanol"}, {"ethanol", "water", "acetone"}, {"carbon dioxide", "acetone", "methanol"}};
   for (const auto& names : mixtures) {
-    select_shipped(names, Values(names.size(), 1.0 / static_cast<double>(names.size())));
-    const int n = record.n;
+    const TestFluid f(names, Values(names.size(), 1.0 / static_cast<double>(names.size())));
+    const int n = f.n;
     const auto size = static_cast<std::size_t>(n);
     for (int k = 0; k < 150; ++k) {
       // The largest association energies are about 2500 K: 42 K is 60 times below.
@@ -291,19 +285,19 @@ TEST(Stack, RandomStatesGiveNumbers) {
       double sum = 0;
       for (double& value : x) sum += value = 0.01 + unit(random);
       for (double& value : x) value /= sum;
-      const double rho = calc_vrho_module::calc_rho_eta(n, x.data(), 0, t, eta);
+      const double rho = calc_rho_eta(f.eos, n, x.data(), 0, t, eta);
       SCOPED_TRACE(names[0] + " t " + std::to_string(t) + " eta " + std::to_string(eta));
-      EXPECT_TRUE(std::isfinite(calc_a(n, x.data(), t, rho)));
-      EXPECT_TRUE(std::isfinite(calc_d3a_dt3(n, x.data(), t, rho)));
-      EXPECT_TRUE(std::isfinite(calc_d4a_drho4(n, x.data(), t, rho)));
-      EXPECT_TRUE(std::isfinite(calc_z(n, x.data(), 0, t, rho)));
-      calc_d3a_dxdxdx(n, x.data(), t, rho, a_xxx.data());
+      EXPECT_TRUE(std::isfinite(calc_a(f.eos, n, x.data(), t, rho)));
+      EXPECT_TRUE(std::isfinite(calc_d3a_dt3(f.eos, n, x.data(), t, rho)));
+      EXPECT_TRUE(std::isfinite(calc_d4a_drho4(f.eos, n, x.data(), t, rho)));
+      EXPECT_TRUE(std::isfinite(calc_z(f.eos, n, x.data(), 0, t, rho)));
+      calc_d3a_dxdxdx(f.eos, n, x.data(), t, rho, a_xxx.data());
       for (const double value : a_xxx) EXPECT_TRUE(std::isfinite(value));
       double v = 0;
       const double p = std::pow(10.0, 8.0 * unit(random));
-      calc_vrho_module::calc_v(t, p, 1 + k % 2, v);
+      calc_v(f.eos, n, x.data(), t, p, 1 + k % 2, v);
       EXPECT_TRUE(std::isfinite(v)) << p;
-      fugacity::calc_lnphi_tpxn(n, x.data(), t, p, rho, dt.data(), dp.data(), dx.data(), dn.data());
+      calc_lnphi_tpxn(f.eos, n, x.data(), t, p, rho, dt.data(), dp.data(), dx.data(), dn.data());
       for (const double value : dn) EXPECT_TRUE(std::isfinite(value));
     }
   }

@@ -2,7 +2,7 @@
 #include <cmath>
 #include <random>
 
-#include "common/shipped_fluids.hpp"
+#include "common/test_fluid.hpp"
 #include "eos/composition.hpp"
 #include "eos/density.hpp"
 #include "eos/fugacity.hpp"
@@ -12,8 +12,7 @@
 namespace tessarel::testing {
 namespace {
 
-using namespace fugacity;
-using fluid_module::record;
+using namespace eos;
 
 const std::vector<std::vector<std::string>> mixtures = {
     {"methane", "n-butane"},
@@ -37,7 +36,7 @@ struct Sample {
 
 /// A random stable-looking state: positive z, mechanically stable.
 template <class Random>
-Sample sample_state(int n, Random& random) {
+Sample sample_state(const Eos& eos, int n, Random& random) {
   std::uniform_real_distribution<double> unit(0.0, 1.0);
   while (true) {
     Sample s{n, std::vector<double>(static_cast<std::size_t>(n)), 250.0 + 300.0 * unit(random), 0, 0};
@@ -45,27 +44,25 @@ Sample sample_state(int n, Random& random) {
     for (double& x : s.x) sum += x = 0.05 + unit(random);
     for (double& x : s.x) x /= sum;
     const double eta = unit(random) < 0.5 ? 1e-4 + 0.05 * unit(random) : 0.3 + 0.15 * unit(random);
-    s.rho = calc_vrho_module::calc_rho_eta(n, s.x.data(), 0, s.t, eta);
-    s.p = calc_p_module::calc_p_rho(n, s.x.data(), s.t, s.rho);
-    if (s.p > 1e3 && calc_p_module::calc_dp_drho(n, s.x.data(), s.t, s.rho) > 0) return s;
+    s.rho = calc_rho_eta(eos, n, s.x.data(), 0, s.t, eta);
+    s.p = calc_p_rho(eos, n, s.x.data(), s.t, s.rho);
+    if (s.p > 1e3 && calc_dp_drho(eos, n, s.x.data(), s.t, s.rho) > 0) return s;
   }
 }
-
-using Values = std::vector<double>;
 
 TEST(FugacityIdentities, AtRandomStates) {
   std::mt19937 random(20260101);
   for (const auto& names : mixtures) {
     const std::size_t n = names.size();
     const int ni = static_cast<int>(n);
-    select_shipped(names, Values(n, 1.0 / static_cast<double>(n)));
+    const TestFluid f(names, Values(n, 1.0 / static_cast<double>(n)));
     for (int k = 0; k < states_per_mixture; ++k) {
-      const Sample s = sample_state(ni, random);
+      const Sample s = sample_state(f.eos, ni, random);
       const double* x = s.x.data();
       SCOPED_TRACE(names[0] + "/" + names[1] + " T " + std::to_string(s.t) + " rho " + std::to_string(s.rho));
       Values lnphi(n), dt(n), dp(n), dx(n * n), dn(n * n);
-      calc_lnphi_rho(ni, x, s.t, s.rho, lnphi.data());
-      calc_lnphi_tpxn(ni, x, s.t, s.p, s.rho, dt.data(), dp.data(), dx.data(), dn.data());
+      calc_lnphi_rho(f.eos, ni, x, s.t, s.rho, lnphi.data());
+      calc_lnphi_tpxn(f.eos, ni, x, s.t, s.p, s.rho, dt.data(), dp.data(), dx.data(), dn.data());
 
       double size = 1.0;
       for (const double d : dn) size = std::max(size, std::abs(d));
@@ -84,9 +81,9 @@ TEST(FugacityIdentities, AtRandomStates) {
       // dlnphi/dp = v_i / R t - 1 / p with the partial molar volume v_i = v + v (dp/dn_i) / (rho dp/drho), the amount
       // taken at constant density: where it would raise the pressure, the density falls.
       Values p_n(n);
-      calc_p_module::calc_dp_dn(ni, x, s.t, s.rho, p_n.data());
-      const double p_rho = calc_p_module::calc_dp_drho(ni, x, s.t, s.rho);
-      const double rt = fluid_module::gas_constant * s.t, v = fluid_module::avogadro_factor / s.rho;
+      calc_dp_dn(f.eos, ni, x, s.t, s.rho, p_n.data());
+      const double p_rho = calc_dp_drho(f.eos, ni, x, s.t, s.rho);
+      const double rt = fluid::gas_constant * s.t, v = fluid::avogadro_factor / s.rho;
       double residual_h = 0;
       for (std::size_t i = 0; i < n; ++i) {
         const double volume = v + v * p_n[i] / (s.rho * p_rho);
@@ -95,14 +92,13 @@ TEST(FugacityIdentities, AtRandomStates) {
       }
       // Mixture average of dlnphi/dt is the residual enthalpy: -R t^2 sum x dlnphi/dt = R t (z - 1 - t a_t).
       const double z = s.p * v / rt;
-      const double expected_h = rt * (z - 1.0 - s.t * calc_a_module::calc_da_dt(ni, x, s.t, s.rho));
+      const double expected_h = rt * (z - 1.0 - s.t * calc_da_dt(f.eos, ni, x, s.t, s.rho));
       EXPECT_NEAR(residual_h, expected_h, 1e-9 * std::max(rt, std::abs(expected_h)));
 
       // Residual Gibbs energy: sum x lnphi = a + z - 1 - ln z.
       double g = 0;
       for (std::size_t i = 0; i < n; ++i) g += s.x[i] * lnphi[i];
-      EXPECT_NEAR(g, calc_a_module::calc_a(ni, x, s.t, s.rho) + z - 1.0 - std::log(z),
-                  1e-9 * std::max(1.0, std::abs(g)));
+      EXPECT_NEAR(g, calc_a(f.eos, ni, x, s.t, s.rho) + z - 1.0 - std::log(z), 1e-9 * std::max(1.0, std::abs(g)));
     }
   }
 }
@@ -113,15 +109,15 @@ TEST(FugacityIdentities, GivenPhaseAndGivenDensityAgree) {
     const std::size_t n = names.size();
     const int ni = static_cast<int>(n);
     const Values x(n, 1.0 / static_cast<double>(n));
-    select_shipped(names, x);
+    const TestFluid f(names, x);
     for (const int phase : {1, 2, -1}) {
       const double t = 320, p = phase == 1 ? 2e7 : 1e5;
       double rho = 0;
-      calc_vrho_module::calc_rho(ni, x.data(), t, p, phase, rho);
+      calc_rho(f.eos, ni, x.data(), t, p, phase, rho);
       Values given_phase(n), given_density(n), dt(n), dp(n), dn(n * n), dt2(n), dp2(n), dx2(n * n), dn2(n * n);
-      calc_lnphi_tpn(ni, x.data(), t, p, phase, given_phase.data(), dt.data(), dp.data(), dn.data());
-      calc_lnphi_rho(ni, x.data(), t, rho, given_density.data());
-      calc_lnphi_tpxn(ni, x.data(), t, p, rho, dt2.data(), dp2.data(), dx2.data(), dn2.data());
+      calc_lnphi_tpn(f.eos, ni, x.data(), t, p, phase, given_phase.data(), dt.data(), dp.data(), dn.data());
+      calc_lnphi_rho(f.eos, ni, x.data(), t, rho, given_density.data());
+      calc_lnphi_tpxn(f.eos, ni, x.data(), t, p, rho, dt2.data(), dp2.data(), dx2.data(), dn2.data());
       for (std::size_t i = 0; i < n; ++i) {
         EXPECT_NEAR(given_phase[i], given_density[i], 1e-7 * std::max(1.0, std::abs(given_density[i]))) << names[0];
         EXPECT_EQ(dt[i], dt2[i]);
@@ -134,23 +130,23 @@ TEST(FugacityIdentities, GivenPhaseAndGivenDensityAgree) {
 
 TEST(FugacityIdentities, PureFormsEqualTheGeneralOnes) {
   for (const auto* name : {"propane", "water", "methanol", "acetone", "carbon dioxide"}) {
-    select_shipped({name}, {1.0});
-    const double t = 0.8 * record.tc, x = 1.0;
-    for (const double p : {1e4, 0.1 * record.pc, 0.9 * record.pc}) {
+    const TestFluid f({name}, {1.0});
+    const double t = 0.8 * f.limits.tc, x = 1.0;
+    for (const double p : {1e4, 0.1 * f.limits.pc, 0.9 * f.limits.pc}) {
       double l = 0, v = 0, rho_l = 0, rho_v = 0, eta_l = 0, eta_v = 0, general_l = 0, general_v = 0;
-      calc_lnphi_rho_pure(t, p, l, v, rho_l, rho_v);
-      calc_lnphi_eta(t, p, eta_l, eta_v);
-      calc_lnphi(1, &x, t, p, 1, &general_l);
-      calc_lnphi(1, &x, t, p, 2, &general_v);
+      calc_lnphi_rho_pure(f.eos, t, p, l, v, rho_l, rho_v);
+      calc_lnphi_eta(f.eos, t, p, eta_l, eta_v);
+      calc_lnphi(f.eos, 1, &x, t, p, 1, &general_l);
+      calc_lnphi(f.eos, 1, &x, t, p, 2, &general_v);
       EXPECT_EQ(l, eta_l);
       EXPECT_EQ(v, eta_v);
       EXPECT_NEAR(l, general_l, 1e-13 * std::max(1.0, std::abs(l))) << name << " " << p;
       EXPECT_NEAR(v, general_v, 1e-13 * std::max(1.0, std::abs(v))) << name << " " << p;
       double dp_l = 0, dp_v = 0, dt_l = 0, dt_v = 0, general_dp = 0, general_dt = 0;
       calc_dlnphi_dp_rho_pure(t, p, rho_l, rho_v, dp_l, dp_v);
-      calc_dlnphi_dt_rho_pure(t, p, rho_l, rho_v, dt_l, dt_v);
-      calc_dlnphi_dp(1, &x, t, p, 2, &general_dp);
-      calc_dlnphi_dt(1, &x, t, p, 2, &general_dt);
+      calc_dlnphi_dt_rho_pure(f.eos, t, p, rho_l, rho_v, dt_l, dt_v);
+      calc_dlnphi_dp(f.eos, 1, &x, t, p, 2, &general_dp);
+      calc_dlnphi_dt(f.eos, 1, &x, t, p, 2, &general_dt);
       EXPECT_NEAR(dp_v, general_dp, 1e-7 * std::abs(general_dp)) << name << " " << p;
       EXPECT_NEAR(dt_v, general_dt, 1e-7 * std::abs(general_dt)) << name << " " << p;
     }
@@ -162,22 +158,22 @@ TEST(FugacityIdentities, HigherFormsAgainstDifferences) {
   for (const auto& names : {mixtures[0], mixtures[4], mixtures[9]}) {
     const std::size_t n = names.size();
     const int ni = static_cast<int>(n);
-    select_shipped(names, Values(n, 1.0 / static_cast<double>(n)));
+    const TestFluid f(names, Values(n, 1.0 / static_cast<double>(n)));
     Values x(n);
     for (std::size_t i = 0; i < n; ++i) x[i] = (1.0 + static_cast<double>(i)) * 2.0 / static_cast<double>(n * (n + 1));
-    const double t = 330, rho = calc_vrho_module::calc_rho_eta(ni, x.data(), 0, t, 0.35);
-    if (calc_p_module::calc_p_rho(ni, x.data(), t, rho) <= 0) continue;
+    const double t = 330, rho = calc_rho_eta(f.eos, ni, x.data(), 0, t, 0.35);
+    if (calc_p_rho(f.eos, ni, x.data(), t, rho) <= 0) continue;
     // Derivative of `lower` by the amount (or fraction) k against `higher`, entry block k.
     const auto check = [&](auto lower, auto higher, std::size_t block, bool amounts, int lower_order,
                            const char* what) {
       Values high(block * n), up(block), down(block), up2(block), down2(block);
-      higher(ni, x.data(), t, rho, high.data());
+      higher(f.eos, ni, x.data(), t, rho, high.data());
       const auto at_step = [&](std::size_t k, double step, Values& out) {
         Values moved = x;
         moved[k] += step;
         if (amounts)
           for (double& value : moved) value /= 1.0 + step;
-        lower(ni, moved.data(), t, rho, out.data());
+        lower(f.eos, ni, moved.data(), t, rho, out.data());
         // Derivatives by amounts scale with N to the power of minus their order where N is no longer one mole.
         if (amounts)
           for (double& value : out) value /= std::pow(1.0 + step, lower_order);
@@ -198,8 +194,8 @@ TEST(FugacityIdentities, HigherFormsAgainstDifferences) {
     check(calc_dlnphi_dn_rho, calc_d2lnphi_dndn_rho, n * n, true, 1, "d2lnphi_dndn");
     check(calc_lnfug_rho, calc_dlnfug_dn_rho, n, true, 0, "dlnfug_dn");
     check(calc_dlnfug_dn_rho, calc_d2lnfug_dndn_rho, n * n, true, 1, "d2lnfug_dndn");
-    check(calc_a_module::calc_d2a_dndn, calc_a_module::calc_d3a_dndndn, n * n, true, 2, "d3a_dndndn");
-    check(calc_a_module::calc_da_dn, calc_a_module::calc_d2a_dndn, n, true, 1, "d2a_dndn");
+    check(calc_d2a_dndn, calc_d3a_dndndn, n * n, true, 2, "d3a_dndndn");
+    check(calc_da_dn, calc_d2a_dndn, n, true, 1, "d2a_dndn");
   }
 }
 

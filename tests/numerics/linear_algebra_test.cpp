@@ -1,11 +1,11 @@
 // The dense kernels against random matrices, singular ones and their edge cases.
+#include "numerics/linear_algebra.hpp"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <random>
 #include <vector>
-
-#include "numerics/linear_algebra.hpp"
 
 namespace tessarel::numerics {
 namespace {

@@ -1,0 +1,63 @@
+// What an evaluation takes besides its state: the model of the selected fluid, the working storage, the choice of the
+// simplified model.
+#pragma once
+
+#include "eos/terms.hpp"
+#include "fluid/parameters.hpp"
+#include "support/arena.hpp"
+
+namespace tessarel::eos {
+
+/// A fluid or mixture as the equation of state sees it: constant between selections, read by any number of threads.
+struct Model {
+  fluid::Parameters parameters;
+  Terms::Tables tables;  ///< what follows from the parameters alone
+
+  /// Makes `tables` anew. To be called after any parameter has changed; a new composition needs nothing.
+  void update() {
+    std::apply([this](auto&... of_term) { (of_term.update(parameters), ...); }, tables);
+  }
+  template <class Term>
+  [[nodiscard]] const typename Term::Tables& of() const {
+    return std::get<typename Term::Tables>(tables);
+  }
+};
+
+/// Work done since the start, for measurements alone: calls of p_eta12, and passes of the site iterations inside.
+struct Statistics {
+  long long pressures = 0, site_passes = 0;
+};
+
+/// Mean segment number of a composition and the coefficients of I1 and I2 at that number, with derivatives by it: what
+/// the building-block functions of the dispersion term share from call to call.
+struct MeanSegments {
+  double mmean = 1.0;
+  Powers apar{}, apar_x{}, apar_xx{}, apar_xxx{};
+  Powers bpar{}, bpar_x{}, bpar_xx{}, bpar_xxx{};
+};
+
+/// What one thread writes on while it evaluates.
+struct Workspace {
+  Arena arena;
+  Statistics statistics;
+  MeanSegments means;
+
+  /// Makes room for the evaluations of `model`, so that none of the usual ones allocates.
+  void reserve(const Model& model) {
+    // The largest demand: a few arrays over the pairs of site classes, of numbers with ten coefficients.
+    const std::size_t classes = model.of<Association>().classes.size();
+    arena.reserve((1U << 16U) + classes * classes * sizeof(double) * 10 * 8);
+  }
+};
+
+/// The equation of state of one model, on one workspace: the leading argument of every evaluation.
+struct Eos {
+  const Model& model;
+  Workspace& work;
+  bool simplified = false;  ///< the hard-chain form of a mean diameter
+
+  [[nodiscard]] const fluid::Parameters& parameters() const { return model.parameters; }
+  [[nodiscard]] Arena& arena() const { return work.arena; }
+};
+
+}  // namespace tessarel::eos
