@@ -58,7 +58,7 @@ void prepare_fixed(const Eos& eos, eos::MixtureState<double>& s, int n, const do
   s.term<eos::Dispersion>().m2es3 = f.m2es3;
   s.term<eos::Dispersion>().m2e2s3 = f.m2e2s3;
   if (!s.closed) {
-    s.zeta_rho = {f.zeta0r, f.zeta1r, f.zeta2r, 1.0 / f.conv};
+    s.zeta_rho[1] = f.zeta1r, s.zeta_rho[2] = f.zeta2r;
     const double ratio = f.zeta2r * f.conv;
     auto& chain = s.term<eos::HardChain>();
     chain.first = 3.0 * f.zeta1r * ratio / f.zeta0r;

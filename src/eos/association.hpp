@@ -72,6 +72,8 @@ struct Association {
 
   template <class T>
   struct State {
+    State() {}  // NOLINT(modernize-use-equals-default): a tuple would fill a defaulted one with zeros
+
     bool present = false;
     int classes = 0;
     const int* component = nullptr;  ///< place of each class's component in the mixture state
@@ -79,11 +81,14 @@ struct Association {
     const double* sites = nullptr;   ///< sites of each class on a molecule
     const T* strength = nullptr;     ///< [k * classes + l], sum over partners of volume (exp(energy / t) - 1) [A3]
 
-    /// The arrays belong to the caller's arena frame.
     void prepare(const MixtureState<T>& s) {
       const Tables& tables = s.template tables<Association>();
       present = s.ipure > 0 ? s.parameters().is_assoc_cmp[at(s.ipure - 1)] : tables.first_associating < s.n;
-      if (!present) return;
+      if (present) fill(s, tables);
+    }
+
+    /// The arrays belong to the caller's arena frame.
+    void fill(const MixtureState<T>& s, const Tables& tables) {
       Arena& arena = s.arena();
       const std::size_t all = tables.classes.size();
       int* place = arena.take<int>(all);
@@ -112,16 +117,15 @@ struct Association {
       component = place, types = type_count, sites = site_count, strength = sum.data;
     }
 
-    template <class N>
-    State<N> lifted(Arena& arena) const {
-      State<N> r;
-      r.present = present;
-      if (!present) return r;
+    template <class U>
+    void lift(const State<U>& from, Arena& arena) {
+      present = from.present;
+      if (!present) return;
+      classes = from.classes, component = from.component, types = from.types, sites = from.sites;
       const auto size = at(classes) * at(classes);
-      N* lifted_strength = arena.take<N>(size);
-      for (std::size_t i = 0; i < size; ++i) lifted_strength[i] = numerics::lifted<N>(strength[i]);
-      r.classes = classes, r.component = component, r.types = types, r.sites = sites, r.strength = lifted_strength;
-      return r;
+      T* lifted_strength = arena.take<T>(size);
+      for (std::size_t i = 0; i < size; ++i) lifted_strength[i] = numerics::lifted<T>(from.strength[i]);
+      strength = lifted_strength;
     }
 
     /// Solves the site system at a density: bond_kl = rho x_l strength_kl g_kl.
@@ -196,6 +200,7 @@ struct Association {
 
     void add_outer(const S& rho, const std::array<S, 4>& zeta, int further, OuterDerivatives<S>& out) const {
       static_assert(K < 3 || std::is_same_v<S, double>);
+      if (count_ == 0) return;
       const Arena::Frame frame(s_.arena());
       Arena& arena = s_.arena();
       const std::size_t count = count_ + 2;

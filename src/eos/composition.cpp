@@ -110,7 +110,7 @@ void composition_derivatives(const MixtureState<T>& s, const R& density, Composi
   const Arena::Frame frame(arena);
   const S rho(density);
   std::array<S, 4> zeta;
-  for (std::size_t k = 0; k < 4; ++k) zeta[k] = rho * s.zeta_rho[k];
+  for (std::size_t k = 1; k < 4; ++k) zeta[k] = rho * s.zeta_rho[k];
 
   // The terms' parts; `f(term, place of its own moments)` for each of them in turn.
   auto parts = Terms::compositions<K, T, S>(s);
@@ -134,11 +134,12 @@ void composition_derivatives(const MixtureState<T>& s, const R& density, Composi
   std::fill_n(out.first, n, S(0.0));
   if constexpr (K >= 2) {
     out.second.n = n;
-    std::fill_n(out.second.data, out.second.size(), S(0.0));
+    for (std::size_t i = 0; i < n; ++i) std::fill_n(&out.second(i, 0), i + 1, S(0.0));
   }
   if constexpr (K >= 3) {
     out.third.n = n;
-    std::fill_n(out.third.data, out.third.size(), S(0.0));
+    for (std::size_t i = 0; i < n; ++i)
+      for (std::size_t j = i; j < n; ++j) std::fill_n(&out.third(i, j, j), n - j, S(0.0));
   }
   each_part([&](const auto& part, int) { part.add_direct(rho, zeta, gradients, out); });
   out.a += outer.value;

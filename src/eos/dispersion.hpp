@@ -157,6 +157,8 @@ struct Dispersion {
 
   template <class T>
   struct State {
+    State() {}  // NOLINT(modernize-use-equals-default): a tuple would fill a defaulted one with zeros
+
     static constexpr bool present = true;
 
     Powers apar, bpar;  ///< coefficients of I1 and I2
@@ -200,9 +202,11 @@ struct Dispersion {
       m2e2s3 = second * s.inverse_t * s.inverse_t;
     }
 
-    template <class N>
-    State<N> lifted(Arena&) const {
-      return {apar, bpar, numerics::lifted<N>(m2es3), numerics::lifted<N>(m2e2s3)};
+    template <class U>
+    void lift(const State<U>& from, Arena&) {
+      apar = from.apar, bpar = from.bpar;
+      m2es3 = numerics::lifted<T>(from.m2es3);
+      m2e2s3 = numerics::lifted<T>(from.m2e2s3);
     }
 
     template <class N>

@@ -92,6 +92,8 @@ struct HardChain {
 
   template <class T>
   struct State {
+    State() {}  // NOLINT(modernize-use-equals-default): a tuple would fill a defaulted one with zeros
+
     static constexpr bool present = true;
 
     T first, second;  ///< A and B of the hard-sphere forms
@@ -102,11 +104,13 @@ struct HardChain {
 
     void prepare(const MixtureState<T>& s) {
       const auto& c = s.comp;
-      weights = 0;
+      const fluid::Vector& mseg = s.parameters().mseg;
+      double sum = 0;
       for (int i = 0; i < c.count; ++i) {
-        weight[at(i)] = c.x[at(i)] * (s.parameters().mseg[at(c.index[at(i)])] - 1.0);
-        weights += weight[at(i)];
+        weight[at(i)] = c.x[at(i)] * (mseg[at(c.index[at(i)])] - 1.0);
+        sum += weight[at(i)];
       }
+      weights = sum;
       if (s.closed) {
         first = T(3.0);
         second = T(1.0);
@@ -115,8 +119,8 @@ struct HardChain {
         k[0] = T(0.5);
       } else {
         const T ratio = s.zeta_rho[2] * s.rho_eta;  // zeta2 / eta
-        first = s.sum_d[1] * ratio * (3.0 / s.mbar);
-        second = s.sum_d[2] * ratio * ratio * (1.0 / s.mbar);
+        first = s.sum_d * ratio * (3.0 / s.mbar);
+        second = s.sum_d2 * ratio * ratio * (1.0 / s.mbar);
         chains = c.count;
         for (int i = 0; i < c.count; ++i) k[at(i)] = s.d[at(i)] * ratio * 0.5;
       }
@@ -126,16 +130,16 @@ struct HardChain {
       }
     }
 
-    template <class N>
-    State<N> lifted(Arena&) const {
-      State<N> r;
-      r.first = numerics::lifted<N>(first);
-      r.second = numerics::lifted<N>(second);
-      r.chains = chains;
-      r.weight = weight;
-      for (int i = 0; i < chains; ++i) r.k[at(i)] = numerics::lifted<N>(k[at(i)]);
-      r.weights = weights;
-      return r;
+    template <class U>
+    void lift(const State<U>& from, Arena&) {
+      first = numerics::lifted<T>(from.first);
+      second = numerics::lifted<T>(from.second);
+      chains = from.chains;
+      for (int i = 0; i < chains; ++i) {
+        weight[at(i)] = from.weight[at(i)];
+        k[at(i)] = numerics::lifted<T>(from.k[at(i)]);
+      }
+      weights = from.weights;
     }
 
     template <class N>
@@ -227,9 +231,9 @@ struct HardChain {
             if (simplified_) return S(log_free * component_weight(i));
             return S((log_free - rest(i, 2) * w1[j] * w1[k] - rest(i, 1) * w2(j, k)) * component_weight(i));
           };
-          for (std::size_t k = 0; k < n; ++k)
-            for (std::size_t j = 0; j <= k; ++j)
-              for (std::size_t i = 0; i <= j; ++i)
+          for (std::size_t i = 0; i < n; ++i)
+            for (std::size_t j = i; j < n; ++j)
+              for (std::size_t k = j; k < n; ++k)
                 out.third(i, j, k) += second(i, j, k) + second(j, i, k) + second(k, i, j);
         }
       }

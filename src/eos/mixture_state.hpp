@@ -56,8 +56,8 @@ struct MixtureState {
 
   double mbar = 0;            ///< mean segment number
   std::array<T, nmax> d;      ///< segment diameters
-  std::array<T, 4> sum_d;     ///< sum of x_i m_i d_i^k
-  std::array<T, 4> zeta_rho;  ///< zeta_k / rho; zeta_rho[3] converts a number density to eta
+  T sum_d, sum_d2;            ///< sum of x_i m_i d_i and of x_i m_i d_i^2
+  std::array<T, 4> zeta_rho;  ///< [k] zeta_k / rho for k of 1 to 3; zeta_rho[3] converts a number density to eta
   T rho_eta;                  ///< 1 / zeta_rho[3]: rho per eta
 
   Terms::States<T> terms;
@@ -91,21 +91,23 @@ void prepare_diameters(MixtureState<T>& s) {
   const Components& c = s.comp;
   const fluid::Parameters& p = s.parameters();
   s.closed = c.single || s.eos->simplified;
-  s.mbar = 0;
+  double mbar = 0;
   T z1(0.0), z2(0.0), z3(0.0);
   for (int i = 0; i < c.count; ++i) {
     const auto k = at(c.index[at(i)]);
     const double xm = c.x[at(i)] * p.mseg[k];
-    s.d[at(i)] = segment_diameter(p, k, s.inverse_t);
-    const T d1 = s.d[at(i)] * xm;
-    const T d2 = d1 * s.d[at(i)];
+    const T d = segment_diameter(p, k, s.inverse_t);
+    s.d[at(i)] = d;
+    const T d1 = d * xm;
+    const T d2 = d1 * d;
     z1 += d1;
     z2 += d2;
-    z3 += d2 * s.d[at(i)];
-    s.mbar += xm;
+    z3 += d2 * d;
+    mbar += xm;
   }
-  s.sum_d = {T(s.mbar), z1, z2, z3};
-  s.zeta_rho = {T(pi_6 * s.mbar), z1 * pi_6, z2 * pi_6, z3 * pi_6};
+  s.mbar = mbar;
+  s.sum_d = z1, s.sum_d2 = z2;
+  s.zeta_rho[1] = z1 * pi_6, s.zeta_rho[2] = z2 * pi_6, s.zeta_rho[3] = z3 * pi_6;
   s.rho_eta = inverse(s.zeta_rho[3]);
 }
 
@@ -136,12 +138,12 @@ MixtureState<N> lifted_state(const MixtureState<T>& s) {
   r.closed = s.closed;
   r.mbar = s.mbar;
   for (int i = 0; i < s.comp.count; ++i) r.d[at(i)] = lifted<N>(s.d[at(i)]);
-  for (std::size_t k = 0; k < 4; ++k) {
-    r.sum_d[k] = lifted<N>(s.sum_d[k]);
-    r.zeta_rho[k] = lifted<N>(s.zeta_rho[k]);
-  }
+  for (std::size_t k = 1; k < 4; ++k) r.zeta_rho[k] = lifted<N>(s.zeta_rho[k]);
   r.rho_eta = lifted<N>(s.rho_eta);
-  std::apply([&](const auto&... term) { r.terms = {term.template lifted<N>(s.arena())...}; }, s.terms);
+  [&]<std::size_t... I>(std::index_sequence<I...>) {
+    (std::get<I>(r.terms).lift(std::get<I>(s.terms), s.arena()), ...);
+  }
+  (std::make_index_sequence<Terms::count>{});
   return r;
 }
 

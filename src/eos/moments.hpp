@@ -64,8 +64,8 @@ struct NoComposition {
   void add_outer(const auto& /*rho*/, const auto& /*zeta*/, int /*further*/, auto& /*out*/) {}
   /// The gradients of the moments that the term owns.
   void fill_gradients(const auto& /*gradients*/, int /*further*/) const {}
-  /// Adds the part with another dependence on the fractions; of the symmetric entries at least those of falling indices
-  /// in `second`, of rising ones in `third`.
+  /// Adds the part with another dependence on the fractions, of symmetric entries one: (i, j) with i >= j in `second`,
+  /// (i, j, k) with i <= j <= k in `third`.
   void add_direct(const auto& /*rho*/, const auto& /*zeta*/, const auto& /*gradients*/, auto& /*out*/) const {}
 };
 

@@ -92,6 +92,8 @@ struct Polar {
 
   template <class T>
   struct State {
+    State() {}  // NOLINT(modernize-use-equals-default): a tuple would fill a defaulted one with zeros
+
     bool present = false;
     int first_type = 0, last_type = -1;
     std::array<std::array<T, 5>, types> second, third;  ///< coefficients of a2 / rho and a3 / rho^2 in powers of eta
@@ -99,7 +101,10 @@ struct Polar {
     void prepare(const MixtureState<T>& s) {
       const Tables& tables = s.template tables<Polar>();
       present = s.ipure > 0 ? s.parameters().is_polar_cmp[at(s.ipure - 1)] : tables.first_polar < s.n;
-      if (!present) return;
+      if (present) fill(s, tables);
+    }
+
+    void fill(const MixtureState<T>& s, const Tables& tables) {
       first_type = tables.first_type, last_type = tables.last_type;
       const T factor2 = second_factor(s), factor3 = third_factor(s);
       const auto weight = [&s](const Monomial& m) {
@@ -126,17 +131,16 @@ struct Polar {
       }
     }
 
-    template <class N>
-    State<N> lifted(Arena&) const {
-      State<N> r;
-      r.present = present, r.first_type = first_type, r.last_type = last_type;
+    template <class U>
+    void lift(const State<U>& from, Arena&) {
+      present = from.present, first_type = from.first_type, last_type = from.last_type;
+      if (!present) return;
       for (int type = first_type; type <= last_type; ++type) {
-        for (std::size_t k = 0; k < 5; ++k) {
-          r.second[at(type)][k] = numerics::lifted<N>(second[at(type)][k]);
-          r.third[at(type)][k] = numerics::lifted<N>(third[at(type)][k]);
+        for (std::size_t power = 0; power < 5; ++power) {
+          second[at(type)][power] = numerics::lifted<T>(from.second[at(type)][power]);
+          third[at(type)][power] = numerics::lifted<T>(from.third[at(type)][power]);
         }
       }
-      return r;
     }
 
     template <class N>
@@ -214,9 +218,12 @@ struct Polar {
         out.a += term.a;
         for (std::size_t i = 0; i < n; ++i) out.first[i] += term.first[i];
         if constexpr (K >= 2)
-          for (std::size_t i = 0; i < n * n; ++i) out.second.data[i] += term.second.data[i];
+          for (std::size_t i = 0; i < n; ++i)
+            for (std::size_t j = 0; j <= i; ++j) out.second(i, j) += term.second(i, j);
         if constexpr (K >= 3)
-          for (std::size_t i = 0; i < n * n * n; ++i) out.third.data[i] += term.third.data[i];
+          for (std::size_t i = 0; i < n; ++i)
+            for (std::size_t j = i; j < n; ++j)
+              for (std::size_t k = j; k < n; ++k) out.third(i, j, k) += term.third(i, j, k);
       }
     }
 

@@ -65,9 +65,13 @@ void each_term(const MixtureState<T>& s, F&& f) {
 /// The sum of f(term).
 template <class N, class T, class F>
 N sum_of_terms(const MixtureState<T>& s, F&& f) {
-  N sum(0.0);
-  each_term(s, [&](const auto& term) { sum += f(term); });
-  return sum;
+  return std::apply(
+      [&f](const auto& first, const auto& second, const auto&... further) {
+        N sum = f(first) + f(second);
+        ((further.present ? void(sum += f(further)) : void()), ...);
+        return sum;
+      },
+      s.terms);
 }
 
 /// The values f(term, point) of all terms.

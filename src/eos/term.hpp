@@ -1,7 +1,9 @@
 // What the terms of the equation of state share. A term is a struct, in a file of its own, with
 //
 //   Tables        what follows from the parameters alone, made by update(parameters)
-//   State<T>      what temperature and composition decide: prepare(s), present, lifted<N>(arena), and the values
+//   State<T>      what temperature and composition decide: prepare(s), present, lift(from, arena) from a state over
+//   numbers
+//                 of the temperature alone, and the values
 //                 a(s, q), z(s, q) at a density; T is double or carries derivatives by t
 //   Composition   derivatives of its part of a by the mole fractions, see moments.hpp
 //

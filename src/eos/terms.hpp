@@ -2,6 +2,7 @@
 #pragma once
 
 #include <tuple>
+#include <type_traits>
 
 #include "eos/association.hpp"
 #include "eos/dispersion.hpp"
@@ -19,8 +20,9 @@ struct TermList {
   /// The objects of the terms for the composition derivatives of a state.
   template <int K, class T, class S>
   static auto compositions(const MixtureState<T>& s) {
-    return std::tuple<typename Term::template Composition<K, T, S>...>(
-        typename Term::template Composition<K, T, S>(s)...);
+    // Each is made in place from the state: they are too large to be copied.
+    const auto from_state = [&s](auto) -> const MixtureState<T>& { return s; };
+    return std::tuple<typename Term::template Composition<K, T, S>...>(from_state(std::type_identity<Term>{})...);
   }
 };
 
