@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Compiles and runs the C snippets and runs the Python snippets of the documentation against a build tree.
+"""Compiles and runs the C and C++ snippets and runs the Python snippets of the documentation against a build tree.
 
 Usage: check_snippets.py BUILD_DIR
 
-A snippet is a fenced block marked c or python that holds a whole program. A line `path/to/libtessarel.so` in it stands
+A snippet is a fenced block marked c, cpp or python that holds a whole program. A line `path/to/libtessarel.so` in it stands
 for the built library.
 """
 
@@ -32,12 +32,13 @@ def main():
         work = pathlib.Path(directory)
         for page in PAGES:
             text = (ROOT / page).read_text(encoding="utf-8")
-            for language, body in re.findall(r"^```(c|python)\n(.*?)^```$", text, re.S | re.M):
+            for language, body in re.findall(r"^```(c|cpp|python)\n(.*?)^```$", text, re.S | re.M):
                 count += 1
-                if language == "c":
-                    source, program = work / "snippet.c", work / "snippet"
+                if language != "python":
+                    source, program = work / f"snippet.{language}", work / "snippet"
                     source.write_text(body)
-                    run(["cc", "-std=c11", "-Wall", "-Werror", f"-I{ROOT}/include", str(source), "-o", str(program),
+                    compiler = ["cc", "-std=c11"] if language == "c" else ["c++", "-std=c++20"]
+                    run([*compiler, "-Wall", "-Werror", f"-I{ROOT}/include", str(source), "-o", str(program),
                          f"-L{build}/lib", "-ltessarel", f"-Wl,-rpath,{build}/lib"])
                     output = run([str(program)])
                 else:

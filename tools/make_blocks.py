@@ -126,7 +126,7 @@ def rows(text):
 
 
 def slots_of(member):
-    """The variables of a member, as often as it is differentiated by them: rho or eta, t, x."""
+    """The variables of a member, one for each order of differentiation: rho or eta, t, x."""
     found = re.findall(VARIABLE, member)
     return sorted("".join({"rho": "r", "eta": "e"}.get(v, v) * int(power or 1) for v, power in found), key="retx".index)
 

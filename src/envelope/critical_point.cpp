@@ -1,6 +1,7 @@
 #include "envelope/critical_point.hpp"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 #include "eos/density.hpp"
@@ -39,6 +40,7 @@ bool find_inflection(const Eos& eos, int n, int i, double t, double& eta, eos::E
 }  // namespace
 
 Message critpure(const Eos& eos, int n, const double* z, int i, Limits& limits) {
+  assert(i >= 1 && i <= n);
   constexpr int limit = 60;
   constexpr double temperature_step = 0.1, tolerance = 0.01;
   const Estimate start = start_estimate(eos.parameters(), i);

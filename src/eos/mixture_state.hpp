@@ -6,6 +6,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cmath>
 
 #include "eos/model.hpp"
@@ -115,6 +116,7 @@ void prepare_diameters(MixtureState<T>& s) {
 /// arena frame; `eos` has to outlive the state.
 template <class T>
 void prepare(const Eos& eos, MixtureState<T>& s, int n, const double* x, int ipure, const T& t) {
+  assert(n >= 1 && n <= nmax && ipure >= 0 && ipure <= nmax);
   s.eos = &eos;
   s.n = n, s.ipure = ipure;
   s.comp = select_components(n, x, ipure);

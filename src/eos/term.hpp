@@ -1,11 +1,10 @@
 // What the terms of the equation of state share. A term is a struct, in a file of its own, with
 //
-//   Tables        what follows from the parameters alone, made by update(parameters)
-//   State<T>      what temperature and composition decide: prepare(s), present, lift(from, arena) from a state over
-//   numbers
-//                 of the temperature alone, and the values
-//                 a(s, q), z(s, q) at a density; T is double or carries derivatives by t
-//   Composition   derivatives of its part of a by the mole fractions, see moments.hpp
+//   Tables       what follows from the parameters alone: update(parameters)
+//   State<T>     what temperature and composition decide: prepare(s), present; a(s, q) and z(s, q) are the term's parts
+//                of a and z at a density. T is double or carries derivatives by t; lift(from, arena) copies a state
+//                over numbers of the temperature alone into numbers that carry the density as well
+//   Composition  the derivatives of its part of a by the mole fractions (moments.hpp)
 //
 // and its name in the list of terms.hpp. A term knows the others only through the state of the mixture.
 #pragma once

@@ -127,14 +127,15 @@ inline void assemble(const int32_t* n, const double* x, const double* rho, const
   scalar(!suited(n, x, rho, blocks, of), out, [&] {
     return std::visit(
         [&](const auto& b) {
-          if constexpr (requires { eos::assemble(b); })
-            return coefficient(decltype(b.part[0] + 0.0)(eos::assemble(b) + (of == Value::z ? 1.0 : 0.0)), blocks->by,
-                               kt, kr);
-          else if constexpr (requires { b.arrays; })
+          if constexpr (requires { eos::assemble(b); }) {
+            const auto sum = eos::assemble(b);  // z - 1 of a record for z
+            return coefficient(of == Value::z ? sum + 1.0 : sum, blocks->by, kt, kr);
+          } else if constexpr (requires { b.arrays; }) {
             return of == Value::z ? (kt + kr == 0 ? 1.0 + *rho * coefficient(b.a, blocks->by, 0, 1) : not_a_number)
                                   : coefficient(b.a, blocks->by, kt, kr);
-          else
+          } else {
             return not_a_number;
+          }
         },
         blocks->content);
   });

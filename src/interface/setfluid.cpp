@@ -74,7 +74,7 @@ Message select_unchecked(Session& session, int nf, NameList names, const double*
   }
   for (int i = 0; i < nf; ++i) session.z[at(i)] = z[i];
   if (session.z[0] > simplified_threshold) {
-    session.simplified = true;  // for good: nothing sets it back
+    session.simplified = true;  // nothing in the session sets it back
     session.z[0] = unmarked(session.z[0]);
   }
   find_critical_point(session);

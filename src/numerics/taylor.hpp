@@ -347,7 +347,7 @@ constexpr T cube(const T& a) {
   return a * a * a;
 }
 
-/// The number of type T that stands for variable `v` (from 0) at `value`.
+/// Variable number `v` (from 0) at `value`, as a number of type T: its first derivative by itself is 1.
 template <class T>
 constexpr T variable(double value, int v = 0) {
   if constexpr (is_taylor<T>) {
@@ -369,16 +369,6 @@ constexpr S derivative(const Taylor<V, K, S>& a, Orders... orders) {
   static_assert(sizeof...(Orders) == static_cast<std::size_t>(V));
   const typename Taylor<V, K, S>::Monomials::Exponents e{orders...};
   return a.c[Taylor<V, K, S>::Monomials::index(e)] * (1.0 * ... * factorial[static_cast<std::size_t>(orders)]);
-}
-
-/// The univariate number with the given derivatives: value, first, second ...
-template <int K, class... D>
-constexpr Taylor<1, K> from_derivatives(D... d) {
-  static_assert(sizeof...(D) <= static_cast<std::size_t>(K) + 1);
-  Taylor<1, K> r;
-  std::size_t i = 0;
-  ((r.c[i] = d / factorial[i], ++i), ...);
-  return r;
 }
 
 /// Order up to which a number carries derivatives, nested numbers included.

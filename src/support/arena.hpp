@@ -18,6 +18,13 @@ class Arena {
     }
   }
 
+  /// Bytes held.
+  [[nodiscard]] std::size_t capacity() const {
+    std::size_t sum = 0;
+    for (const Block& block : blocks_) sum += block.size;
+    return sum;
+  }
+
   /// Arrays taken since the frame was opened are released when it closes.
   class Frame {
    public:
