@@ -29,7 +29,7 @@
  * single numbers become NaN and arrays are left alone; routines with an error text set that text instead. Numbers
  * outside the domain of the formulas (t of 0 or below, eta of 1 or more, NaN) give NaN or infinities and no message.
  *
- * Not thread safe, as everything here.
+ * Every routine works on the session that is current on the calling thread.
  */
 #ifndef TESSAREL_ROUTINES_H
 #define TESSAREL_ROUTINES_H

@@ -214,10 +214,8 @@ struct eta_simp : MomentFamily {
     const auto diameter = a.plain(mean_diameter, 0, i);
     return std::array{std::decay_t<decltype(diameter)>(mbar), diameter};
   }
-  /// The slope by t alone has half of the model's pi as a constant of its own.
   static void eval(const auto& a, const auto& m, const auto& emit) {
-    constexpr bool slope = std::decay_t<decltype(a)>::S::orders == Orders{1, 0, 0};
-    emit(0, 0, numerics::cube(m[1]) * m[0] * (a.value(density) * (slope ? 1.570796326795 / 3.0 : fluid::pi_6)));
+    emit(0, 0, numerics::cube(m[1]) * m[0] * (a.value(density) * fluid::pi_6));
   }
 };
 

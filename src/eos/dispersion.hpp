@@ -18,7 +18,8 @@ namespace tessarel::eos {
 
 using Powers = std::array<double, 7>;  ///< coefficients of eta^0 to eta^6
 
-/// Universal constants of the integrals: [power][order in the mean segment number].
+/// Universal constants of the integrals (Gross & Sadowski 2001, doi:10.1021/ie0003887, table 1): [power][order in the
+/// mean segment number].
 inline constexpr std::array<std::array<double, 3>, 7> ap = {{{0.91056314451539, -0.3084016918272, -0.09061483509767},
                                                              {0.63612814494991, 0.18605311591713, 0.4527842806392},
                                                              {2.68613478913903, -2.50300472586548, 0.59627007280101},

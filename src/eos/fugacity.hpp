@@ -46,7 +46,7 @@ void calc_lnfug_rho(const Eos& eos, int n, const double* x, double t, double rho
 void calc_dlnfug_dn_rho(const Eos& eos, int n, const double* x, double t, double rho, double* out);
 void calc_d2lnfug_dndn_rho(const Eos& eos, int n, const double* x, double t, double rho, double* out);
 
-// Component 1 of the record as a pure fluid: the liquid-like and the vapour-like root at (t, p).
+// Component 1 of the model as a pure fluid: the liquid-like and the vapour-like root at (t, p).
 void calc_lnphi_rho_pure(const Eos& eos, double t, double p, double& lnphi_l, double& lnphi_v, double& rho_l,
                          double& rho_v);
 void calc_lnphi_eta(const Eos& eos, double t, double p, double& lnphi_l, double& lnphi_v);

@@ -3,9 +3,11 @@
 
 #include <pthread.h>
 
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <mutex>
+#include <new>
 
 #include "interface/boundary.hpp"
 #include "tessarel/tessarel.h"
@@ -37,7 +39,8 @@ struct Library {
 
 /// Never destroyed: a host may call when the process ends.
 Library& library() noexcept {
-  static Library& instance = *new Library;
+  alignas(Library) static std::byte storage[sizeof(Library)];
+  static Library& instance = *new (storage) Library;
   return instance;
 }
 
