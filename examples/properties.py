@@ -15,7 +15,7 @@ def text(value, length):
 
 
 class Fluid:
-    """The one fluid that the library holds selected."""
+    """The fluid that the library holds selected."""
 
     def __init__(self, path, composition):
         self.library = ctypes.CDLL(path)

@@ -42,12 +42,12 @@ extern "C" {
 
 /* ============================================================ fluid ============================================= */
 
-/* Readers of fluid data. They fill the record of the selected fluid and leave its number of components and its
+/* Readers of fluid data. They fill the parameters of the session and leave its number of components and its
  * composition as they are; tessarel_setfluid is the usual way in. Names and paths may have any length. Messages:
  * "Error opening fluid data file of <name>", "Unexpected data in fluid data file "<name>.saf"...",
  * "Place of a component must be 1 to 20...", "TESSAREL error: null pointer argument...". */
 
-/* Reads the components named in `fluids`, as many texts as the record has components, from the database or the files
+/* Reads the components named in `fluids`, as many texts as the session has components, from the database or the files
  * <name>.saf in the fluid directory. Stops at the first that fails. */
 TESSAREL_API void tessarel_readfluids(const char* fluids, char* errormsg, size_t fluids_len, size_t errormsg_len);
 /* Reads the file `filename`, a full path with extension, into place i, counted from 1. */
@@ -499,9 +499,9 @@ TESSAREL_API void tessarel_bisec_spin(const int32_t* iphase, const double* p, co
 
 /* ============================================================ critical points =================================== */
 
-/* They write the record's critical point; tessarel_fluidinfo reports it. errormsg:
+/* They write the critical point of the session; tessarel_fluidinfo reports it. errormsg:
  * "Critical point: density iteration 1 not converged...", "Critical point: density iteration 2 not converged...",
- * "Critical point: : temperature-iteration not converged"; then the record holds the start estimates. */
+ * "Critical point: : temperature-iteration not converged"; then the session holds the start estimates. */
 
 /* The true critical point of a pure fluid, or the mole-fraction average of those of the components. */
 TESSAREL_API void tessarel_critpoint(char* errormsg, size_t errormsg_len);
@@ -511,8 +511,8 @@ TESSAREL_API void tessarel_critpure(const int32_t* i, char* errormsg, size_t err
 TESSAREL_API void tessarel_critmixt_pseudo(char* errormsg, size_t errormsg_len);
 /* Reserved, no effect. */
 TESSAREL_API void tessarel_critmixt_brent(char* errormsg, size_t errormsg_len);
-/* Two-level search from the critical temperature of the record, see docs/robustness.md for what it finds. It leaves
- * the critical density of the record in 1/A3. errormsg: "Critical point calulation failed...". */
+/* Two-level search from the critical temperature of the session, see docs/robustness.md for what it finds. It leaves
+ * the critical density of the session in 1/A3. errormsg: "Critical point calulation failed...". */
 TESSAREL_API void tessarel_critmixt_newton(char* errormsg, size_t errormsg_len);
 
 /* The iterations of this search on the host's variables: z (n), rho [1/A3] and t [K]. debug is a logical that prints

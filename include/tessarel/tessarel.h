@@ -175,7 +175,8 @@ TESSAREL_API void tessarel_capeopenderiv(const double* t, const double* p, const
  * works on the session that is current on the calling thread, session 0 until another is made current.
  *
  * A session other than 0 is current on one thread at a time; a thread that ends gives its session back. Session 0 may
- * be current on several, and must then be used by one of them at a time. Numbers are not given twice.
+ * be current on several, and must then be used by one of them at a time. Numbers are not given twice. A process made by
+ * fork() inherits the sessions but not the threads: make it before the first session, or call exec() in it.
  *
  *   tessarel_session_new      a fresh session, as the library at load; it does not become current
  *   tessarel_session_use      makes a session current on this thread. Refused with nothing changed:
@@ -186,7 +187,8 @@ TESSAREL_API void tessarel_capeopenderiv(const double* t, const double* p, const
  *                             "TESSAREL error: session is current on a thread and cannot be freed..."
  *   tessarel_session_current  the number of the session that is current on this thread
  *   tessarel_session_clone    makes a session `to` with the selection and parameters of `from`, which may be current on
- *                             this thread but on no other one
+ *                             this thread but on no other one. Session 0 can be cloned while no other thread is in a
+ *                             call that works on it: clone before the threads start
  *
  * err: "No errors", the texts above, "TESSAREL error: null pointer argument...".
  */

@@ -65,13 +65,16 @@ class Session {
   class Use {
    public:
     explicit Use(const Session& session) {
+      require(session.number_ != 0);
       tessarel_session_current(&before_);
       changed_ = before_ != session.number_;
       if (changed_) call([&](char* err, std::size_t size) { tessarel_session_use(&session.number_, err, size); });
     }
     ~Use() {
+      if (!changed_) return;
+      release();
       char err[1];
-      if (changed_) tessarel_session_use(&before_, err, 0);
+      tessarel_session_use(&before_, err, 0);  // refused when that session was freed or taken meanwhile
     }
     Use(const Use&) = delete;
     Use& operator=(const Use&) = delete;
@@ -94,8 +97,12 @@ class Session {
   }
   /// Frees the session. It must not be current on another thread.
   ~Session() {
+    if (number_ == 0) return;
+    std::int64_t current = 0;
+    tessarel_session_current(&current);
+    if (current == number_) release();
     char err[1];
-    if (number_ != 0) tessarel_session_free(&number_, err, 0);
+    tessarel_session_free(&number_, err, 0);
   }
 
   /// Another session with the same selection and parameters, for another thread.
@@ -106,7 +113,8 @@ class Session {
     return {number, z_};
   }
 
-  /// The number of the session in the C interface; 0 after a move, when the object must not be used.
+  /// The number of the session in the C interface, for calls that do not select; 0 after a move, when the object must
+  /// not be used.
   [[nodiscard]] std::int64_t number() const noexcept { return number_; }
 
   /// Selects a fluid or mixture by the names of its components and their mole fractions; with the same names only the
@@ -161,6 +169,13 @@ class Session {
 
  private:
   Session(std::int64_t number, std::vector<double> z) : number_(number), z_(std::move(z)) {}
+
+  /// Leaves this thread on session 0.
+  static void release() {
+    const std::int64_t none = 0;
+    char err[1];
+    tessarel_session_use(&none, err, 0);
+  }
 
   /// Runs `body(err, size)` and turns a message into an exception.
   template <class Body>

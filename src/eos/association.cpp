@@ -1,6 +1,7 @@
 #include "eos/association.hpp"
 
 #include <algorithm>
+#include <compare>
 #include <utility>
 
 #include "eos/energies.hpp"
@@ -32,7 +33,9 @@ std::vector<std::pair<double, double>> bonds_with(const Parameters& p, const Sit
     else
       same->second += volume;
   }
-  std::sort(terms.begin(), terms.end());
+  // A total order also of numbers that a pair of odd parameters made NaN.
+  std::sort(terms.begin(), terms.end(),
+            [](const auto& a, const auto& b) { return std::strong_order(a.first, b.first) < 0; });
   return terms;
 }
 
@@ -46,7 +49,7 @@ void Association::Tables::update(const Parameters& p) {
   for (int i = 0; i < p.n; ++i) {
     const auto c = at(i);
     const std::size_t begin = partition.size();
-    if (p.is_assoc_cmp[c] && first_associating == nmax) first_associating = i;
+    if (p.is_assoc && p.nhb_typ[c] > 0 && first_associating == nmax) first_associating = i;
     for (int a = 0; a < p.nhb_typ[c]; ++a) {
       const auto number = p.nhb_no[c][at(a)];
       const auto alike =
@@ -66,7 +69,8 @@ void Association::Tables::update(const Parameters& p) {
           return bonds_with(p, s, members) == bonds_with(p, partition[k].front(), members);
         });
       };
-      const auto boundary = std::stable_partition(partition[k].begin(), partition[k].end(), same_as_first);
+      // The first one stays in any case, so that the refinement ends with bonds that are NaN and equal to nothing.
+      const auto boundary = std::stable_partition(partition[k].begin() + 1, partition[k].end(), same_as_first);
       if (boundary != partition[k].end()) {
         const auto behind = static_cast<std::ptrdiff_t>(k) + 1;
         std::vector<Site> rest(boundary, partition[k].end());

@@ -16,7 +16,7 @@ namespace tessarel::eos {
 /// The components an evaluation sums over: all of a mixture, or one alone at weight 1.
 struct Components {
   int count = 0;
-  std::array<int, nmax> index{};  ///< places in the record
+  std::array<int, nmax> index{};  ///< places in the model
   std::array<double, nmax> x;     ///< fractions; for a component alone 1
   bool single = false;            ///< one diameter: the closed forms apply
 

@@ -1,5 +1,4 @@
-// What the exports of the routines share: the checks of their arguments, and the definitions made from the tables of
-// the derivative families.
+// What the exports of the routines share: the checks of their arguments.
 //
 // A refused call, one with a null pointer or a number of components, a place or an order that does not exist, gives NaN
 // in results that are single numbers and leaves arrays alone.

@@ -33,8 +33,8 @@ struct Library {
   pthread_key_t thread_end{};
   bool has_key = pthread_key_create(&thread_end, give_back) == 0;
 
-  /// Releases the session of a thread that ends; `number` as pthread carries it.
-  static void give_back(void* number);
+  /// Releases the session of the thread, which ends.
+  static void give_back(void* unused);
 };
 
 /// Never destroyed: a host may call when the process ends.
@@ -50,7 +50,7 @@ constinit thread_local Session* current = nullptr;
 constinit thread_local std::int64_t current_number = 0;
 
 void release_current(Library& lib) {
-  if (current_number != 0) lib.slots[current_number].in_use = false;
+  if (current_number != 0) lib.slots.at(current_number).in_use = false;
   current = nullptr;
   current_number = 0;
 }

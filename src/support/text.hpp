@@ -21,10 +21,10 @@ class Message {
   /// A failure, from a literal.
   template <std::size_t N>
   constexpr Message(const char (&literal)[N]) noexcept : text_(literal), size_(N - 1) {}
-  /// A failure whose text lives elsewhere.
+  /// A failure whose text lives elsewhere; it can be empty.
   static constexpr Message of(std::string_view text) noexcept {
     Message m;
-    m.text_ = text.data();
+    m.text_ = text.data() != nullptr ? text.data() : "";
     m.size_ = text.size();
     return m;
   }
