@@ -1,4 +1,5 @@
 // Every quantity of the evaluation stack against values computed in 40-digit arithmetic.
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <map>
@@ -158,10 +159,10 @@ std::map<std::string, std::map<std::string, std::vector<Row>>> read_states() {
   return cases;
 }
 
-/// Position of a 1-based index `i;j;k` in an array laid out first-index-fastest.
-std::size_t position(const std::string& index, std::size_t n) {
+/// Position of a 1-based index i, j, k in an array laid out first-index-fastest.
+std::size_t position(const std::vector<std::string>& index, std::size_t n) {
   std::size_t at = 0, stride = 1;
-  for (const std::string& part : split(index, ';')) {
+  for (const std::string& part : index) {
     at += (std::stoul(part) - 1) * stride;
     stride *= n;
   }
@@ -184,9 +185,14 @@ TEST_P(ReferenceStates, EveryQuantity) {
     const bool high_order = found->second.order >= 3;
     double tolerance = high_order ? 1e-10 : 1e-11;
     if (f.parameters.is_assoc || f.parameters.is_polar) tolerance *= 10;
-    for (const Row& row : rows)
-      EXPECT_NEAR(values.at(position(row.index, fluid::at(f.n))), row.value, tolerance * largest)
-          << quantity << "(" << row.index << ")";
+    for (const Row& row : rows) {
+      // Of derivatives by fractions alone the table has each unordered index once.
+      auto index = split(row.index, ';');
+      do
+        EXPECT_NEAR(values.at(position(index, fluid::at(f.n))), row.value, tolerance * largest)
+            << quantity << "(" << row.index << ")";
+      while (quantity.ends_with("dxdx") && std::next_permutation(index.begin(), index.end()));
+    }
   }
 }
 
