@@ -46,6 +46,41 @@ TEST(SinglePhaseSolvers, NarrowTheRangeAfterAFailure) {
   }
 }
 
+/// What `solver` says to the state at (t, p) of `start`; the state comes back where it succeeds.
+Message found_again(const char* name, Solver* start, Solver* solver, double t, double p) {
+  const TestFluid f({name}, {1});
+  double v = 0, u = 0, h = 0, s = 0;
+  EXPECT_EQ(start(f.fluid(), t, p, v, u, h, s), no_errors);
+  double found_t = solver == ts_1ph ? t : 0, found_p = solver == hs_lph || solver == hs_vph ? 0 : p, found_v = v;
+  const Message message = solver(f.fluid(), found_t, found_p, found_v, u, h, s);
+  if (ok(message)) {
+    EXPECT_NEAR(found_t, t, 1e-8 * t) << name;
+    EXPECT_NEAR(found_p, p, 1e-6 * p) << name;
+  }
+  return message;
+}
+
+// Temperatures are tried again in ranges narrowed up to five times, pressures are not; ends are 1000 K and 1000 Pa.
+TEST(SinglePhaseSolvers, RangesOfTheSearches) {
+  constexpr Message open = "Brent_Root: root not bracketed...";
+  struct {
+    const char* fluid;
+    Solver *start, *solver;
+    double t, p;
+    Message message;
+  } cases[] = {
+      {"n-decane", tp_vph, ph_vph, 300, 5e8, no_errors},    {"n-decane", tp_vph, pu_vph, 300, 5e8, no_errors},
+      {"n-decane", tp_vph, ps_vph, 300, 5e8, no_errors},    {"biphenyl", tp_lph, ph_lph, 200, 5e8, no_errors},
+      {"n-eicosane", tp_vph, ph_vph, 190, 1e9, no_errors},  {"toluene", tp_lph, hs_lph, 200, 1e5, open},
+      {"propane", tp_lph, hs_lph, 200, 1e5, open},          {"methanol", tp_vph, hs_vph, 200, 1e5, open},
+      {"propane", tp_vph, pv_1ph, 990, 1e5, no_errors},     {"propane", tp_vph, pv_1ph, 1010, 1e5, open},
+      {"propane", tp_vph, hs_vph, 300, 1100, no_errors},    {"propane", tp_vph, hs_vph, 300, 700, open},
+      {"propane", tp_vph, ts_1ph, 300, 1100, no_errors},    {"propane", tp_vph, ts_1ph, 300, 700, open},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(found_again(c.fluid, c.start, c.solver, c.t, c.p), c.message) << c.fluid << " " << c.t << " " << c.p;
+}
+
 TEST(SinglePhaseSolvers, FailureKeepsTheOutputsButTheUnknown) {
   const TestFluid selected({"propane"}, {1});
   const eos::Fluid f = selected.fluid();
