@@ -202,8 +202,7 @@ TEST(Stack, RootsByPhase) {
       EXPECT_GT(density(*f, p, 1), 1.5 * density(*f, p, 2));
       EXPECT_EQ(density(*f, p, -1), density(*f, p, p == low ? 2 : 1));
     }
-    EXPECT_TRUE(std::isnan(density(*f, 1e5, 0)) && std::isnan(density(*f, 1e5, 3)) &&
-                std::isnan(density(*f, 1e5, -2)));
+    EXPECT_TRUE(std::isnan(density(*f, 1e5, 0)) && std::isnan(density(*f, 1e5, 3)) && std::isnan(density(*f, 1e5, -2)));
     const auto z = [&](double p) { return calc_z(f->eos, f->n, f->z, 0, 300, density(*f, p, 2)); };
     const double slope = calc_dz_dp(f->eos, f->n, f->z, 300, 4e5);
     EXPECT_NEAR(slope, (z(4e5 + 100) - z(4e5 - 100)) / 200, 1e-6 * std::abs(slope));

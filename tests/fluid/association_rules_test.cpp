@@ -1,9 +1,9 @@
 // Combining rules of association and the flags that follow from the parameters.
-#include "fluid/combining_rules.hpp"
-
 #include <gtest/gtest.h>
 
 #include <vector>
+
+#include "fluid/combining_rules.hpp"
 
 namespace {
 
@@ -18,15 +18,14 @@ TEST(AssociationRules, ThreeSiteTypes) {
   const struct {
     int types2;
     std::vector<Entry> entries;
-  } cases[] = {
-      // Equal types are not written, and a partner without a third type counts as zero.
-      {2, {{0, 1, 1, 1, -1}, {0, 1, 2, 1, 1023 / 2.0}}},
-      // The second component has the last word.
-      {3,
-       {{0, 1, 2, 0, (1013 + 2012) / 2.0},
-        {1, 0, 0, 2, (1013 + 2012) / 2.0},
-        {1, 0, 2, 0, (2013 + 1012) / 2.0},
-        {0, 1, 0, 2, (2013 + 1012) / 2.0}}}};
+  } cases[] = {// Equal types are not written, and a partner without a third type counts as zero.
+               {2, {{0, 1, 1, 1, -1}, {0, 1, 2, 1, 1023 / 2.0}}},
+               // The second component has the last word.
+               {3,
+                {{0, 1, 2, 0, (1013 + 2012) / 2.0},
+                 {1, 0, 0, 2, (1013 + 2012) / 2.0},
+                 {1, 0, 2, 0, (2013 + 1012) / 2.0},
+                 {0, 1, 0, 2, (2013 + 1012) / 2.0}}}};
   for (const auto& c : cases) {
     Parameters record;
     record.n = 2;

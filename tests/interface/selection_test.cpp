@@ -57,9 +57,11 @@ TEST_F(Selection, BadArgumentsAreRefusedAndChangeNothing) {
 
 TEST_F(Selection, OnlyAnotherNameOrNumberReads) {
   using Names = std::vector<std::string>;
-  for (const auto& [names, width, sigma] :
-       {std::tuple{Names{"propane"}, 7u, 4.5}, {Names{"propane"}, 100u, 4.5}, {Names{"propane", "ethane"}, 32u, 3.6184},
-        {Names{"propane", "n-butane"}, 16u, 3.6184}, {Names{"propane"}, 32u, 3.6184}}) {
+  for (const auto& [names, width, sigma] : {std::tuple{Names{"propane"}, 7u, 4.5},
+                                            {Names{"propane"}, 100u, 4.5},
+                                            {Names{"propane", "ethane"}, 32u, 3.6184},
+                                            {Names{"propane", "n-butane"}, 16u, 3.6184},
+                                            {Names{"propane"}, 32u, 3.6184}}) {
     host::parameters().sigma[0] = 4.5;  // overwritten by a read
     EXPECT_EQ(host::select(names, std::vector<double>(names.size(), 0.5), width), "No errors");
     EXPECT_EQ(host::parameters().sigma[0], sigma);
@@ -127,8 +129,7 @@ TEST(SelectedModel, PressureHasEveryTerm) {
   struct {
     const char* name;
     double t, rho, z;  // rho in 1/A3
-  } cases[] = {
-      {"water", 450, 0.0002, 9.2971944503655573e-1}, {"acetone", 320, 0.0078, 3.1551850365748627e-2}};
+  } cases[] = {{"water", 450, 0.0002, 9.2971944503655573e-1}, {"acetone", 320, 0.0078, 3.1551850365748627e-2}};
   for (const auto& c : cases) {
     ASSERT_EQ(host::select({c.name}, {1}), "No errors");
     const double expected = 13806622.169047227 * c.z * c.t * c.rho / 1e5;

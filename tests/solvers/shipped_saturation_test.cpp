@@ -1,5 +1,6 @@
-// Saturation, critical point and spinodal of every shipped fluid: equilibrium, the inverse, the order of the branches. Where an iteration does not converge the failure must be clean, and how often that happens is
-// held to the counts of docs/robustness.md.
+// Saturation, critical point and spinodal of every shipped fluid: equilibrium, the inverse, the order of the branches.
+// Where an iteration does not converge the failure must be clean, and how often that happens is held to the counts of
+// docs/robustness.md.
 #include <cmath>
 #include <filesystem>
 
@@ -90,10 +91,8 @@ TEST(ShippedSaturation, EveryFluid) {
 
 /// Spinodal temperatures give the pressure back, by Brent's method and by bisection.
 TEST(ShippedSaturation, SpinodalTemperatures) {
-  for (const auto& [name, fractions] : {std::pair{"propane", Values{0.6, 0.9}},
-                                        {"n-butane", {0.6}},
-                                        {"water", {0.6, 0.9}},
-                                        {"acetone", {0.6}}}) {
+  for (const auto& [name, fractions] :
+       {std::pair{"propane", Values{0.6, 0.9}}, {"n-butane", {0.6}}, {"water", {0.6, 0.9}}, {"acetone", {0.6}}}) {
     SCOPED_TRACE(name);
     const TestFluid selected({name}, {1.0});
     const Fluid f = selected.fluid();

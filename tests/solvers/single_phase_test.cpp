@@ -69,13 +69,13 @@ TEST(SinglePhaseSolvers, RangesOfTheSearches) {
     double t, p;
     Message message;
   } cases[] = {
-      {"n-decane", tp_vph, ph_vph, 300, 5e8, no_errors},    {"n-decane", tp_vph, pu_vph, 300, 5e8, no_errors},
-      {"n-decane", tp_vph, ps_vph, 300, 5e8, no_errors},    {"biphenyl", tp_lph, ph_lph, 200, 5e8, no_errors},
-      {"n-eicosane", tp_vph, ph_vph, 190, 1e9, no_errors},  {"toluene", tp_lph, hs_lph, 200, 1e5, open},
-      {"propane", tp_lph, hs_lph, 200, 1e5, open},          {"methanol", tp_vph, hs_vph, 200, 1e5, open},
-      {"propane", tp_vph, pv_1ph, 990, 1e5, no_errors},     {"propane", tp_vph, pv_1ph, 1010, 1e5, open},
-      {"propane", tp_vph, hs_vph, 300, 1100, no_errors},    {"propane", tp_vph, hs_vph, 300, 700, open},
-      {"propane", tp_vph, ts_1ph, 300, 1100, no_errors},    {"propane", tp_vph, ts_1ph, 300, 700, open},
+      {"n-decane", tp_vph, ph_vph, 300, 5e8, no_errors},   {"n-decane", tp_vph, pu_vph, 300, 5e8, no_errors},
+      {"n-decane", tp_vph, ps_vph, 300, 5e8, no_errors},   {"biphenyl", tp_lph, ph_lph, 200, 5e8, no_errors},
+      {"n-eicosane", tp_vph, ph_vph, 190, 1e9, no_errors}, {"toluene", tp_lph, hs_lph, 200, 1e5, open},
+      {"propane", tp_lph, hs_lph, 200, 1e5, open},         {"methanol", tp_vph, hs_vph, 200, 1e5, open},
+      {"propane", tp_vph, pv_1ph, 990, 1e5, no_errors},    {"propane", tp_vph, pv_1ph, 1010, 1e5, open},
+      {"propane", tp_vph, hs_vph, 300, 1100, no_errors},   {"propane", tp_vph, hs_vph, 300, 700, open},
+      {"propane", tp_vph, ts_1ph, 300, 1100, no_errors},   {"propane", tp_vph, ts_1ph, 300, 700, open},
   };
   for (const auto& c : cases)
     EXPECT_EQ(found_again(c.fluid, c.start, c.solver, c.t, c.p), c.message) << c.fluid << " " << c.t << " " << c.p;
