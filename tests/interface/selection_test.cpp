@@ -115,15 +115,6 @@ TEST_F(Selection, ZeroFractionAddsNothing) {
     EXPECT_NEAR(three.*f, two.*f, 1e-10 * std::abs(two.*f));
 }
 
-TEST_F(Selection, TwentyComponents) {
-  const std::vector<std::string> names = {"methane",   "ethane",      "propane",           "n-butane", "n-pentane",
-                                          "n-hexane",  "n-heptane",   "n-octane",          "n-nonane", "n-decane",
-                                          "isobutane", "isopentane",  "cyclohexane",       "benzene",  "toluene",
-                                          "argon",     "nitrogen np", "carbon dioxide np", "oxygen",   "ethane e23"};
-  ASSERT_EQ(host::select(names, std::vector<double>(20, 0.05)), "No errors");
-  EXPECT_EQ(host::at_tp("TP Vph", 500, 1e5, 1).err, "No errors");
-}
-
 // Association and polar terms enter by selection alone: pressures of the published model in 40-digit arithmetic.
 TEST(SelectedModel, PressureHasEveryTerm) {
   struct {
