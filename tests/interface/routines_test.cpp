@@ -53,7 +53,8 @@ void forward2(double* t, double* p, double* v, double* u, double* h, double* s, 
 /// The storage of one call.
 class Storage {
  public:
-  explicit Storage(const Offer& offer) : offer_(offer), blocks_(tessarel_blocks_new(), tessarel_blocks_free) {}
+  explicit Storage(const Offer& offer, tessarel_blocks* blocks = nullptr)
+      : offer_(offer), own_(tessarel_blocks_new(), tessarel_blocks_free), blocks_(blocks) {}
 
   template <class P>
   P argument(int place) {
@@ -67,7 +68,7 @@ class Storage {
       using T = std::remove_const_t<std::remove_pointer_t<P>>;
       if (null(place)) return nullptr;
       if constexpr (std::is_same_v<T, tessarel_blocks>) {
-        return blocks_.get();
+        return blocks();
       } else if constexpr (std::is_same_v<T, double>) {
         const std::size_t k = numbers_.size();
         Values& array = *numbers_.emplace_back(new Values(room, offer_.number));
@@ -88,6 +89,9 @@ class Storage {
         if (std::memcmp(&(*array)[k], &offer_.number, sizeof(double)) != 0) return false;
     return true;
   }
+  [[nodiscard]] tessarel_blocks* blocks() const { return blocks_ != nullptr ? blocks_ : own_.get(); }
+  /// What the last array begins with.
+  [[nodiscard]] Values output() const { return {numbers_.back()->begin(), numbers_.back()->begin() + 8}; }
   /// The first 32 bit patterns of each array of numbers.
   [[nodiscard]] std::vector<std::uint64_t> results() const {
     std::vector<std::uint64_t> all;
@@ -100,7 +104,8 @@ class Storage {
   [[nodiscard]] bool null(int place) const { return offer_.null == place || offer_.null == -2; }
 
   Offer offer_;
-  Record blocks_;
+  Record own_;
+  tessarel_blocks* blocks_;
   std::vector<std::unique_ptr<Values>> numbers_;
   std::vector<std::unique_ptr<std::vector<std::int32_t>>> integers_;
   std::vector<std::unique_ptr<std::vector<char>>> texts_;
@@ -229,29 +234,10 @@ TEST_F(Routines, RefusedNumbersAreNaN) {
 
 // Preparing and assembling apart.
 
-using Prep = void (*)(const std::int32_t*, const double*, const double*, const double*, tessarel_blocks*,
-                      std::int32_t*);
-using Base = void (*)(const std::int32_t*, const double*, const double*, const tessarel_blocks*, double*);
-using Plain = void (*)(const std::int32_t*, const double*, const double*, const double*, double*);
-
-/// `routine` as an F; one that takes ipure, at the mixture.
-template <class F, auto routine>
-constexpr F at_mixture() {
-  if constexpr (std::is_convertible_v<decltype(routine), F>)
-    return routine;
-  else
-    return [](auto n, auto x, auto... more) {
-      constexpr std::int32_t mixture = 0;
-      routine(n, x, &mixture, more...);
-    };
-}
-
 /// A value with its orders by t, rho and x.
 struct Split {
   const char* name;
-  Prep prep;
-  Base base;
-  Plain plain;
+  Routine prep, base, plain;
   int t, rho, x;
 
   /// The lower orders by the same variables; for the mixed derivative by t and rho all of its total order.
@@ -260,10 +246,10 @@ struct Split {
     return within && o.x <= x;
   }
 };
-#define SPLIT(name, ...)                                                                                       \
-  Split {                                                                                                      \
-#name, at_mixture < Prep, tessarel_calc_##name##_prep>(), tessarel_calc_##name##_base, at_mixture < Plain, \
-        tessarel_calc_##name>(), __VA_ARGS__                                                                   \
+#define SPLIT(name, ...)                                                                 \
+  Split {                                                                                \
+#name, make("", tessarel_calc_##name##_prep), make("", tessarel_calc_##name##_base), \
+        make("", tessarel_calc_##name), __VA_ARGS__                                      \
   }
 const std::vector<Split> splits[] = {
     {SPLIT(a, 0, 0, 0), SPLIT(da_dt, 1, 0, 0), SPLIT(d2a_dt2, 2, 0, 0), SPLIT(d3a_dt3, 3, 0, 0), SPLIT(da_dx, 0, 0, 1),
@@ -274,31 +260,30 @@ const std::vector<Split> splits[] = {
 };
 
 TEST_F(Routines, BaseOnAPreparedRecordEqualsThePlainRoutine) {
-  const std::int32_t n = 2, other = 1;
-  const double x[2] = {0.4, 0.6}, t = 320, rho = 0.008;
+  const Offer state{mark, 2, -1, 0, {{0.4, 0.6}, {320}, {0.008}}}, density{mark, 2, -1, 0, {{0.4, 0.6}, {0.008}}};
   for (const auto& of : splits) {
     for (const Split& prepared : of) {
-      const Record blocks(tessarel_blocks_new(), tessarel_blocks_free);
-      std::int32_t status = 7;
-      prepared.prep(&n, x, &t, &rho, blocks.get(), &status);
-      EXPECT_EQ(status, 0) << prepared.name;
+      Storage storage(state);
+      prepared.prep.call(storage);
+      const auto value_of = [&](const Split& read, const Offer& offer) {
+        Storage s(offer, storage.blocks());
+        read.base.call(s);
+        return s.output();
+      };
       for (const auto& all : splits) {
         for (const Split& read : all) {
-          std::array<double, 8> value{}, expected{};
-          value.fill(mark), expected.fill(mark);
-          if (read.x == 0) expected[0] = std::nan("");
-          if (&all == &of && prepared.serves(read)) read.plain(&n, x, &t, &rho, expected.data());
-          read.base(&n, x, &rho, blocks.get(), value.data());
-          for (std::size_t k = 0; k < value.size(); ++k)
-            EXPECT_TRUE(std::isnan(expected[k])
-                            ? std::isnan(value[k])
-                            : std::abs(value[k] - expected[k]) <= 1e-12 * (1 + std::abs(expected[k])))
-                << read.name << " on " << prepared.name << ": " << value[k] << " against " << expected[k];
+          Storage plain(state);
+          read.plain.call(plain);
+          const bool served = &all == &of && prepared.serves(read);
+          const Values value = value_of(read, density), refused = read.x > 0 ? Values(8, mark) : Values{};
+          const Values expected = served ? plain.output() : refused;
+          EXPECT_EQ(std::isnan(value[0]), expected.empty()) << read.name << " on " << prepared.name;
+          for (std::size_t k = 0; k < expected.size(); ++k)
+            EXPECT_NEAR(value[k], expected[k], 1e-12 * (1 + std::abs(expected[k])))
+                << read.name << " on " << prepared.name;
         }
       }
-      double value = 0;
-      tessarel_calc_a_base(&other, x, &rho, blocks.get(), &value);
-      EXPECT_TRUE(std::isnan(value)) << prepared.name;
+      EXPECT_TRUE(std::isnan(value_of(splits[0][0], {mark, 1, -1, 0, density.state})[0])) << prepared.name;
     }
   }
 }
@@ -308,7 +293,9 @@ TEST_F(Routines, PureComponentIsPrepared) {
   const double x[2] = {0.4, 0.6}, nothing[2] = {std::nan(""), std::nan("")}, t = 320, rho = 0.008;
   const Record blocks(tessarel_blocks_new(), tessarel_blocks_free);
   double value = 0, expected = 0, mixture = 0;
-  tessarel_calc_z_prep(&n, nothing, &second, &t, &rho, blocks.get(), nullptr);
+  std::int32_t status = 7;
+  tessarel_calc_z_prep(&n, nothing, &second, &t, &rho, blocks.get(), &status);
+  EXPECT_EQ(status, 0);
   tessarel_calc_z_base(&n, nothing, &rho, blocks.get(), &value);
   tessarel_calc_z(&n, x, &second, &t, &rho, &expected);
   tessarel_calc_z(&n, x, &other, &t, &rho, &mixture);
