@@ -197,10 +197,10 @@ TEST(Stack, RootsByPhase) {
     calc_rho(f.eos, f.n, f.z, 300, p, phase, rho);
     return rho;
   };
-  for (const auto& [f, low, high] : {std::tuple{&propane, 5e5, 2e6}, {&mixture, 5e5, 2e6}}) {
-    for (const double p : {low, high}) {
+  for (const TestFluid* f : {&propane, &mixture}) {
+    for (const double p : {5e5, 2e6}) {
       EXPECT_GT(density(*f, p, 1), 1.5 * density(*f, p, 2));
-      EXPECT_EQ(density(*f, p, -1), density(*f, p, p == low ? 2 : 1));
+      EXPECT_EQ(density(*f, p, -1), density(*f, p, p == 5e5 ? 2 : 1));
     }
     EXPECT_TRUE(std::isnan(density(*f, 1e5, 0)) && std::isnan(density(*f, 1e5, 3)) && std::isnan(density(*f, 1e5, -2)));
     const auto z = [&](double p) { return calc_z(f->eos, f->n, f->z, 0, 300, density(*f, p, 2)); };
