@@ -85,8 +85,6 @@ TEST(ShippedSaturation, EveryFluid) {
   EXPECT_LE(failed.critical, 2);
   EXPECT_LE(failed.psat, 185);
   EXPECT_LE(failed.tsat, 68);
-  std::printf("fluids %d, without critical point %d, points %d, psat not converged %d, tsat not converged %d\n",
-              failed.fluids, failed.critical, failed.points, failed.psat, failed.tsat);
 }
 
 /// Spinodal temperatures give the pressure back, by Brent's method and by bisection.
