@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -102,9 +103,7 @@ TEST(FluidRecord, AcceptedForms) {
   check(read_file, replaced(text, "\n\n", "\n"));
   for (const char* ends : {"\n\n \t\n", "\r\n"}) check(read_file, replaced(text, "\n", ends));
   check(read_file, "\xEF\xBB\xBF" + text);
-  for (const std::string& row :
-       {"44.1 " + std::string(300000, 'x'), std::string(10000, ' ') + "44.1", std::string("44.1 \0\0", 7)})
-    check(read_file, replaced(text, "44.1", row));
+  check(read_file, replaced(text, "44.1", std::string("44.1 \0\0", 7)));
   // The database skips separators unread, and a blank row in place of a keyword moves on by two rows.
   check(read_database, replaced(text, "\n\n", "\nanything\n"));
   check(read_database, head() + "\nunread\n" + association + polar + "eof");
@@ -122,8 +121,12 @@ TEST(FluidRecord, DamageIsReportedWithTheNameInsideTheRecord) {
   for (const char* block : {"6\n1\n1\n1\n1\n1\n1\n", "-1\n0.1\n\n", "1\n-1\n0.1\n\n", "1\n1001\n0.1\n\n",
                             "1\n2147483648\n0.1\n\n", "1.0\n1\n0.1\n\n", "2\n1\n1\nnan\n0.1\n\n", "2\n1\n1\n2500\n\n"})
     bad.push_back(head() + "associating\n" + block + "eof\n");
-  for (const char* value : {"abc", "1e999", "inf", "\xEF\xBB\xBF 44.1"})
+  for (const char* value : {"1e999", "inf", "\xEF\xBB\xBF 44.1"})
     bad.push_back(replaced(head(), "44.1", value) + "eof\n");
+  // No number in each row of values in turn.
+  for (std::size_t row = 0, end = 0; (end = sample.find('\n', row)) != std::string::npos; row = end + 1)
+    if (sample[row] == '-' || std::isdigit(sample[row]) != 0)
+      bad.push_back(sample.substr(0, row) + "abc" + sample.substr(end));
   bad.push_back(replaced(head(), "-40\n", "") + "eof\n");  // a row too few
   for (const std::string& rest :
        {std::string(5000, '\0'), std::string(200000, '\n'), std::string("\n200\n\xFF\xFE\x80\n")})
@@ -156,8 +159,6 @@ TEST(FluidRecord, NamesAreCutAt32CharactersAndLowerCaseTouchesLettersOnly) {
   ASSERT_EQ(read_file(head(letters) + "eof"), "No errors");
   EXPECT_EQ(record.compname[0].view(), letters.substr(0, 32));
   EXPECT_EQ(tolower_tessarel("AZ az@[`{09\xC4").trimmed(), "az az@[`{09\xC4");
-  EXPECT_EQ(tolower_tessarel(std::string(40, 'X')).view(), std::string(32, 'x'));
-  EXPECT_EQ(tolower_tessarel("").view(), std::string(32, ' '));
 }
 
 }  // namespace

@@ -65,8 +65,9 @@ TEST(Readers, OnlyRegularFilesOfTheFluidDirectoryOpen) {
   for (const char* name : {"dir.saf", "sub"}) std::filesystem::create_directories(fluids + name);
   for (const char* name : {"sub/a.saf", ".saf"}) std::filesystem::copy(directory.path() + "a.saf", fluids + name);
   ASSERT_EQ(std::system(("mkfifo " + fluids + "pipe.saf").c_str()), 0);
+  std::filesystem::create_symlink("/dev/zero", fluids + "device.saf");
   using namespace std::string_literals;
-  for (const std::string& name : {"../a"s, "sub/a"s, "sub\\a"s, "dir"s, "pipe"s, ""s, "a\0"s})
+  for (const std::string& name : {"../a"s, "sub/a"s, "sub\\a"s, "dir"s, "pipe"s, "device"s, ""s, "a\0"s})
     EXPECT_EQ(read(fluids, {name}).substr(0, 34), "Error opening fluid data file of /") << name;
   // No names at all, and a path that is too long for the library.
   record.n = 1;

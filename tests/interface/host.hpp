@@ -114,6 +114,13 @@ inline const std::vector<Case>& cases() {
       {"water", {"water"}, {1}, 320, 50e5, 450, 2e5},
       {"carbon dioxide", {"carbon dioxide"}, {1}, 250, 60e5, 330, 20e5},
       {"polar and associating", {"methanol", "acetone", "water"}, {0.3, 0.3, 0.4}, 310, 10e5, 430, 2e5},
+      {"water and alcohols",
+       {"water", "methanol", "ethanol", "1-propanol", "1-butanol"},
+       {0.2, 0.2, 0.2, 0.2, 0.2},
+       310,
+       10e5,
+       430,
+       2e5},
       {"solvents", {"n-hexane", "benzene", "cyclohexane"}, {0.5, 0.3, 0.2}, 300, 10e5, 450, 2e5},
   };
   return list;

@@ -32,12 +32,4 @@ TEST(RoundTrip, EveryPairReturnsTheState) {
   });
 }
 
-// The state just described is a liquid or a vapour, not twice the same root.
-TEST(RoundTrip, BranchesDiffer) {
-  ASSERT_EQ(host::select({"propane"}, {1}), "No errors");
-  const Call liquid = host::at_tp("TP Lph", 300, 9e5), vapour = host::at_tp("TP Vph", 300, 9e5);
-  EXPECT_GT(vapour.v / liquid.v, 10);
-  EXPECT_GT(vapour.h - liquid.h, 250);
-}
-
 }  // namespace

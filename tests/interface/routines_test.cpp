@@ -2,6 +2,7 @@
 // are made by signature, and the list is made from the headers.
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <functional>
@@ -9,11 +10,20 @@
 #include <memory>
 #include <set>
 
+#include "envelope/critical_point.hpp"
+#include "eos/caloric.hpp"
+#include "eos/density.hpp"
+#include "eos/fugacity.hpp"
+#include "eos/pressure.hpp"
+#include "flash/adapters.hpp"
 #include "interface/host.hpp"
+#include "solvers/psat_tsat.hpp"
+#include "solvers/spinodal.hpp"
 #include "tessarel/blocks.h"
 
 namespace {
 
+using Values = std::vector<double>;
 using Record = std::unique_ptr<tessarel_blocks, void (*)(tessarel_blocks*)>;
 
 /// Room behind each pointer: enough for any output of a mixture of two.
@@ -25,7 +35,9 @@ constexpr double mark = 0.4375;
 struct Offer {
   double number = mark;
   std::int32_t integer = 2;
-  int null = -1;  ///< place of the pointer that is null; -1 none, -2 all
+  int null = -1;                   ///< place of the pointer that is null; -1 none, -2 all
+  std::int32_t further = integer;  ///< the integers behind the first
+  std::vector<Values> state{};     ///< what the first arrays of numbers begin with
 };
 
 void forward(double* t, double* p, double* v, double* u, double* h, double* s, char* err, std::size_t err_len) {
@@ -41,7 +53,8 @@ void forward2(double* t, double* p, double* v, double* u, double* h, double* s, 
 /// The storage of one call.
 class Storage {
  public:
-  explicit Storage(const Offer& offer) : offer_(offer), blocks_(tessarel_blocks_new(), tessarel_blocks_free) {}
+  explicit Storage(const Offer& offer, tessarel_blocks* blocks = nullptr)
+      : offer_(offer), own_(tessarel_blocks_new(), tessarel_blocks_free), blocks_(blocks) {}
 
   template <class P>
   P argument(int place) {
@@ -55,11 +68,15 @@ class Storage {
       using T = std::remove_const_t<std::remove_pointer_t<P>>;
       if (null(place)) return nullptr;
       if constexpr (std::is_same_v<T, tessarel_blocks>) {
-        return blocks_.get();
+        return blocks();
       } else if constexpr (std::is_same_v<T, double>) {
-        return numbers_.emplace_back(new std::vector<double>(room, offer_.number))->data();
+        const std::size_t k = numbers_.size();
+        Values& array = *numbers_.emplace_back(new Values(room, offer_.number));
+        if (k < offer_.state.size()) std::copy(offer_.state[k].begin(), offer_.state[k].end(), array.begin());
+        return array.data();
       } else if constexpr (std::is_same_v<T, std::int32_t>) {
-        return integers_.emplace_back(new std::vector<std::int32_t>(room, offer_.integer))->data();
+        const std::int32_t value = integers_.empty() ? offer_.integer : offer_.further;
+        return integers_.emplace_back(new std::vector<std::int32_t>(room, value))->data();
       } else {
         return texts_.emplace_back(new std::vector<char>(text_room, 'x'))->data();
       }
@@ -72,13 +89,24 @@ class Storage {
         if (std::memcmp(&(*array)[k], &offer_.number, sizeof(double)) != 0) return false;
     return true;
   }
+  [[nodiscard]] tessarel_blocks* blocks() const { return blocks_ != nullptr ? blocks_ : own_.get(); }
+  /// What the last array begins with.
+  [[nodiscard]] Values output() const { return {numbers_.back()->begin(), numbers_.back()->begin() + 8}; }
+  /// The first 32 bit patterns of each array of numbers.
+  [[nodiscard]] std::vector<std::uint64_t> results() const {
+    std::vector<std::uint64_t> all;
+    for (const auto& array : numbers_)
+      for (std::size_t k = 0; k < 32; ++k) all.push_back(std::bit_cast<std::uint64_t>((*array)[k]));
+    return all;
+  }
 
  private:
   [[nodiscard]] bool null(int place) const { return offer_.null == place || offer_.null == -2; }
 
   Offer offer_;
-  Record blocks_;
-  std::vector<std::unique_ptr<std::vector<double>>> numbers_;
+  Record own_;
+  tessarel_blocks* blocks_;
+  std::vector<std::unique_ptr<Values>> numbers_;
   std::vector<std::unique_ptr<std::vector<std::int32_t>>> integers_;
   std::vector<std::unique_ptr<std::vector<char>>> texts_;
 };
@@ -86,7 +114,8 @@ class Storage {
 struct Routine {
   std::string name;
   int pointers = 0;
-  bool counts = false;  ///< its first argument is an integer
+  bool counts = false;   ///< its first argument is an integer
+  bool mixture = false;  ///< ... and its second an array of numbers
   std::function<void(Storage&)> call;
 };
 
@@ -95,9 +124,13 @@ Routine make(const char* name, R (*routine)(P...), std::index_sequence<I...>) {
   Routine r;
   r.name = name;
   r.pointers = static_cast<int>((0U + ... + (std::is_same_v<P, std::size_t> ? 0U : 1U)));
-  using First = std::tuple_element_t<0, std::tuple<P..., void>>;
-  r.counts = std::is_same_v<First, const std::int32_t*>;
-  r.call = [routine](Storage& s) { (void)routine(s.template argument<P>(static_cast<int>(I))...); };
+  using Arguments = std::tuple<P..., void, void>;
+  r.counts = std::is_same_v<std::tuple_element_t<0, Arguments>, const std::int32_t*>;
+  r.mixture = r.counts && std::is_same_v<std::tuple_element_t<1, Arguments>, const double*>;
+  r.call = [routine](Storage& s) {
+    const std::tuple<P...> in_order{s.template argument<P>(static_cast<int>(I))...};
+    (void)std::apply(routine, in_order);
+  };
   return r;
 }
 template <class R, class... P>
@@ -157,6 +190,27 @@ TEST_F(Routines, AnyNumbersAreSurvived) {
       }
 }
 
+// With n below the number of selected components the results are those of the first n alone, to the bit.
+TEST_F(Routines, ReadTheFirstComponentsAlone) {
+  const std::vector<std::string> names = {"methane", "ethanol", "propane", "carbon dioxide", "water", "acetone"};
+  for (const std::int32_t n : {1, 2, 3}) {
+    std::vector<std::vector<std::uint64_t>> alone;
+    for (const std::int32_t selected : {n, 6}) {
+      ASSERT_EQ(host::select({names.begin(), names.begin() + selected}, Values(6, 1.0 / selected)), "No errors");
+      std::size_t place = 0;
+      for (const Routine& r : routines())
+        for (const std::int32_t further : {0, 1, 2}) {
+          if (!r.mixture || r.name.ends_with("_spin")) continue;  // these begin with a phase and take the selection
+          Storage s({mark, n, -1, further, {{0.2, 0.5, 0.3}, {320}, {0.006}, {0.006}}});
+          r.call(s);
+          if (selected == n) alone.push_back(s.results());
+          EXPECT_TRUE(alone[place++] == s.results()) << r.name << " of " << n << " with " << further;
+        }
+    }
+    EXPECT_GT(alone.size(), 3 * 60U);
+  }
+}
+
 TEST_F(Routines, RefusedNumbersAreNaN) {
   const double x[2] = {0.4, 0.6}, t = 300, rho = 0.01;
   const std::int32_t one_too_many = 3, two = 2, outside[] = {-1, 3};
@@ -180,29 +234,10 @@ TEST_F(Routines, RefusedNumbersAreNaN) {
 
 // Preparing and assembling apart.
 
-using Prep = void (*)(const std::int32_t*, const double*, const double*, const double*, tessarel_blocks*,
-                      std::int32_t*);
-using Base = void (*)(const std::int32_t*, const double*, const double*, const tessarel_blocks*, double*);
-using Plain = void (*)(const std::int32_t*, const double*, const double*, const double*, double*);
-
-/// `routine` as an F; one that takes ipure, at the mixture.
-template <class F, auto routine>
-constexpr F at_mixture() {
-  if constexpr (std::is_convertible_v<decltype(routine), F>)
-    return routine;
-  else
-    return [](auto n, auto x, auto... more) {
-      constexpr std::int32_t mixture = 0;
-      routine(n, x, &mixture, more...);
-    };
-}
-
 /// A value with its orders by t, rho and x.
 struct Split {
   const char* name;
-  Prep prep;
-  Base base;
-  Plain plain;
+  Routine prep, base, plain;
   int t, rho, x;
 
   /// The lower orders by the same variables; for the mixed derivative by t and rho all of its total order.
@@ -211,10 +246,10 @@ struct Split {
     return within && o.x <= x;
   }
 };
-#define SPLIT(name, ...)                                                                                       \
-  Split {                                                                                                      \
-#name, at_mixture < Prep, tessarel_calc_##name##_prep>(), tessarel_calc_##name##_base, at_mixture < Plain, \
-        tessarel_calc_##name>(), __VA_ARGS__                                                                   \
+#define SPLIT(name, ...)                                                                 \
+  Split {                                                                                \
+#name, make("", tessarel_calc_##name##_prep), make("", tessarel_calc_##name##_base), \
+        make("", tessarel_calc_##name), __VA_ARGS__                                      \
   }
 const std::vector<Split> splits[] = {
     {SPLIT(a, 0, 0, 0), SPLIT(da_dt, 1, 0, 0), SPLIT(d2a_dt2, 2, 0, 0), SPLIT(d3a_dt3, 3, 0, 0), SPLIT(da_dx, 0, 0, 1),
@@ -225,31 +260,30 @@ const std::vector<Split> splits[] = {
 };
 
 TEST_F(Routines, BaseOnAPreparedRecordEqualsThePlainRoutine) {
-  const std::int32_t n = 2, other = 1;
-  const double x[2] = {0.4, 0.6}, t = 320, rho = 0.008;
+  const Offer state{mark, 2, -1, 0, {{0.4, 0.6}, {320}, {0.008}}}, density{mark, 2, -1, 0, {{0.4, 0.6}, {0.008}}};
   for (const auto& of : splits) {
     for (const Split& prepared : of) {
-      const Record blocks(tessarel_blocks_new(), tessarel_blocks_free);
-      std::int32_t status = 7;
-      prepared.prep(&n, x, &t, &rho, blocks.get(), &status);
-      EXPECT_EQ(status, 0) << prepared.name;
+      Storage storage(state);
+      prepared.prep.call(storage);
+      const auto value_of = [&](const Split& read, const Offer& offer) {
+        Storage s(offer, storage.blocks());
+        read.base.call(s);
+        return s.output();
+      };
       for (const auto& all : splits) {
         for (const Split& read : all) {
-          std::array<double, 8> value{}, expected{};
-          value.fill(mark), expected.fill(mark);
-          if (read.x == 0) expected[0] = std::nan("");
-          if (&all == &of && prepared.serves(read)) read.plain(&n, x, &t, &rho, expected.data());
-          read.base(&n, x, &rho, blocks.get(), value.data());
-          for (std::size_t k = 0; k < value.size(); ++k)
-            EXPECT_TRUE(std::isnan(expected[k])
-                            ? std::isnan(value[k])
-                            : std::abs(value[k] - expected[k]) <= 1e-12 * (1 + std::abs(expected[k])))
-                << read.name << " on " << prepared.name << ": " << value[k] << " against " << expected[k];
+          Storage plain(state);
+          read.plain.call(plain);
+          const bool served = &all == &of && prepared.serves(read);
+          const Values value = value_of(read, density), refused = read.x > 0 ? Values(8, mark) : Values{};
+          const Values expected = served ? plain.output() : refused;
+          EXPECT_EQ(std::isnan(value[0]), expected.empty()) << read.name << " on " << prepared.name;
+          for (std::size_t k = 0; k < expected.size(); ++k)
+            EXPECT_NEAR(value[k], expected[k], 1e-12 * (1 + std::abs(expected[k])))
+                << read.name << " on " << prepared.name;
         }
       }
-      double value = 0;
-      tessarel_calc_a_base(&other, x, &rho, blocks.get(), &value);
-      EXPECT_TRUE(std::isnan(value)) << prepared.name;
+      EXPECT_TRUE(std::isnan(value_of(splits[0][0], {mark, 1, -1, 0, density.state})[0])) << prepared.name;
     }
   }
 }
@@ -259,7 +293,9 @@ TEST_F(Routines, PureComponentIsPrepared) {
   const double x[2] = {0.4, 0.6}, nothing[2] = {std::nan(""), std::nan("")}, t = 320, rho = 0.008;
   const Record blocks(tessarel_blocks_new(), tessarel_blocks_free);
   double value = 0, expected = 0, mixture = 0;
-  tessarel_calc_z_prep(&n, nothing, &second, &t, &rho, blocks.get(), nullptr);
+  std::int32_t status = 7;
+  tessarel_calc_z_prep(&n, nothing, &second, &t, &rho, blocks.get(), &status);
+  EXPECT_EQ(status, 0);
   tessarel_calc_z_base(&n, nothing, &rho, blocks.get(), &value);
   tessarel_calc_z(&n, x, &second, &t, &rho, &expected);
   tessarel_calc_z(&n, x, &other, &t, &rho, &mixture);
@@ -275,26 +311,15 @@ void square(double* t, double*, double*, double*, double* h, double*, char* err,
 }
 
 TEST_F(Routines, BrentCallsTheHost) {
-  struct Case {
-    double a, b, target;
-    std::int32_t unknown;
-    double root;
-    const char* message;
-  };
-  for (const Case& c : {Case{0, 3, 2, 1, std::sqrt(2.0), "No errors"},
-                        Case{1, 3, -1, 1, 0, "Brent_Root: root not bracketed..."}, Case{0, 5, 2, 1, 0, "too hot"},
-                        Case{0, 3, 2, 7, std::nan(""), "TESSAREL error: control pair out of range..."}}) {
-    std::array<double, 6> vars{};
-    vars[4] = c.target;
-    const std::int32_t ptr[2] = {c.unknown, 5};
+  const double a = 0, b = 5;
+  for (const auto& [target, unknown, message] :
+       {std::tuple{2.0, 1, "too hot"}, {2.0, 7, "TESSAREL error: control pair out of range..."}}) {
+    std::array<double, 6> vars{0, 0, 0, 0, target, 0};
+    const std::int32_t ptr[2] = {unknown, 5};
     std::array<char, 80> err{};
-    const double root = tessarel_brent_root_1ph(square, &c.a, &c.b, vars.data(), ptr, err.data(), err.size());
-    EXPECT_EQ(host::text(err.data(), err.size()), c.message);
-    if (std::isnan(c.root))
-      EXPECT_TRUE(std::isnan(root));
-    else
-      EXPECT_NEAR(root, c.root, 1e-14);
-    EXPECT_EQ(vars[4], c.target);
+    tessarel_brent_root_1ph(square, &a, &b, vars.data(), ptr, err.data(), err.size());
+    EXPECT_EQ(host::text(err.data(), err.size()), message);
+    EXPECT_EQ(vars[4], target);
   }
 }
 
@@ -323,7 +348,7 @@ TEST_F(Routines, BinaryParametersAreRead) {
   std::array<char, 256> directory{};
   tessarel_modulepath(directory.data(), "TESSAREL", directory.size(), 8);
   const std::string table = host::text(directory.data(), directory.size()) + "BIPs.mix";
-  std::vector<double> bip(1000, mark);
+  Values bip(1000, mark);
   std::vector<char> names(2000 * 32, '?');
   std::array<char, 80> err{};
   const std::int32_t rows = 3;
@@ -333,6 +358,120 @@ TEST_F(Routines, BinaryParametersAreRead) {
   EXPECT_EQ(bip[3], mark);
   EXPECT_NE(names[1002 * 32], '?');
   EXPECT_EQ(names[3 * 32], '?');
+  ASSERT_EQ(host::select({"propane"}, {1}), "No errors");
+  err.fill('?');
+  tessarel_readbips(err.data(), err.size());
+  EXPECT_EQ(err[0], '?');
+}
+
+TEST_F(Routines, ReadersFillTheirPlaceAndTheEvaluationsFollow) {
+  std::array<char, 256> path{};
+  tessarel_fluidpath(path.data(), "TESSAREL", path.size(), 8);
+  const std::string directory = host::text(path.data(), path.size()), file = directory + "methane.saf";
+  const auto a = [] {
+    const std::int32_t n = 2;
+    const double x[2] = {0.4, 0.6}, t = 300, rho = 0.008;
+    double value = 0;
+    tessarel_calc_a(&n, x, &t, &rho, &value);
+    return value;
+  };
+  for (const bool database : {false, true}) {
+    ASSERT_EQ(host::select({"methanol", "acetone"}, {0.4, 0.6}), "No errors");
+    double before = a();
+    for (const std::int32_t i : {0, -1, 21, 2}) {
+      std::array<char, 80> err{};
+      if (database)
+        tessarel_readfluidsdb(directory.data(), "methane.saf", &i, err.data(), directory.size(), 11, err.size());
+      else
+        tessarel_readfluidsfile(file.data(), &i, err.data(), file.size(), err.size());
+      EXPECT_EQ(host::text(err.data(), 80), i == 2 ? "No errors" : "Place of a component must be 1 to 20...");
+    }
+    EXPECT_EQ(host::parameters().compname[0].trimmed(), "methanol");
+    EXPECT_EQ(host::parameters().compname[1].trimmed(), "methane");
+    EXPECT_NE(a(), std::exchange(before, a()));
+    host::parameters().eps_hb[0][0][0][1] += 100;
+    tessarel_setassocpar();
+    EXPECT_NE(a(), before);
+    ASSERT_EQ(host::select({"propane"}, {1}), "No errors");
+  }
+}
+
+// Exports that are written out, against the functions behind them: the same numbers in the same places.
+
+void expect_same(const char* what, const std::function<void(double*)>& exported,
+                 const std::function<void(double*)>& inner) {
+  const Values untouched(20, mark);
+  Values a = untouched, b = untouched;
+  exported(a.data()), inner(b.data());
+  EXPECT_EQ(a, b) << what;
+  EXPECT_NE(a, untouched) << what;
+}
+#define SAME(exported, inner) \
+  expect_same(                \
+      #exported, [&](double* o) { tessarel_##exported; }, [&](double* o) { (void)(inner); })
+
+TEST_F(Routines, ExportsOfAMixtureAreTheFunctionsBehindThem) {
+  using namespace tessarel;
+  const eos::Fluid f = host::session().fluid();
+  const eos::Eos& eos = f.eos;
+  const std::int32_t n = 2, zero = 0, one = 1, two = 2, all = 6;
+  const double x[2] = {0.3, 0.7}, t = 320, p = 2e5, rho = 0.008, eta = 0.3, v = 2e-4, vr = 9;
+  double bar = 2;
+  std::int32_t code = 0;
+  std::array<char, 80> err{};
+  char* e = err.data();
+  const auto d = calc_p_deta(eos, 2, 2, t, eta);
+  SAME(calc_v(&t, &p, &one, o, e, 80), calc_v(eos, 2, f.z, t, p, 1, *o));
+  SAME(calc_hsu(&t, &p, &v, o, o + 1, o + 2, e, 80), calc_hsu(eos, 2, f.z, t, p, v, o[0], o[1], o[2]));
+  SAME(calc_rho(&n, x, &t, &p, &two, o), calc_rho(eos, 2, x, t, p, 2, *o));
+  SAME(calc_eta_rho(&n, x, &two, &t, &rho, o), *o = calc_eta_rho(eos, 2, x, 2, t, rho));
+  SAME(calc_rho_eta(&n, x, &two, &t, &eta, o), *o = calc_rho_eta(eos, 2, x, 2, t, eta));
+  SAME(calc_p(&t, &v, o), *o = calc_p(eos, 2, f.z, t, v));
+  SAME(calc_p_deta(&n, &two, &t, &eta, o, o + 1, o + 2, o + 3),
+       (o[0] = d.p, o[1] = d.dp_deta, o[2] = d.d2p_deta2, o[3] = d.d3p_deta3));
+  SAME(calc_lnphi_tprho(&n, x, &t, &p, &rho, o), calc_lnphi_tprho(eos, 2, x, t, p, rho, o));
+  SAME(calc_lnphi_tpxn(&n, x, &t, &p, &rho, o, o + 2, o + 4, o + 8),
+       calc_lnphi_tpxn(eos, 2, x, t, p, rho, o, o + 2, o + 4, o + 8));
+  SAME(calc_lnphi_tpn(&n, x, &t, &p, &one, o, o + 2, o + 4, o + 6),
+       calc_lnphi_tpn(eos, 2, x, t, p, 1, o, o + 2, o + 4, o + 6));
+  SAME(fugacoeff(&all, &one, &n, x, &t, &bar, o, o + 2, o + 4, o + 6, &code, &code),
+       flash::fugacoeff(eos, 6, 1, 2, x, t, bar, o, o + 2, o + 4, o + 6, code, code));
+  SAME(fluiddata(&two, o, o + 1, o + 2), flash::fluiddata(host::parameters(), f.limits, 2, o[0], o[1], o[2]));
+  SAME(auxprop(&n, x, &t, &bar, &one, o, o + 1), flash::auxprop(eos, 2, x, t, bar, 1, *o, o + 1));
+  SAME(auxprop_v(&n, x, &t, &bar, &vr, o), flash::auxprop_v(eos, 2, x, t, bar, vr, o));
+  SAME(calc_d(&n, &two, &t, o), (tessarel_calc_d(&n, &zero, &t, o), o[0] = mark));
+  fluid::Limits limits = f.limits;
+  EXPECT_EQ(envelope::critpure(eos, 2, f.z, 2, limits), no_errors);
+  tessarel_critpure(&two, e, 80);
+  EXPECT_TRUE(f.limits.tc == limits.tc && f.limits.pc == limits.pc && f.limits.rhoc == limits.rhoc);
+  EXPECT_TRUE(std::isfinite(tessarel_calc_cp0(&two, &t)));
+  double lnphi[2] = {mark, mark};
+  tessarel_calc_lnphi(&n, x, &t, &p, &zero, lnphi);
+  EXPECT_EQ(lnphi[0], mark);
+}
+
+TEST_F(Routines, ExportsOfAPureFluidAreTheFunctionsBehindThem) {
+  using namespace tessarel;
+  ASSERT_EQ(host::select({"propane"}, {1}), "No errors");
+  const eos::Fluid f = host::session().fluid();
+  const double t = 320, p = 2e6, rho_l = 0.006, rho_v = 0.0004, eta = 0.3, a = 0.9 * t, b = f.limits.tc;
+  const std::int32_t liquid = 1;
+  std::array<char, 80> err{};
+  char* e = err.data();
+  SAME(calc_lnphi_rho_pure(&t, &p, o, o + 1, o + 2, o + 3), calc_lnphi_rho_pure(f.eos, t, p, o[0], o[1], o[2], o[3]));
+  SAME(calc_lnphi_eta(&t, &p, o, o + 1), calc_lnphi_eta(f.eos, t, p, o[0], o[1]));
+  SAME(calc_dlnphi_dp_rho_pure(&t, &p, &rho_l, &rho_v, o, o + 1),
+       eos::calc_dlnphi_dp_rho_pure(t, p, rho_l, rho_v, o[0], o[1]));
+  SAME(calc_dlnphi_dt_rho_pure(&t, &p, &rho_l, &rho_v, o, o + 1),
+       calc_dlnphi_dt_rho_pure(f.eos, t, p, rho_l, rho_v, o[0], o[1]));
+  SAME(calc_psat(&t, o, e, 80), solvers::calc_psat(f, t, *o));
+  SAME(calc_tsat(&p, o, e, 80), solvers::calc_tsat(f, p, *o));
+  SAME(calc_vspin(&t, o, o + 1, e, 80), solvers::calc_vspin(f, t, o[0], o[1]));
+  SAME(calc_vspin_phase(&eta, &t, o, e, 80), solvers::calc_vspin_phase(f, eta, t, *o));
+  SAME(calc_pspin(&t, o, o + 1, e, 80), solvers::calc_pspin(f, t, o[0], o[1]));
+  SAME(calc_tspin(&p, o, o + 1, e, 80), solvers::calc_tspin(f, p, o[0], o[1]));
+  SAME(brent_spin(&liquid, &p, &a, &b, o, e, 80), solvers::brent_spin(f, 1, p, a, b, *o));
+  SAME(bisec_spin(&liquid, &p, &a, &b, o, e, 80), solvers::bisec_spin(f, 1, p, a, b, *o));
 }
 
 }  // namespace

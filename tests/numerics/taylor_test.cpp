@@ -34,37 +34,6 @@ TEST(Taylor, FunctionsOfOneVariable) {
           << row.name << " order " << k;
 }
 
-/// One function of two variables over three kinds of numbers: all mixed derivatives agree.
-TEST(Taylor, MixedDerivativesAgreeBetweenKinds) {
-  const auto f = [](const auto& a, const auto& b) { return log(1.0 + a * b) * exp(a - b) / sqrt(b + a * a); };
-  const double x = 0.4, y = 1.3;
-  using Two = Taylor<2, 3>;
-  const Two both = f(variable<Two>(x, 0), variable<Two>(y, 1));
-  using Inner = Taylor<1, 2>;
-  using Nested = Taylor<1, 1, Inner>;
-  Nested a(x);
-  a.c[1] = Inner(1.0);
-  const Nested nested = f(a, Nested(variable<Inner>(y)));
-  for (int k = 0; k <= 2; ++k) EXPECT_NEAR(derivative(both, 1, k), derivative(derivative(nested, 1), k), 1e-12) << k;
-  // Closed form along one variable: x = 0 makes the logarithm vanish and its slope by x be y.
-  const Two at_zero = f(variable<Two>(0.0, 0), variable<Two>(y, 1));
-  EXPECT_EQ(derivative(at_zero, 0, 0), 0.0);
-  EXPECT_NEAR(derivative(at_zero, 1, 0), y * std::exp(-y) / std::sqrt(y), 1e-14);
-}
-
-TEST(Taylor, ShiftedSeriesEqualNestedArithmetic) {
-  const auto f = [](const auto& a) { return log(2.0 + a) * inverse(1.0 - a); };
-  using S = Taylor<1, 2>;
-  const S x = exp(variable<S>(-1.2));
-  const ShiftedSeries<2, S> series(x);
-  const auto shifted = series.lift(f(series.plain));
-  Taylor<1, 2, S> direct(x);
-  direct.c[1] = S(1.0);
-  const auto nested = f(direct);
-  for (std::size_t k = 0; k <= 2; ++k)
-    for (std::size_t l = 0; l <= 2; ++l) EXPECT_NEAR(shifted.c[k].c[l], nested.c[k].c[l], 1e-13);
-}
-
 TEST(Taylor, SmallArgumentsOfTheLogarithmKeepTheirDigits) {
   EXPECT_EQ(log_1p(1e-18), 1e-18);
   EXPECT_NEAR(log_1p(0.5), std::log(1.5), 1e-16);

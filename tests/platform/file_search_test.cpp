@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "platform/byte_source.hpp"
 #include "platform/temporary_directory.hpp"
 
 namespace tessarel::platform {
@@ -51,16 +50,6 @@ TEST(FileSearch, KeepsTwoSearchesApart) {
   EXPECT_EQ(second.name.trimmed(), "1");
   EXPECT_TRUE(find_next_file(b, second));
   EXPECT_FALSE(find_next_file(nullptr, first));
-}
-
-TEST(FileBytes, OpensRegularFilesOnly) {
-  const test::TemporaryDirectory directory;
-  const std::string pipe = directory.path() + "pipe";
-  ASSERT_EQ(std::system(("mkfifo " + pipe).c_str()), 0);
-  for (const std::string& path :
-       {directory.path(), pipe, std::string("/dev/zero"), std::string(), directory.path() + "no"})
-    EXPECT_FALSE(FileBytes(path).is_open()) << path;
-  EXPECT_TRUE(FileBytes(directory.write("file", "x") + "   ").is_open());
 }
 
 }  // namespace
