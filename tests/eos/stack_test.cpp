@@ -214,6 +214,17 @@ TEST(Stack, RootsByPhase) {
   }
 }
 
+/// Bonds that are NaN or infinite are equal to nothing, not even to themselves; the classes of alike sites still end.
+TEST(Stack, OddBondsGiveNoNumbersButEnd) {
+  for (const double odd : {std::nan(""), HUGE_VAL}) {
+    TestFluid f({"methanol", "water"}, {0.5, 0.5});
+    f.session.model.parameters.kap_hb[0][1] = f.session.model.parameters.kap_hb[1][0] = odd;
+    f.session.model.parameters.eps_hb[0][1][0][1] = odd;
+    f.session.update();
+    EXPECT_FALSE(std::isfinite(calc_a(f.eos, 2, f.z, 300, 0.01)));
+  }
+}
+
 /// Strong association, dense and dilute, cold and hot: every call returns, and what it returns is a number.
 TEST(Stack, RandomStatesGiveNumbers) {
   std::mt19937 random(7);

@@ -307,13 +307,15 @@ TEST_F(Routines, PureComponentIsPrepared) {
 
 void square(double* t, double*, double*, double*, double* h, double*, char* err, std::size_t err_len) {
   *h = *t * *t;
-  tessarel::assign_padded(err, err_len, *t > 4 ? "too hot" : "No errors");
+  tessarel::assign_padded(err, err_len, *t > 4 ? "too hot" : *t < 0 ? "" : "No errors");
 }
 
 TEST_F(Routines, BrentCallsTheHost) {
-  const double a = 0, b = 5;
-  for (const auto& [target, unknown, message] :
-       {std::tuple{2.0, 1, "too hot"}, {2.0, 7, "TESSAREL error: control pair out of range..."}}) {
+  // A host that reports nothing has failed as well.
+  for (const auto& [a, b, target, unknown, message] :
+       {std::tuple{0.0, 5.0, 2.0, 1, "too hot"},
+        {-1.0, 3.0, 2.0, 1, ""},
+        {0.0, 5.0, 2.0, 7, "TESSAREL error: control pair out of range..."}}) {
     std::array<double, 6> vars{0, 0, 0, 0, target, 0};
     const std::int32_t ptr[2] = {unknown, 5};
     std::array<char, 80> err{};

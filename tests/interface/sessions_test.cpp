@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cstring>
 #include <functional>
+#include <memory>
 #include <thread>
 
 #include "interface/host.hpp"
@@ -259,6 +260,18 @@ TEST(Sessions, TheCppWrapperSpeaksMolarUnits) {
 
   Session moved = std::move(a);
   EXPECT_THROW(a.select({"ethane"}, {1}), tessarel::Error);  // NOLINT(bugprone-use-after-move)
+  EXPECT_THROW((void)a.clone(), tessarel::Error);
+  {
+    // Objects that end in an unusual order leave the thread on session 0.
+    auto inner = std::make_unique<Session>(), outer = std::make_unique<Session>();
+    auto use_outer = std::make_unique<Session::Use>(*outer);
+    const Session::Use use_inner(*inner);
+    outer.reset();
+    inner.reset();
+    EXPECT_EQ(current(), 0);
+    use_outer.reset();
+  }
+  EXPECT_EQ(current(), 0);
   EXPECT_EQ(moved.state("TP Vph", {.t = 320, .p = 5e5}).v, first.v);
   {
     const Session::Use use(moved);
