@@ -21,6 +21,9 @@ struct State {
   double t, rho;
   std::int32_t ipure = 0;
 };
+void PrintTo(const State& s, std::ostream* out) {
+  *out << s.components << (s.simplified ? " simplified" : "") << " ipure " << s.ipure;
+}
 constexpr State states[] = {
     {"water:0.3|acetone:0.45|carbon dioxide:0.25", false, 290, 0.012},
     {"methane:0.4|n-butane:0.6", false, 350, 0.004},
