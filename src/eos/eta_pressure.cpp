@@ -1,6 +1,8 @@
 #include "eos/eta_pressure.hpp"
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 namespace tessarel::eos {
 
@@ -149,15 +151,17 @@ EtaDerivatives z_of(const MixtureState<double>& s, const Association::State<doub
     double size = 0;
     for (std::size_t k = 0; k < n; ++k) {
       const auto [s0, s1, s2] = row_sum(n, bond + 3 * k * n, x);
+      const double* from = x + 3 * k;
       double* to = next + 3 * k;
-      const double v = 1.0 / (1.0 + s0), v1 = v * s1;
-      to[0] = v;
-      to[1] = -v * v1;
-      to[2] = v * (2.0 * v1 * v1 - v * s2);
-      error += a.types[k] * (std::abs(to[0] - x[3 * k]) + std::abs(to[1] - x[3 * k + 1]));
-      size += a.types[k] * (std::abs(to[0]) + std::abs(to[1]));
+      const double v = 1.0 / (1.0 + s0), w = v * s1;
+      const double v1 = -v * w, v2 = v * (2.0 * w * w - v * s2);
+      error += a.types[k] * (std::abs(v - from[0]) + std::abs(v1 - from[1]));
+      size += a.types[k] * (std::abs(v) + std::abs(v1));
+      to[0] = from[0] + site_damping * (v - from[0]);
+      to[1] = from[1] + site_damping * (v1 - from[1]);
+      to[2] = from[2] + site_damping * (v2 - from[2]);
     }
-    for (std::size_t i = 0; i < 3 * n; ++i) x[i] += site_damping * (next[i] - x[i]);
+    std::swap(x, next);
     // A derivative large against the tolerance cannot come closer to its fixed point than its rounding.
     if (error < 4e-16 * size) break;
   }
