@@ -303,6 +303,20 @@ TEST_F(Routines, PureComponentIsPrepared) {
   EXPECT_NE(value, mixture);
 }
 
+TEST(CriticalSearch, PrintsItsPassesForAHostThatAsks) {
+  ASSERT_EQ(host::select({"n-hexane", "toluene"}, {0.5, 0.5}), "No errors");
+  const double z[] = {0.5, 0.5};
+  const std::int32_t n = 2;
+  for (const std::int32_t debug : {0, 2, 1, -1}) {  // a host's logical is its lowest bit
+    double rho = 1.3e-3, t = 400;
+    std::int32_t status = 7;
+    ::testing::internal::CaptureStdout();
+    tessarel_cubic_newton(&debug, &n, z, &rho, &t, &status);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout().find("det Q: pass 1, T = ") == 0, debug % 2 != 0) << debug;
+    EXPECT_EQ(status, 0);
+  }
+}
+
 // Brent's method on a host's forward calculation.
 
 void square(double* t, double*, double*, double*, double* h, double*, char* err, std::size_t err_len) {
