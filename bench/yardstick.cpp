@@ -1,6 +1,6 @@
-// The unit of all measurements: one plain evaluation of the reduced residual Helmholtz energy of a four-component mixture,
-// written straight from the published formulas (Gross & Sadowski 2001, appendix A) with no optimisation. Compiled with
-// -O2, so that times taken on different machines and days can be compared as multiples of it.
+// The unit of all measurements: one plain evaluation of the reduced residual Helmholtz energy of a four-component
+// mixture, written straight from the published formulas (Gross & Sadowski 2001, appendix A) with no optimisation.
+// Compiled with -O2, so that times taken on different machines and days can be compared as multiples of it.
 #include "yardstick.hpp"
 
 #include <algorithm>
