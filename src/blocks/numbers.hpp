@@ -117,7 +117,10 @@ class Arguments {
   using Full = Dual<S::count>;   ///< numbers over all slots
 
   Arguments(const Scope& s, const double* const* arrays) : scope(s) {
-    for_arguments(Family::inputs, S::orders, [&](std::size_t i, std::size_t c) { table_[i][c] = *arrays++; });
+    // As many arrays as argument_count, which the analyzer cannot follow.
+    for_arguments(Family::inputs, S::orders, [&](std::size_t i, std::size_t c) {
+      table_[i][c] = *arrays++;  // NOLINT(clang-analyzer-core.uninitialized.Assign)
+    });
   }
 
   const Scope scope;
