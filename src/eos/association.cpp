@@ -70,12 +70,12 @@ void Association::Tables::update(const Parameters& p) {
         });
       };
       // The first one stays in any case, so that the refinement ends with bonds that are NaN and equal to nothing.
-      const auto boundary = std::stable_partition(partition[k].begin() + 1, partition[k].end(), same_as_first);
-      if (boundary != partition[k].end()) {
-        const auto behind = static_cast<std::ptrdiff_t>(k) + 1;
-        std::vector<Site> rest(boundary, partition[k].end());
-        partition[k].erase(boundary, partition[k].end());
-        partition.insert(partition.begin() + behind, std::move(rest));
+      std::vector<Site> alike{partition[k].front()}, rest;
+      for (std::size_t m = 1; m < partition[k].size(); ++m)
+        (same_as_first(partition[k][m]) ? alike : rest).push_back(partition[k][m]);
+      if (!rest.empty()) {
+        partition[k] = std::move(alike);
+        partition.insert(partition.begin() + static_cast<std::ptrdiff_t>(k) + 1, std::move(rest));
         split = true;
       }
     }
