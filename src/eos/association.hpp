@@ -106,8 +106,7 @@ struct Association {
         site_count[classes] = c.sites;
         ++classes;
       }
-      const numerics::Square<T> sum{arena.take<T>(at(classes) * at(classes)), at(classes)};
-      std::fill_n(sum.data, sum.size(), T(0.0));
+      const numerics::Square<T> sum{arena.zeros<T>(at(classes) * at(classes)), at(classes)};
       for (const Bond& bond : tables.bonds) {
         const int k = place_of_class[bond.k], l = place_of_class[bond.l];
         if (k < 0 || l < 0) continue;

@@ -26,19 +26,14 @@ FractionFunction<K, S> take_fraction_function(Arena& arena, std::size_t n) {
   using E = Taylor<1, K, S>;
   FractionFunction<K, S> f;
   f.total = E(0.0);
-  const auto zeroed = [&arena](std::size_t size) {
-    E* array = arena.take<E>(size);
-    std::fill_n(array, size, E(0.0));
-    return array;
-  };
-  f.explicit1 = zeroed(n);
+  f.explicit1 = arena.zeros<E>(n);
   f.first = arena.take<S>(n);
   if constexpr (K >= 2) {
-    f.explicit2 = {zeroed(n * n), n};
+    f.explicit2 = {arena.zeros<E>(n * n), n};
     f.second = {arena.take<S>(n * n), n};
   }
   if constexpr (K >= 3) {
-    f.explicit3 = {zeroed(n * n * n), n};
+    f.explicit3 = {arena.zeros<E>(n * n * n), n};
     f.third = {arena.take<S>(n * n * n), n};
   }
   return f;

@@ -74,14 +74,9 @@ OuterDerivatives<S> take_outer(Arena& arena, std::size_t count) {
   OuterDerivatives<S> f;
   f.count = count;
   f.value = S(0.0);
-  const auto zeroed = [&arena](std::size_t size) {
-    S* array = arena.take<S>(size);
-    std::fill_n(array, size, S(0.0));
-    return array;
-  };
-  f.f1 = zeroed(count);
-  if constexpr (K >= 2) f.f2 = {zeroed(count * count), count};
-  if constexpr (K >= 3) f.f3 = {zeroed(count * count * count), count};
+  f.f1 = arena.zeros<S>(count);
+  if constexpr (K >= 2) f.f2 = {arena.zeros<S>(count * count), count};
+  if constexpr (K >= 3) f.f3 = {arena.zeros<S>(count * count * count), count};
   return f;
 }
 

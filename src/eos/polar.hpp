@@ -185,11 +185,6 @@ struct Polar {
       E e(zeta[3]);
       e.c[1] = S(1.0);
       const S scale2 = rho * second_factor(s_), scale3 = rho * rho * third_factor(s_);
-      const auto zeroed = [&arena](std::size_t size) {
-        S* array = arena.take<S>(size);
-        std::fill_n(array, size, S(0.0));
-        return array;
-      };
       for (int type = state.first_type; type <= state.last_type; ++type) {
         const Arena::Frame frame(arena);
         const Monomial& common = s_.template tables<Polar>().common[at(type)][n];
@@ -207,9 +202,9 @@ struct Polar {
         complete(a3, n, eta_x);
         CompositionDerivatives<S> term;
         term.a = S(0.0);
-        term.first = zeroed(n);
-        if constexpr (K >= 2) term.second = {zeroed(n * n), n};
-        if constexpr (K >= 3) term.third = {zeroed(n * n * n), n};
+        term.first = arena.zeros<S>(n);
+        if constexpr (K >= 2) term.second = {arena.zeros<S>(n * n), n};
+        if constexpr (K >= 3) term.third = {arena.zeros<S>(n * n * n), n};
         add_composed(pade(seeded<F>(a2.total.c[0], 0), seeded<F>(a3.total.c[0], 1)), a2, a3, n, term);
         for (std::size_t factor = 0; factor < common.size; ++factor) {
           const auto c = at(common.index[factor]);

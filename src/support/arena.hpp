@@ -2,6 +2,7 @@
 // evaluation allocates from the heap as long as its arrays fit; a larger demand gets a block of its own.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <vector>
@@ -54,6 +55,13 @@ class Arena {
     }
     T* array = reinterpret_cast<T*>(blocks_[current_].data.get() + used_);
     used_ += bytes;
+    return array;
+  }
+  /// An array of zeros.
+  template <class T>
+  T* zeros(std::size_t count) {
+    T* array = take<T>(count);
+    std::fill_n(array, count, T(0.0));
     return array;
   }
 
