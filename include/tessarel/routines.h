@@ -547,6 +547,51 @@ TESSAREL_API void tessarel_auxprop(const int32_t* n, const double* x, const doub
 TESSAREL_API void tessarel_auxprop_v(const int32_t* n, const double* x, const double* t, double* p, const double* v,
                                      double* aux);
 
+/* ---------------------------------------------------------- phase split ------------------------------------------ */
+
+/* Rachford-Rice at given ln K (n): the vapour fraction beta, with it as a start if it fits, x and y. With all the feed
+ * on one side beta is 0 or 1. */
+TESSAREL_API void tessarel_solrac(const int32_t* n, double* x, double* y, const double* z, const double* lnk,
+                                  double* beta);
+/* The plain form of the same. */
+TESSAREL_API void tessarel_rr_solve(const int32_t* n, double* x, double* y, const double* z, const double* lnk,
+                                    double* beta);
+/* One successive substitution at t [K], p_bar [bar]: solrac, both phases at the root of lower Gibbs energy, lnk_new =
+ * lnphi(x) - lnphi(y), dlnk = lnk_new - lnk, errk = sum of z dlnk^2, errmax the largest |dlnk|. fz (n) is ln z +
+ * lnphi(z); tmx, tmy are the distances of the phases from the feed's tangent plane, gmix their mean by amounts. */
+TESSAREL_API void tessarel_dirsub(const int32_t* n, const double* t, const double* p_bar, double* x, double* y,
+                                  const double* z, const double* lnk, double* lnk_new, double* beta, double* dlnk,
+                                  double* errk, double* errmax, const double* fz, double* tmx, double* tmy,
+                                  double* gmix);
+/* Stability test: minimises the tangent-plane distance tm of a trial phase from amounts y (n), in and out. option 0:
+ * ends as soon as a negative distance is shown. conv: 0 not converged, 1 ended on a negative distance, 2 converged.
+ * split: 1 when a negative distance was found. idebug is not read. Michelsen (1982a). */
+TESSAREL_API void tessarel_hebmin(const int32_t* n, const int32_t* option, int32_t* conv, int32_t* split,
+                                  const double* t, const double* p_bar, double* y, const double* z, const double* fz,
+                                  double* tm, const int32_t* idebug);
+/* Minimises the Gibbs energy of two phases from their mole amounts x, y (n), in and out; gfeed is the sum of z fz.
+ * ifail: 0, or 1 on failure. idebug is not read. Michelsen (1982b). */
+TESSAREL_API void tessarel_solmin(const int32_t* n, int32_t* ifail, const double* t, const double* p_bar, double* x,
+                                  double* y, const double* z, const double* gfeed, const int32_t* idebug);
+
+/* Flash of the selected composition at t [K] and p [Pa]: two phases or one, from no start. x, y (n) and beta: liquid,
+ * vapour (the phase of larger molar volume) and its mole fraction. A negative x(1) at entry says that x and y hold an
+ * earlier solution to start from. errormsg: "No errors" for two phases, then 0 < beta < 1 and fugacities agree to
+ * 1e-11; "Michelsen's Flash calculation: no phase split detected..." for one, x and y are then test compositions, or
+ * the feed and zeros; "Michelsen's Flash calculation: no convergence second order minimizer", "... no convergence
+ * stability analysis", "... unexpected error, NaN's calculated...". Fractions of the selection that do not sum to 1
+ * within 1e-6, and t or p that are not positive finite numbers, are refused with a text of their own. */
+TESSAREL_API void tessarel_calc_pt_flash(const double* t, const double* p, double* x, double* y, double* beta,
+                                         char* errormsg, size_t errormsg_len);
+/* The same routine by the names of its parts. */
+TESSAREL_API void tessarel_calc_flash_michelsen(const double* t, const double* p, double* x, double* y, double* beta,
+                                                char* errormsg, size_t errormsg_len);
+TESSAREL_API void tessarel_flmain(const double* t, const double* p, double* x, double* y, double* beta, char* errormsg,
+                                  size_t errormsg_len);
+/* A simple flash kept with its defects (K is a ratio of logarithms): not for calculations. */
+TESSAREL_API void tessarel_calc_flash_velda(const double* t, const double* p, double* x, double* y, double* beta,
+                                            char* errormsg, size_t errormsg_len);
+
 /* ============================================================ linear algebra ==================================== */
 
 /* n from 1 to 20, matrices (n,n) first index fastest, pivots from 1. ierr: 0; 310 a row without a non-zero entry; -1

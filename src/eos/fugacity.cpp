@@ -131,10 +131,7 @@ void slope_x(int n, const double* x, const Blocks& b, double z, const double* by
   }
 }
 
-/// The outputs of a call; those not wanted are null.
-struct Outputs {
-  double *lnphi = nullptr, *dt = nullptr, *dp = nullptr, *dx = nullptr, *dn = nullptr;
-};
+using Outputs = FugacityOutputs;
 
 /// All forms at constant t and p, from the blocks and z.
 void assemble_tp(const Eos& eos, int n, const double* x, double t, double rho, const Blocks& b, double z,
@@ -186,6 +183,17 @@ void at_phase(const Eos& eos, int n, const double* x, double t, double p, int ph
 }
 
 }  // namespace
+
+double calc_lnphi_near(const Eos& eos, int n, const double* x, double t, double p, Root root, RootMemory& memory,
+                       const FugacityOutputs& out) {
+  const Arena::Frame frame(eos.arena());
+  MixtureState<double> state;
+  prepare(eos, state, n, x, 0, t);
+  const double rho = find_root(state, p, root, memory) * state.rho_eta;
+  const Blocks b = prepare_blocks(state, n, x, t, rho, needs_of(out));
+  assemble_tp(eos, n, x, t, rho, b, p / (pressure_factor * t * rho), out);
+  return rho;
+}
 
 void calc_lnphi(const Eos& eos, int n, const double* x, double t, double p, int phase, double* lnphi) {
   at_phase(eos, n, x, t, p, phase, true, {.lnphi = lnphi});

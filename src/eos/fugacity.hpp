@@ -7,7 +7,7 @@
 // `phase`: 1 liquid-like root, 2 vapour-like, -1 lower Gibbs energy. For a single component the terms in a_x drop out.
 #pragma once
 
-#include "eos/model.hpp"
+#include "eos/phase_root.hpp"
 
 namespace tessarel::eos {
 
@@ -24,6 +24,16 @@ void calc_dlnphi_dt(const Eos& eos, int n, const double* x, double t, double p, 
 void calc_dlnphi_dp(const Eos& eos, int n, const double* x, double t, double p, int phase, double* dlnphi_dp);
 void calc_dlnphi_dx(const Eos& eos, int n, const double* x, double t, double p, int phase, double* dlnphi_dx);
 void calc_dlnphi_dn(const Eos& eos, int n, const double* x, double t, double p, int phase, double* dlnphi_dn);
+
+/// Outputs of a call; those not wanted are null.
+struct FugacityOutputs {
+  double *lnphi = nullptr, *dt = nullptr, *dp = nullptr, *dx = nullptr, *dn = nullptr;
+};
+
+/// Given t, p and the root wanted, with starts from an earlier evaluation nearby: what the phase-split calculations
+/// call. z is p / (K t rho). Returns the density.
+double calc_lnphi_near(const Eos& eos, int n, const double* x, double t, double p, Root root, RootMemory& memory,
+                       const FugacityOutputs& out);
 
 // Given t, p and the density that belongs to them; z is p / (K t rho).
 void calc_lnphi_tprho(const Eos& eos, int n, const double* x, double t, double p, double rho, double* lnphi);

@@ -23,9 +23,13 @@ struct Model {
   }
 };
 
-/// Work done since the start, for measurements alone: calls of p_eta12, and passes of the site iterations inside.
+/// Work done since the start, for measurements alone.
 struct Statistics {
-  long long pressures = 0, site_passes = 0;
+  long long pressures = 0, site_passes = 0;  ///< calls of p_eta12, and passes of the site iterations inside
+  long long fugacities = 0;                  ///< phases evaluated by the phase-split calculations
+  // Phase splits: those left to the stated substitutions; of these, to the minimiser; found from the stated trial phase
+  // though the stated steps led nowhere; found only by the wider starts; reported though a third phase exists.
+  long long stated_splits = 0, minimisers = 0, rescued_splits = 0, wide_splits = 0, three_phases = 0;
 };
 
 /// Mean segment number of a composition and the coefficients of I1 and I2 at that number, with derivatives by it: what

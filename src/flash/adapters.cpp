@@ -17,8 +17,6 @@ using fluid::pressure_factor;
 
 namespace {
 
-constexpr double pascal_per_bar = 100000.0;
-
 /// Phase code of the equation of state for one of the flash.
 int phase_of(std::int32_t mt) {
   return mt == 1 ? 1 : mt == -1 ? 2 : -1;

@@ -10,6 +10,8 @@
 
 namespace tessarel::flash {
 
+inline constexpr double pascal_per_bar = 100000.0;
+
 /// Outputs of fugacoeff by `icon`: 1 lnphi; 2 also its derivatives by t and p [1/bar]; 3 lnphi and dlnphi_dn; 6 all.
 /// Any other value clears lnphi and computes nothing. `ic` becomes 2 for `mt` 0 and 1 otherwise; `ierr` is 0.
 /// Arrays of outputs not asked for may be null.

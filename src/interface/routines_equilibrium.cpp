@@ -1,8 +1,7 @@
-// Exports of saturation, critical points, spinodal, flash adapters and the linear algebra they rest on.
+// Exports of saturation, critical points, spinodal and the linear algebra they rest on.
 #include <algorithm>
 
 #include "envelope/critical_point.hpp"
-#include "flash/adapters.hpp"
 #include "interface/routines_support.hpp"
 #include "numerics/linear_algebra.hpp"
 #include "solvers/psat_tsat.hpp"
@@ -133,35 +132,6 @@ void tessarel_determinant(const int32_t* n, const double* a, double* det, int32_
   if (ierr == nullptr) return;
   *ierr = refused_code;
   run(!valid_size(n) || any_null({a, det}), [&] { *ierr = numerics::determinant(*n, a, *det); });
-}
-
-void tessarel_fugacoeff(const int32_t* icon, const int32_t* mt, const int32_t* n, const double* z, const double* t,
-                        const double* p, double* lnphi, double* dlnphi_dt, double* dlnphi_dp, double* dlnphi_dn,
-                        int32_t* ic, int32_t* ierr) {
-  Session& session = current_session();
-  if (icon == nullptr) return;
-  const bool by_tp = *icon == 2 || *icon == 6, by_n = *icon == 3 || *icon == 6;
-  const bool refused = !valid_count(session, n) || any_null({mt, z, t, p, lnphi, ic, ierr}) ||
-                       (by_tp && any_null({dlnphi_dt, dlnphi_dp})) || (by_n && dlnphi_dn == nullptr);
-  run(refused, [&] {
-    flash::fugacoeff(session.eos(), *icon, *mt, *n, z, *t, *p, lnphi, dlnphi_dt, dlnphi_dp, dlnphi_dn, *ic, *ierr);
-  });
-}
-void tessarel_fluiddata(const int32_t* i, double* tc, double* pc, double* omega) {
-  Session& session = current_session();
-  scalars(!valid_place(session, i), {tc, pc, omega},
-          [&] { flash::fluiddata(session.model.parameters, session.limits, *i, *tc, *pc, *omega); });
-}
-void tessarel_auxprop(const int32_t* n, const double* x, const double* t, double* p, const int32_t* mt, double* z,
-                      double* aux) {
-  Session& session = current_session();
-  run(!valid_count(session, n) || any_null({x, t, p, mt, z, aux}),
-      [&] { flash::auxprop(session.eos(), *n, x, *t, *p, *mt, *z, aux); });
-}
-void tessarel_auxprop_v(const int32_t* n, const double* x, const double* t, double* p, const double* v, double* aux) {
-  Session& session = current_session();
-  run(!valid_count(session, n) || any_null({x, t, p, v, aux}),
-      [&] { flash::auxprop_v(session.eos(), *n, x, *t, *p, *v, aux); });
 }
 
 }  // extern "C"
