@@ -592,6 +592,21 @@ TESSAREL_API void tessarel_flmain(const double* t, const double* p, double* x, d
 TESSAREL_API void tessarel_calc_flash_velda(const double* t, const double* p, double* x, double* y, double* beta,
                                             char* errormsg, size_t errormsg_len);
 
+/* Flash of the selected composition for a pair of properties, molar SI: mode 1 a = p, b = t; 2 p, h; 3 p, s; 4 t, v;
+ * 5 v, u. All other arguments are results: q the vapour fraction, x, y (n) the phases; one phase has q of 0 or 1 and
+ * zeros for the other. Range 100 to 1000 K, up to 2e8 Pa. errormsg: "No errors", "Michelsen's GenFlash calculation:
+ * error code = -2" when the search left this range, "... = -3" when it found no state, "Michelsen's GenFlash
+ * calculation: unexpected error, NaN's calculated...". Results are written always. */
+TESSAREL_API void tessarel_calc_ab_flash(const int32_t* mode, const double* a, const double* b, double* t, double* p,
+                                         double* v, double* u, double* h, double* s, double* q, double* x, double* y,
+                                         char* errormsg, size_t errormsg_len);
+/* The same in reduced units: p [bar], h, u and s divided by R, v = V / R [K/bar]. ispec 1: spec1 = t, spec2 = p; 2: h,
+ * p; 3: s, p; 4: t, v; 5: u, v. z (n) amounts of any sum; bv, bl the fractions of vapour and liquid. icode: 0, -2, -3
+ * as above, -1 for a refused call. debug is not read. */
+TESSAREL_API void tessarel_genflash(const int32_t* ispec, const double* spec1, const double* spec2, const int32_t* n,
+                                    double* t, double* p, const double* z, double* bv, double* bl, double* x, double* y,
+                                    double* h, double* s, double* u, double* v, const int32_t* debug, int32_t* icode);
+
 /* ============================================================ linear algebra ==================================== */
 
 /* n from 1 to 20, matrices (n,n) first index fastest, pivots from 1. ierr: 0; 310 a row without a non-zero entry; -1

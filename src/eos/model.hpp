@@ -30,6 +30,8 @@ struct Statistics {
   // Phase splits: those left to the stated substitutions; of these, to the minimiser; found from the stated trial phase
   // though the stated steps led nowhere; found only by the wider starts; reported though a third phase exists.
   long long stated_splits = 0, minimisers = 0, rescued_splits = 0, wide_splits = 0, three_phases = 0;
+  // General flashes: those left to the search in t and p, and to the bracket behind it.
+  long long state_function_searches = 0, bracketed_searches = 0;
 };
 
 /// Mean segment number of a composition and the coefficients of I1 and I2 at that number, with derivatives by it: what

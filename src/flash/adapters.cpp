@@ -22,28 +22,6 @@ int phase_of(std::int32_t mt) {
   return mt == 1 ? 1 : mt == -1 ? 2 : -1;
 }
 
-/// The properties at a number density and the reduced volume that belongs to it.
-double properties(const Eos& eos, int n, const double* x, double t, double rho, double vr, double& p, double* aux) {
-  double a = 0, a_t = 0, a_tt = 0;
-  eos::calc_a_dt12(eos, n, x, t, rho, a, a_t, a_tt);
-  const auto [z_eos, z_t] = eos::calc_z_first_t(eos, n, x, t, rho);
-  const double z_rho = eos::calc_dz_drho(eos, n, x, 0, t, rho);
-  if (p == 0) p = pressure_factor * z_eos * t * rho * 1e-5;
-  const double z = p * vr / t;
-  const double dpdv = -pressure_factor * t * (rho * z_rho + z) * rho * rho / avogadro_factor;
-  const double dpdt = pressure_factor * rho * (t * z_t + z);
-  const double w = -100000.0 * dpdt / (gas_constant * dpdv);
-  aux[2] = t * (z - 1.0 - t * a_t);
-  aux[3] = std::log(z) - a - t * a_t;
-  aux[4] = -t * (2.0 * a_t + t * a_tt) - 1.0 - (t / gas_constant) * dpdt * dpdt / dpdv;
-  aux[5] = 1.0 / p - w;
-  aux[6] = vr - t * w;
-  aux[7] = dpdv * gas_constant * 1e-10;
-  aux[8] = w;
-  aux[9] = aux[7] / t;
-  return z;
-}
-
 }  // namespace
 
 void fugacoeff(const Eos& eos, std::int32_t icon, std::int32_t mt, int n, const double* z, double t, double p,
@@ -92,16 +70,37 @@ void fluiddata(const fluid::Parameters& p, const fluid::Limits& limits, int i, d
   omega = p.omega[k];
 }
 
+double auxprop_rho(const Eos& eos, int n, const double* x, double t, double rho, double& p, double* aux) {
+  const double vr = avogadro_factor / rho / gas_constant * 100000.0;
+  double a = 0, a_t = 0, a_tt = 0;
+  eos::calc_a_dt12(eos, n, x, t, rho, a, a_t, a_tt);
+  const auto [z_eos, z_t] = eos::calc_z_first_t(eos, n, x, t, rho);
+  const double z_rho = eos::calc_dz_drho(eos, n, x, 0, t, rho);
+  if (p == 0) p = pressure_factor * z_eos * t * rho * 1e-5;
+  const double z = p * vr / t;
+  const double dpdv = -pressure_factor * t * (rho * z_rho + z) * rho * rho / avogadro_factor;
+  const double dpdt = pressure_factor * rho * (t * z_t + z);
+  const double w = -100000.0 * dpdt / (gas_constant * dpdv);
+  aux[2] = t * (z - 1.0 - t * a_t);
+  aux[3] = std::log(z) - a - t * a_t;
+  aux[4] = -t * (2.0 * a_t + t * a_tt) - 1.0 - (t / gas_constant) * dpdt * dpdt / dpdv;
+  aux[5] = 1.0 / p - w;
+  aux[6] = vr - t * w;
+  aux[7] = dpdv * gas_constant * 1e-10;
+  aux[8] = w;
+  aux[9] = aux[7] / t;
+  return z;
+}
+
 void auxprop(const Eos& eos, int n, const double* x, double t, double& p, std::int32_t mt, double& z, double* aux) {
   double rho = 0;
   eos::calc_rho(eos, n, x, t, p * pascal_per_bar, phase_of(mt), rho);
-  const double vr = avogadro_factor / rho / gas_constant * 100000.0;
-  z = properties(eos, n, x, t, rho, vr, p, aux);
+  z = auxprop_rho(eos, n, x, t, rho, p, aux);
 }
 
 void auxprop_v(const Eos& eos, int n, const double* x, double t, double& p, double v, double* aux) {
   const double rho = avogadro_factor / v / gas_constant * 100000.0;
-  properties(eos, n, x, t, rho, v, p, aux);
+  auxprop_rho(eos, n, x, t, rho, p, aux);
 }
 
 }  // namespace tessarel::flash

@@ -24,11 +24,15 @@ void fluiddata(const fluid::Parameters& p, const fluid::Limits& limits, int i, d
 
 using Aux = std::array<double, 10>;
 
-/// Reduced caloric and volumetric properties of one phase at `t` [K], `p` [bar]; entries 1 and 2 of `aux` are not
-/// written. `p` of exactly 0 is replaced by the pressure of the density found. `z` is the compressibility factor.
+/// Reduced caloric and volumetric properties of one phase at `t` [K], `p` [bar] and the number density `rho` that
+/// belongs to them; entries 1 and 2 of `aux` are not written. `p` of exactly 0 is replaced by the pressure of the
+/// equation of state. Returns the compressibility factor.
+double auxprop_rho(const eos::Eos& eos, int n, const double* x, double t, double rho, double& p, double* aux);
+
+/// The same at the root `mt` of `t`, `p`; `z` is the compressibility factor.
 void auxprop(const eos::Eos& eos, int n, const double* x, double t, double& p, std::int32_t mt, double& z, double* aux);
 
-/// The same at the reduced volume `v` = v / R in bar units, K/bar.
+/// ... and at the reduced volume `v` = v / R in bar units, K/bar.
 void auxprop_v(const eos::Eos& eos, int n, const double* x, double t, double& p, double v, double* aux);
 
 }  // namespace tessarel::flash

@@ -307,14 +307,7 @@ bool Flash::improve_with(const double* trial) {
 /// or there are three phases.
 void Flash::keep_if_stable() {
   for (int round = 0; round < 4; ++round) {
-    // At equal fugacities both phases have the same plane; the phase with more of a component has it exactly.
-    Vector plane{};
-    for (std::size_t i = 0; i < at(n_); ++i) {
-      const Phase& phase = split_.liquid.x[i] > split_.vapour.x[i] ? split_.liquid : split_.vapour;
-      plane[i] = z_[i] > 0 ? std::log(phase.x[i]) + phase.lnphi[i] : log_of_absent;
-    }
-    const double* known[] = {split_.liquid.x.data(), split_.vapour.x.data()};
-    const Trial third = search_widely(conditions(), z_, plane.data(), known, {}, {.ideal_gas = true});
+    const Trial third = third_phase(conditions(), z_, split_);
     if (!third.found) return;
     if (!improve_with(third.y.data())) {
       ++statistics().three_phases;

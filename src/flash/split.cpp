@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "eos/density.hpp"
 #include "flash/rachford_rice.hpp"
 #include "numerics/symmetric.hpp"
 
@@ -201,6 +202,19 @@ bool acceptable(const Conditions& c, const double* z, const Split& split) {
   for (int i = 0; i < c.n; ++i)
     if (z[i] > 0) difference = std::max(difference, std::abs(split.lnk[at(i)]));
   return difference > 1e-6;
+}
+
+Vector plane_of(int n, const double* z, const Split& split) {
+  Vector plane{};
+  for (std::size_t i = 0; i < at(n); ++i) {
+    const Phase& phase = split.liquid.x[i] > split.vapour.x[i] ? split.liquid : split.vapour;
+    plane[i] = z[i] > 0 ? std::log(phase.x[i]) + phase.lnphi[i] : log_of_absent;
+  }
+  return plane;
+}
+
+bool is_vapour_like(const Conditions& c, const Phase& phase) {
+  return eos::calc_eta_rho(c.eos, c.n, phase.x.data(), 0, c.t, phase.rho) < 0.13;
 }
 
 void set_labels(int n, Split& split) {

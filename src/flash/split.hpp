@@ -43,6 +43,12 @@ bool minimise_from_trial(const Conditions& c, const double* z, const double* d, 
 /// Two different phases in equilibrium, not above the feed.
 bool acceptable(const Conditions& c, const double* z, const Split& split);
 
+/// The tangent plane that the phases of a split share: ln x + lnphi, of each component in the phase with more of it.
+Vector plane_of(int n, const double* z, const Split& split);
+
+/// True for one phase that is rather a vapour: less dense than the critical packing fraction of about 0.13.
+bool is_vapour_like(const Conditions& c, const Phase& phase);
+
 /// Calls the phase of larger molar volume the vapour.
 void set_labels(int n, Split& split);
 

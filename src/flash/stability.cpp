@@ -286,6 +286,12 @@ Trial search_widely(const Conditions& c, const double* z, const double* d, Known
   return wide.best;
 }
 
+Trial third_phase(const Conditions& c, const double* z, const Split& split) {
+  const double* known[] = {split.liquid.x.data(), split.vapour.x.data()};
+  const Vector plane = plane_of(c.n, z, split);
+  return search_widely(c, z, plane.data(), known, {}, {.ideal_gas = true});
+}
+
 bool locally_stable(const Conditions& c, const Phase& feed, double* y) {
   const auto n = at(c.n);
   const Arena::Frame frame(c.eos.arena());

@@ -7,7 +7,7 @@
 #include <initializer_list>
 #include <span>
 
-#include "flash/phase.hpp"
+#include "flash/split.hpp"
 
 namespace tessarel::flash {
 
@@ -46,6 +46,9 @@ struct WideStarts {
 };
 Trial search_widely(const Conditions& c, const double* z, const double* d, Known known, std::span<const Vector> minima,
                     WideStarts starts);
+
+/// A composition below the tangent plane that the phases of a split share: there are other phases, or a third one.
+Trial third_phase(const Conditions& c, const double* z, const Split& split);
 
 /// Whether the Gibbs energy has a minimum at the tangent point itself: I + sqrt(z_i z_j) dlnphi_i/dn_j positive
 /// definite. Where it has not, `y` becomes a composition beside z along the direction in which z splits.

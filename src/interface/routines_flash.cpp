@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "flash/adapters.hpp"
+#include "flash/general_flash.hpp"
 #include "flash/pt_flash.hpp"
 #include "flash/rachford_rice.hpp"
 #include "flash/stability.hpp"
@@ -17,6 +18,9 @@ namespace {
 
 constexpr Message bad_fractions = "TESSAREL error: mole fractions of the selection must sum to 1 within 1e-6...";
 constexpr Message bad_state = "TESSAREL error: temperature and pressure must be positive finite numbers...";
+constexpr Message bad_pair =
+    "TESSAREL error: the values given must be finite, and pressure, temperature, volume positive...";
+constexpr int32_t refused_code = -1;
 constexpr Message bad_start = "TESSAREL error: the compositions to start from must be finite numbers, none negative...";
 
 bool positive(double value) {
@@ -167,6 +171,43 @@ void tessarel_flmain(const double* t, const double* p, double* x, double* y, dou
 void tessarel_calc_flash_velda(const double* t, const double* p, double* x, double* y, double* beta, char* errormsg,
                                size_t errormsg_len) {
   flash_at_tp(flash::calc_flash_velda, t, p, x, y, beta, {errormsg, errormsg_len});
+}
+
+void tessarel_calc_ab_flash(const int32_t* mode, const double* a, const double* b, double* t, double* p, double* v,
+                            double* u, double* h, double* s, double* q, double* x, double* y, char* errormsg,
+                            size_t errormsg_len) {
+  Session& session = current_session();
+  report(session, {mode, a, b, t, p, v, u, h, s, q, x, y}, {errormsg, errormsg_len}, [&]() -> Message {
+    if (*mode < 1 || *mode > 5) return "TESSAREL error: mode of the flash must be 1 to 5...";
+    const bool b_is_positive = *mode == 1 || *mode == 4;
+    if (!positive(*a) || !std::isfinite(*b) || (b_is_positive && !positive(*b))) return bad_pair;
+    if (!adds_up(session)) return bad_fractions;
+    flash::AbResult r;
+    const Message message = flash::calc_ab_flash(session.fluid(), *mode, *a, *b, r);
+    *t = r.t, *p = r.p, *v = r.v, *u = r.u, *h = r.h, *s = r.s, *q = r.q;
+    std::copy_n(r.x.begin(), session.n(), x);
+    std::copy_n(r.y.begin(), session.n(), y);
+    return message;
+  });
+}
+void tessarel_genflash(const int32_t* ispec, const double* spec1, const double* spec2, const int32_t* n, double* t,
+                       double* p, const double* z, double* bv, double* bl, double* x, double* y, double* h, double* s,
+                       double* u, double* v, const int32_t* /*debug*/, int32_t* icode) {
+  Session& session = current_session();
+  if (icode == nullptr) return;
+  *icode = refused_code;
+  const bool refused = !valid_count(session, n) || any_null({ispec, spec1, spec2, t, p, z, bv, bl, x, y, h, s, u, v}) ||
+                       *ispec < 1 || *ispec > 5 || !std::isfinite(*spec1) || !positive(*spec2) ||
+                       ((*ispec == 1 || *ispec == 4) && !positive(*spec1)) || !usable_amounts(*n, z);
+  run(refused, [&] {
+    flash::GeneralState state;
+    const eos::Fluid fluid{session.eos(), *n, z, session.limits};
+    *icode = flash::genflash(static_cast<flash::Given>(*ispec), *spec1, *spec2, fluid, state);
+    *t = state.t, *p = state.p, *bv = state.bv, *bl = state.bl;
+    *h = state.h, *s = state.s, *u = state.u, *v = state.v;
+    std::copy_n(state.x.begin(), *n, x);
+    std::copy_n(state.y.begin(), *n, y);
+  });
 }
 
 }  // extern "C"

@@ -1,0 +1,109 @@
+#include "flash/equilibrium.hpp"
+
+#include <algorithm>
+
+#include "flash/adapters.hpp"
+#include "fluid/ideal_gas.hpp"
+#include "numerics/symmetric.hpp"
+
+namespace tessarel::flash {
+
+using fluid::gas_constant;
+
+Properties phase_properties(const eos::Eos& eos, int n, const Phase& phase, double t, double p) {
+  Aux aux{};
+  double pressure = p;
+  const double* x = phase.x.data();
+  auxprop_rho(eos, n, x, t, phase.rho, pressure, aux.data());
+  const fluid::Parameters& parameters = eos.parameters();
+  double formation = 0, mixing = 0;
+  for (int i = 0; i < n; ++i) {
+    formation += x[i] * parameters.delhf0[at(i)];
+    if (x[i] > 0) mixing += x[i] * std::log(x[i]);
+  }
+  Properties r;
+  r.h = aux[2] + (fluid::calc_icp0mix_dt(parameters, n, x, t) + formation) / gas_constant;
+  r.s = aux[3] - mixing + fluid::calc_icp0mix_t_dt(parameters, n, x, t) / gas_constant - std::log(p);
+  r.v = fluid::avogadro_factor / phase.rho / gas_constant * pascal_per_bar;
+  r.h_t = aux[4] + fluid::calc_cp0mix(parameters, n, x, t) / gas_constant;
+  r.v_t = aux[8];
+  r.v_p = 1.0 / aux[7];
+  r.h_p = r.v - t * r.v_t;
+  return r;
+}
+
+Equilibrium::Equilibrium(const eos::Eos& eos, int n, const double* z)
+    : eos_(eos),
+      n_(n),
+      z_(z),
+      liquid_dn_(eos.arena().take<double>(at(n * n))),
+      vapour_dn_(eos.arena().take<double>(at(n * n))),
+      factors_{eos.arena().take<double>(at(n * n)), at(n)} {}
+
+bool Equilibrium::linearise(double t_now, double p_now, const Split& from, Mixing mixing) {
+  t = t_now;
+  p = p_now;
+  split = from;
+  Vector t_l{}, t_v{}, p_l{}, p_v{};
+  const auto evaluate_phase = [&](Phase& phase, Vector& dt, Vector& dp, double* dn) {
+    ++eos_.work.statistics.fugacities;
+    const bool real = mixing == Mixing::real;
+    phase.rho = eos::calc_lnphi_near(
+        eos_, n_, phase.x.data(), t, p * pascal_per_bar, Root::lower_gibbs, phase.roots,
+        {.lnphi = phase.lnphi.data(), .dt = dt.data(), .dp = dp.data(), .dn = real ? dn : nullptr});
+    if (!real) std::fill_n(dn, n_ * n_, 0.0);
+  };
+  evaluate_phase(split.liquid, t_l, p_l, liquid_dn_);
+  evaluate_phase(split.vapour, t_v, p_v, vapour_dn_);
+  split.error = 0;
+  for (std::size_t i = 0; i < at(n_); ++i) {
+    g[i] = split.lnk[i] + split.vapour.lnphi[i] - split.liquid.lnphi[i];
+    g_t[i] = t_v[i] - t_l[i];
+    g_p[i] = (p_v[i] - p_l[i]) * pascal_per_bar;
+    if (z_[i] > 0) split.error = std::max(split.error, std::abs(g[i]));
+  }
+  scaled_hessian(n_, z_, split, liquid_dn_, vapour_dn_, scale_, factors_);
+  if (!std::isfinite(split.error) || !numerics::cholesky(factors_)) return false;
+  respond(g, scaled_g);
+  respond(g_t, scaled_t);
+  respond(g_p, scaled_p);
+  liquid = phase_properties(eos_, n_, split.liquid, t, p);
+  vapour = phase_properties(eos_, n_, split.vapour, t, p);
+  const double of_vapour = split.beta, of_liquid = 1.0 - of_vapour;
+  const auto mix = [&](double Properties::*member) { return of_liquid * liquid.*member + of_vapour * vapour.*member; };
+  overall = {};
+  overall.h = mix(&Properties::h);
+  overall.s = mix(&Properties::s);
+  overall.v = mix(&Properties::v);
+  // Partial molar differences vapour - liquid: of h -t^2 g_t, of v t g_p, of s (those of h - mu) / t.
+  const double by_tt = over_amounts(g_t, scaled_t), by_tp = over_amounts(g_t, scaled_p);
+  overall.h_t = mix(&Properties::h_t) - t * t * by_tt;
+  overall.h_p = mix(&Properties::h_p) - t * t * by_tp;
+  overall.v_t = mix(&Properties::v_t) + t * over_amounts(g_p, scaled_t);
+  overall.v_p = mix(&Properties::v_p) + t * over_amounts(g_p, scaled_p);
+  h_g = -t * t * over_amounts(g_t, scaled_g);
+  s_g = h_g / t - over_amounts(g, scaled_g);
+  v_g = t * over_amounts(g_p, scaled_g);
+  return std::isfinite(overall.h_t) && std::isfinite(overall.v_p);
+}
+
+void Equilibrium::respond(const Vector& gradient, Vector& scaled) const {
+  for (std::size_t i = 0; i < at(n_); ++i) scaled[i] = -scale_[i] * gradient[i];
+  numerics::cholesky_solve(factors_, scaled.data());
+}
+
+void Equilibrium::change_of_lnk(const Vector& gradient, Vector& delta) const {
+  Vector scaled;
+  respond(gradient, scaled);
+  double sum = 0;
+  for (std::size_t i = 0; i < at(n_); ++i) sum += scale_[i] * scaled[i];
+  for (std::size_t i = 0; i < at(n_); ++i) delta[i] = scale_[i] > 0 ? scaled[i] / scale_[i] - sum : -gradient[i];
+}
+
+double Equilibrium::over_amounts(const Vector& a, const Vector& scaled) const {
+  double sum = 0;
+  for (std::size_t i = 0; i < at(n_); ++i) sum += a[i] * scale_[i] * scaled[i];
+  return split.beta * (1.0 - split.beta) * sum;
+}
+
+}  // namespace tessarel::flash

@@ -1,0 +1,55 @@
+// The flash for five specifications: (T, P), (P, h), (P, s), (T, v), (v, u) (Michelsen 1999,
+// doi:10.1016/S0378-3812(99)00092-8).
+//
+// The ways to the solution, in their order: from an ideal-solution estimate by substitution and Newton's method on
+// fugacities and specification together; the one-phase solution, if it is stable; a search in t and p for the extremum
+// of the state function whose inner step is the flash at t and p; behind these, the root of the specification over the
+// flash at t and p, bracketed. All end in Newton's method to rounding.
+//
+// Reduced by the gas constant: t [K], p [bar], h and u [K], s, v = V / R [K/bar].
+#pragma once
+
+#include <cstdint>
+
+#include "flash/equilibrium.hpp"
+#include "flash/pt_flash.hpp"
+
+namespace tessarel::flash {
+
+enum class Given { tp = 1, ph = 2, ps = 3, tv = 4, vu = 5 };
+
+/// Codes of genflash: the search left its range of 100 to 1000 K and up to 2000 bar; more than 20 passes.
+inline constexpr int left_range = -2, too_many_passes = -3;
+
+/// A state found: one phase, then with bv of 0 or 1 and the other phase zeros, or two.
+struct GeneralState {
+  double t = 0, p = 0;
+  double bv = 0, bl = 0;  ///< fractions of vapour and liquid
+  Vector x{}, y{};
+  double h = 0, s = 0, u = 0, v = 0;
+  Split split;   ///< of two phases
+  Phase single;  ///< of one phase
+  bool two_phases = false;
+};
+
+/// `first` and `second`: t, p; h, p; s, p; t, v; u, v. `fluid.z` of any sum. Returns 0, left_range or too_many_passes.
+int genflash(Given given, double first, double second, const eos::Fluid& fluid, GeneralState& state);
+
+/// The same in SI units, with the pair (P,T), (P,h), (P,s), (T,v), (v,u) by `mode` 1 to 5 as a, b. Messages: "No
+/// errors", "Michelsen's GenFlash calculation: error code = <code>", "Michelsen's GenFlash calculation: unexpected
+/// error, NaN's calculated...". Results are written always.
+struct AbResult {
+  double t = 0, p = 0, v = 0, u = 0, h = 0, s = 0, q = 0;
+  Vector x{}, y{};
+};
+Message calc_ab_flash(const eos::Fluid& fluid, int mode, double a, double b, AbResult& result);
+
+/// The ideal-solution estimate with Wilson's K: t and p that meet the specification, and the split there. The liquid
+/// differs from the ideal gas by what the temperature dependence of K implies.
+struct Estimate {
+  double t = 0, p = 0, beta = 0;
+  Vector lnk{};
+};
+Estimate simod(Given given, double first, double second, const eos::Fluid& fluid);
+
+}  // namespace tessarel::flash
