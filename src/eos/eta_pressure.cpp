@@ -139,39 +139,25 @@ EtaDerivatives z_of(const MixtureState<double>& s, const Association::State<doub
       m[2] = 2.0 * b[2] + eta * w * (3.0 * g2 + eta * g3);
     }
   }
-  // The fractions and their derivatives, iterated together.
+  // The fractions, and their derivatives from X (1 + sum bond X) = 1 differentiated.
   double* x = arena.take<double>(3 * n);
-  double* next = arena.take<double>(3 * n);
-  for (std::size_t k = 0; k < n; ++k) x[3 * k] = 1.0, x[3 * k + 1] = x[3 * k + 2] = 0.0;
-  const double tolerance = site_tolerance(eta);
-  double error = 1.0;
-  for (int pass = 0; pass < max_site_passes && error > tolerance; ++pass) {
-    ++s.eos->work.statistics.site_passes;
-    error = 0;
-    double size = 0;
-    for (std::size_t k = 0; k < n; ++k) {
-      const auto [s0, s1, s2] = row_sum(n, bond + 3 * k * n, x);
-      const double* from = x + 3 * k;
-      double* to = next + 3 * k;
-      const double v = 1.0 / (1.0 + s0), w = v * s1;
-      const double v1 = -v * w, v2 = v * (2.0 * w * w - v * s2);
-      error += a.types[k] * (std::abs(v - from[0]) + std::abs(v1 - from[1]));
-      size += a.types[k] * (std::abs(v) + std::abs(v1));
-      to[0] = from[0] + site_damping * (v - from[0]);
-      to[1] = from[1] + site_damping * (v1 - from[1]);
-      to[2] = from[2] + site_damping * (v2 - from[2]);
-    }
-    std::swap(x, next);
-    // A derivative large against the tolerance cannot come closer to its fixed point than its rounding.
-    if (error < 4e-16 * size) break;
-  }
-  // The value decides on the density: bring it to the rounding of the machine, as solve_unbonded does.
   double* bond0 = arena.take<double>(n * n);
   double* x0 = arena.take<double>(n);
+  double* x1 = arena.take<double>(n);
+  double* x2 = arena.take<double>(n);
   for (std::size_t i = 0; i < n * n; ++i) bond0[i] = bond[3 * i];
-  for (std::size_t k = 0; k < n; ++k) x0[k] = x[3 * k];
-  polish_unbonded(arena, a.classes, bond0, x0);
-  for (std::size_t k = 0; k < n; ++k) x[3 * k] = x0[k];
+  const double tolerance = site_tolerance(eta);
+  solve_unbonded(arena, a.classes, a.types, bond0, tolerance, x0, &s.eos->work.statistics.site_passes);
+  const SiteMatrix matrix(arena, a.classes, bond0, x0);
+  for (std::size_t k = 0; k < n; ++k) x[3 * k] = x0[k], x[3 * k + 1] = x[3 * k + 2] = 0.0;
+  double* driving = arena.take<double>(n);
+  for (std::size_t k = 0; k < n; ++k) driving[k] = -x0[k] * x0[k] * row_sum(n, bond + 3 * k * n, x).first;
+  solve_unbonded_order(arena, matrix, a.classes, a.types, bond0, tolerance, x0, driving, x1);
+  for (std::size_t k = 0; k < n; ++k) x[3 * k + 1] = x1[k];
+  for (std::size_t k = 0; k < n; ++k)
+    driving[k] = 2.0 * x1[k] * x1[k] / x0[k] - x0[k] * x0[k] * row_sum(n, bond + 3 * k * n, x).second;
+  solve_unbonded_order(arena, matrix, a.classes, a.types, bond0, tolerance, x0, driving, x2);
+  for (std::size_t k = 0; k < n; ++k) x[3 * k + 2] = x2[k];
   // z_assoc = -1/2 sum x_k n_k X_k sum over l of moment_kl X_l.
   EtaDerivatives z{0, 0, 0};
   for (std::size_t k = 0; k < n; ++k) {

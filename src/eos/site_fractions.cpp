@@ -1,77 +1,128 @@
 #include "eos/site_fractions.hpp"
 
+#include <algorithm>
+
 namespace tessarel::eos {
 
 namespace {
 
-/// Passes after the tolerance is met. The tolerance leaves some 1e-11 in X, which shows ten times larger in z where
-/// association and repulsion nearly cancel. Each site is damped by 1 / (2 - x), which removes the error where the sites
-/// of a system are alike; every second step is stretched by the observed ratio of two steps (Aitken), which removes the
-/// slow mode of systems with unlike sites. `image(k)` is the right-hand side of site k.
-template <class Image>
-void polish(Arena& arena, std::size_t n, const double* x, double* v, Image image) {
-  constexpr int passes = 16;
-  const Arena::Frame frame(arena);
-  double* step = arena.take<double>(n);
-  double* previous = arena.take<double>(n);
-  for (int pass = 0; pass < passes; ++pass) {
-    double error = 0, size = 0, with_previous = 0, previous_norm = 0;
-    for (std::size_t k = 0; k < n; ++k) {
-      step[k] = (image(k) - v[k]) / (2.0 - x[k]);
-      error += std::abs(step[k]);
-      size += std::abs(v[k]);
-    }
-    if (!(error > 2e-16 * size)) return;
-    double stretch = 1.0;
-    if (pass % 2 == 1) {
-      for (std::size_t k = 0; k < n; ++k) {
-        with_previous += step[k] * previous[k];
-        previous_norm += previous[k] * previous[k];
-      }
-      const double ratio = with_previous / previous_norm;
-      if (std::abs(ratio) < 0.999) stretch = 1.0 / (1.0 - ratio);
-    }
-    for (std::size_t k = 0; k < n; ++k) {
-      v[k] += stretch * step[k];
-      previous[k] = step[k];
+/// L U of a matrix of rows, in place and without pivoting: with the sites' amounts as weights of the rows the matrices
+/// here are symmetric and positive definite.
+bool factor(std::size_t n, double* a) {
+  for (std::size_t j = 0; j < n; ++j) {
+    const double pivot = a[j * n + j];
+    if (!(std::abs(pivot) > 1e-300) || !std::isfinite(pivot)) return false;
+    const double inverse = 1.0 / pivot;
+    a[j * n + j] = inverse;
+    for (std::size_t i = j + 1; i < n; ++i) {
+      const double ratio = a[i * n + j] * inverse;
+      a[i * n + j] = ratio;
+      for (std::size_t k = j + 1; k < n; ++k) a[i * n + k] -= ratio * a[j * n + k];
     }
   }
+  return true;
+}
+
+void solve_factored(std::size_t n, const double* lu, double* b) {
+  for (std::size_t i = 1; i < n; ++i)
+    for (std::size_t k = 0; k < i; ++k) b[i] -= lu[i * n + k] * b[k];
+  for (std::size_t i = n; i-- > 0;) {
+    for (std::size_t k = i + 1; k < n; ++k) b[i] -= lu[i * n + k] * b[k];
+    b[i] *= lu[i * n + i];
+  }
+}
+
+double bound(std::size_t n, const double* bond, const double* x, std::size_t k) {
+  double sum = 0;
+  for (std::size_t l = 0; l < n; ++l) sum += bond[k * n + l] * x[l];
+  return sum;
+}
+
+/// Newton's method on Q. False where it does not settle.
+bool newton(Arena& arena, std::size_t n, const double* bond, double* x, long long* passes) {
+  constexpr int max_steps = 60;
+  if (n == 1) {
+    x[0] = 2.0 / (1.0 + std::sqrt(1.0 + 4.0 * bond[0]));
+    return x[0] > 0;
+  }
+  const Arena::Frame frame(arena);
+  double* matrix = arena.take<double>(n * n);
+  double* step = arena.take<double>(n);
+  // Each site as if all it bonds with were like itself.
+  for (std::size_t k = 0; k < n; ++k) {
+    double sum = 0;
+    for (std::size_t l = 0; l < n; ++l) sum += bond[k * n + l];
+    x[k] = 2.0 / (1.0 + std::sqrt(1.0 + 4.0 * sum));
+  }
+  double last = 1e300;
+  for (int count = 0; count < max_steps; ++count) {
+    if (passes != nullptr) ++*passes;
+    for (std::size_t k = 0; k < n; ++k) {
+      const double sum = bound(n, bond, x, k);
+      step[k] = 1.0 / x[k] - 1.0 - sum;
+      for (std::size_t l = 0; l < n; ++l) matrix[k * n + l] = bond[k * n + l];
+      matrix[k * n + k] += (1.0 + sum) / x[k];
+    }
+    if (!factor(n, matrix)) return false;
+    solve_factored(n, matrix, step);
+    double size = 0;
+    for (std::size_t k = 0; k < n; ++k) {
+      const double next = x[k] + step[k];
+      size = std::max(size, std::abs(step[k]) / x[k]);
+      x[k] = next > 0 ? next : 0.2 * x[k];
+    }
+    // After a step of 1e-8 the error is its square; at rounding the steps no longer fall.
+    if (size < 1e-9 || (size < 1e-6 && size >= last)) return true;
+    if (!std::isfinite(size)) return false;
+    last = size;
+  }
+  return false;
 }
 
 }  // namespace
 
-void polish_unbonded(Arena& arena, int count, const double* bond, double* x) {
+int solve_unbonded(Arena& arena, int count, const double* types, const double* bond, double tolerance, double* x,
+                   long long* passes) {
   const auto n = static_cast<std::size_t>(count);
-  polish(arena, n, x, x, [&](std::size_t k) {
-    double sum = 0;
-    for (std::size_t l = 0; l < n; ++l) sum += bond[k * n + l] * x[l];
-    return 1.0 / (1.0 + sum);
-  });
-}
-
-int solve_unbonded(Arena& arena, int count, const double* types, const double* bond, double tolerance, double* x) {
-  const auto n = static_cast<std::size_t>(count);
+  if (newton(arena, n, bond, x, passes)) return 0;
   const Arena::Frame frame(arena);
   double* next = arena.take<double>(n);
   for (std::size_t k = 0; k < n; ++k) x[k] = 1.0;
   double error = 1.0;
   for (int pass = 0; pass < max_site_passes && error > tolerance; ++pass) {
+    if (passes != nullptr) ++*passes;
     error = 0;
     for (std::size_t k = 0; k < n; ++k) {
-      double sum = 0;
-      for (std::size_t l = 0; l < n; ++l) sum += bond[k * n + l] * x[l];
-      next[k] = 1.0 / (1.0 + sum);
+      next[k] = 1.0 / (1.0 + bound(n, bond, x, k));
       error += types[k] * std::abs(next[k] - x[k]);
     }
     for (std::size_t k = 0; k < n; ++k) x[k] = site_damping * next[k] + (1.0 - site_damping) * x[k];
   }
-  if (error <= tolerance) polish_unbonded(arena, count, bond, x);
   return error > tolerance || std::isnan(error) ? 1 : 0;
 }
 
-int solve_unbonded_order(Arena& arena, int count, const double* types, const double* bond, double tolerance,
-                         const double* x, const double* r, double* v) {
+SiteMatrix::SiteMatrix(Arena& arena, int count, const double* bond, const double* x)
+    : n_(static_cast<std::size_t>(count)), lu_(arena.take<double>(n_ * n_)) {
+  for (std::size_t k = 0; k < n_; ++k) {
+    const double square = x[k] * x[k];
+    for (std::size_t l = 0; l < n_; ++l) lu_[k * n_ + l] = square * bond[k * n_ + l];
+    lu_[k * n_ + k] += 1.0;
+  }
+  regular_ = factor(n_, lu_);
+}
+
+void SiteMatrix::solve(double* v) const {
+  solve_factored(n_, lu_, v);
+}
+
+int solve_unbonded_order(Arena& arena, const SiteMatrix& matrix, int count, const double* types, const double* bond,
+                         double tolerance, const double* x, const double* r, double* v) {
   const auto n = static_cast<std::size_t>(count);
+  if (matrix.regular()) {
+    std::copy_n(r, n, v);
+    matrix.solve(v);
+    if (std::all_of(v, v + n, [](double value) { return std::isfinite(value); })) return 0;
+  }
   const Arena::Frame frame(arena);
   double* next = arena.take<double>(n);
   double scale = 0;
@@ -84,21 +135,18 @@ int solve_unbonded_order(Arena& arena, int count, const double* types, const dou
   for (int pass = 0; pass < max_site_passes && error > tolerance * scale; ++pass) {
     error = 0;
     for (std::size_t k = 0; k < n; ++k) {
-      double sum = 0;
-      for (std::size_t l = 0; l < n; ++l) sum += bond[k * n + l] * v[l];
-      next[k] = r[k] - x[k] * x[k] * sum;
+      next[k] = r[k] - x[k] * x[k] * bound(n, bond, v, k);
       error += types[k] * std::abs(next[k] - v[k]);
     }
     for (std::size_t k = 0; k < n; ++k) v[k] = site_damping * next[k] + (1.0 - site_damping) * v[k];
   }
-  if (error <= tolerance * scale) {
-    polish(arena, n, x, v, [&](std::size_t k) {
-      double sum = 0;
-      for (std::size_t l = 0; l < n; ++l) sum += bond[k * n + l] * v[l];
-      return r[k] - x[k] * x[k] * sum;
-    });
-  }
   return error > tolerance * scale || std::isnan(error) ? 1 : 0;
+}
+
+int solve_unbonded_order(Arena& arena, int count, const double* types, const double* bond, double tolerance,
+                         const double* x, const double* r, double* v) {
+  const Arena::Frame frame(arena);
+  return solve_unbonded_order(arena, SiteMatrix(arena, count, bond, x), count, types, bond, tolerance, x, r, v);
 }
 
 }  // namespace tessarel::eos

@@ -249,7 +249,11 @@ bool Flash::split_from(const double* trial) {
 bool Flash::look_wider(WideStarts starts) {
   const double* known[] = {z_};
   const Trial wide = search_widely(conditions(), z_, d(), known, {minima_.data(), minima_count_}, starts);
-  if (wide.found) return split_from(wide.y.data());
+  if (wide.found) {
+    if (split_from(wide.y.data())) return true;
+    code_ = 1;
+    return false;
+  }
   // Nothing below the tangent plane: one phase, if the searches are to be trusted.
   if (wide.all_converged) code_ = 3;
   return false;

@@ -121,7 +121,7 @@ bool minimise(const Conditions& c, const double* z, const double* d, Split& spli
     }
     const double expected = now.split.beta * (1.0 - now.split.beta) * predicted;
     if (change > 0.25 * expected && !in_rounding) radius *= 0.5;
-    if (change < 0.75 * expected) radius = std::min(2.0 * radius, 8.0);
+    if (change < 0.75 * expected || in_rounding) radius = std::min(2.0 * radius, 8.0);
     std::swap(now, next);
   }
   split = now.split;

@@ -172,9 +172,14 @@ TestResult search_from_log(TrialPhase& trial, Vector ylog, bool stop_early) {
     }
     double lambda = std::sqrt(rat[1] / rat[0]);
     if (!(lambda >= 0 && lambda < 1)) lambda = 0.95;
+    const Vector before = ylog;
     for (std::size_t i = 0; i < at(c.n); ++i) ylog[i] += lambda / (1.0 - lambda) * error[i];
     const Pass accelerated = pass_on();
-    if (!(accelerated.tm <= tm + 1e-10)) break;
+    if (!(accelerated.tm <= tm + 1e-10)) {
+      // The step went too far, often by decades: Newton's method goes on from before it.
+      trial.set_log(before);
+      break;
+    }
     accept();
   }
   return second_order(trial, stop_early);
