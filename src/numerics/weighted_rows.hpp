@@ -27,18 +27,22 @@ constexpr std::size_t columns_for(std::size_t needed, std::size_t n) {
   return std::min((needed + width - 1) / width * width, n);
 }
 
-/// sum_j + sum over r of weights_r rows_r,j for j < n, in the order of the rows, or the same `from_zero`. Weight r
-/// stands at weights + r * weight_stride. A block of columns stays in registers over all rows.
-template <bool from_zero, class S>
-void sum_weighted_rows(S* sum, std::size_t n, const S* weights, std::size_t weight_stride, const Rows<S>& rows) {
+/// sum_j = start_j + sum over r of weights_r rows_r,j for j < n, in the order of the rows; `start` is null for zeros
+/// and can be `sum`. Weight r stands at weights + r * weight_stride. A block of columns stays in registers over all
+/// rows. (With the choice of the start as a template parameter `calc_d2z_dxdx` at 20 components takes 11 % more
+/// instructions.)
+template <class S>
+void sum_weighted_rows(const S* start, S* sum, std::size_t n, const S* weights, std::size_t weight_stride,
+                       const Rows<S>& rows) {
   const auto columns = [&](auto width, std::size_t j) {
     std::array<S, width> block;
-    for (std::size_t l = 0; l < width; ++l) block[l] = from_zero ? S(0.0) : sum[j + l];
+    for (std::size_t l = 0; l < width; ++l) block[l] = start == nullptr ? S(0.0) : start[j + l];
     const S* from = rows.data + j;
     const S* weight = weights;
     for (std::size_t r = 0; r < rows.count; ++r, from += rows.stride, weight += weight_stride)
       for (std::size_t l = 0; l < width; ++l) block[l] += from[l] * *weight;
-    for (std::size_t l = 0; l < width; ++l) sum[j + l] = block[l];
+    // The analysis takes the comparison of `start` with null for a doubt about `sum`.
+    for (std::size_t l = 0; l < width; ++l) sum[j + l] = block[l];  // NOLINT(clang-analyzer-core.CallAndMessage)
   };
   constexpr std::size_t width = columns_at_once<S>;
   std::size_t j = 0;
@@ -47,11 +51,11 @@ void sum_weighted_rows(S* sum, std::size_t n, const S* weights, std::size_t weig
 }
 template <class S>
 void weighted_rows(S* sum, std::size_t n, const S* weights, std::size_t weight_stride, const Rows<S>& rows) {
-  sum_weighted_rows<true>(sum, n, weights, weight_stride, rows);
+  sum_weighted_rows<S>(nullptr, sum, n, weights, weight_stride, rows);
 }
 template <class S>
 void add_weighted_rows(S* sum, std::size_t n, const S* weights, std::size_t weight_stride, const Rows<S>& rows) {
-  sum_weighted_rows<false>(sum, n, weights, weight_stride, rows);
+  sum_weighted_rows<S>(sum, sum, n, weights, weight_stride, rows);
 }
 
 }  // namespace tessarel::numerics
