@@ -22,9 +22,10 @@ Message calc_hsu(const Eos& eos, int n, const double* x, double t, double p, dou
     formation += x[i] * parameters.delhf0[k];
     if (x[i] != 0) mixing += x[i] * std::log(x[i]);
   }
-  h = fluid::calc_icp0mix_dt(eos.parameters(), n, x, t) + formation + gas_constant * t * (zc - 1.0 - t * a_t);
-  s = fluid::calc_icp0mix_t_dt(eos.parameters(), n, x, t) - gas_constant * (std::log(std::abs(p) / 1e5) + mixing) +
-      gas_constant * std::log(std::abs(zc)) - gas_constant * (t * a_t + a);
+  h = fluid::calc_icp0mix_dt(parameters, n, x, t) + formation + gas_constant * t * (zc - 1.0 - t * a_t);
+  // ln(p / 1 bar) - ln z as one logarithm.
+  s = fluid::calc_icp0mix_t_dt(parameters, n, x, t) -
+      gas_constant * (std::log(std::abs(p / (1e5 * zc))) + mixing + t * a_t + a);
   u = h - p * v;
   return no_errors;
 }

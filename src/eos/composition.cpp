@@ -1,6 +1,12 @@
 #include "eos/composition.hpp"
 
+#include "numerics/weighted_rows.hpp"
+
 namespace tessarel::eos {
+
+using numerics::add_weighted_rows;
+using numerics::columns_for;
+using numerics::weighted_rows;
 
 namespace {
 
@@ -12,8 +18,11 @@ MomentGradients<S> moment_gradients(const MixtureState<T>& s, const S& rho, std:
   const std::size_t n = at(s.comp.count);
   g.n = n;
   g.row = arena.take<S>(count * n);
-  if constexpr (K >= 2)
-    for (auto& h : g.hessian) h = {arena.take<S>(n * n), n};
+  if constexpr (K >= 2) {
+    S* both = arena.take<S>(2 * n * n);
+    g.hessian[0] = {both, n};
+    g.hessian[1] = {both + n * n, n};
+  }
   const S packing = rho * pi_6;
   for (std::size_t i = 0; i < n; ++i) {
     const double m = s.parameters().mseg[at(s.comp.index[i])];
@@ -28,11 +37,7 @@ MomentGradients<S> moment_gradients(const MixtureState<T>& s, const S& rho, std:
 
 template <class S>
 void contract_first(const OuterDerivatives<S>& f, const MomentGradients<S>& g, CompositionDerivatives<S>& out) {
-  for (std::size_t i = 0; i < g.n; ++i) {
-    S sum = out.first[i];
-    for (std::size_t m = 0; m < f.count; ++m) sum += f.f1[m] * g[m][i];
-    out.first[i] = sum;
-  }
+  add_weighted_rows(out.first, g.n, f.f1, 1, g.rows(f.count));
 }
 
 template <class S>
@@ -40,20 +45,13 @@ void contract_second(Arena& arena, const OuterDerivatives<S>& f, const MomentGra
                      CompositionDerivatives<S>& out) {
   const std::size_t n = g.n, m = f.count;
   S* half = arena.take<S>(m * n);  // sum over b of F_ab M_b,j
-  for (std::size_t a = 0; a < m; ++a) {
-    for (std::size_t j = 0; j < n; ++j) {
-      S sum = f.f2(a, 0) * g[0][j];
-      for (std::size_t b = 1; b < m; ++b) sum += f.f2(a, b) * g[b][j];
-      half[a * n + j] = sum;
-    }
-  }
+  for (std::size_t a = 0; a < m; ++a) weighted_rows(half + a * n, n, &f.f2(a, 0), 1, g.rows(m));
   for (std::size_t i = 0; i < n; ++i) {
-    for (std::size_t j = 0; j <= i; ++j) {
-      S sum = out.second(i, j);
-      for (std::size_t a = 0; a < m; ++a) sum += g[a][i] * half[a * n + j];
-      for (std::size_t q = 0; q < 2; ++q) sum += f.f1[moment::m2es3 + q] * g.hessian[q](i, j);
-      out.second(i, j) = out.second(j, i) = sum;
-    }
+    S* row = &out.second(i, 0);
+    const std::size_t columns = columns_for<S>(i + 1, n);  // those beyond the diagonal are overwritten by later rows
+    add_weighted_rows(row, columns, g.row + i, n, {half, n, m});
+    add_weighted_rows(row, columns, f.f1 + moment::m2es3, 1, g.hessian_rows(i));
+    for (std::size_t j = 0; j < i; ++j) out.second(j, i) = row[j];
   }
 }
 
@@ -61,38 +59,22 @@ template <class S>
 void contract_third(Arena& arena, const OuterDerivatives<S>& f, const MomentGradients<S>& g,
                     CompositionDerivatives<S>& out) {
   const std::size_t n = g.n, m = f.count;
-  // By stages: over the last moment, then the middle one, then the first.
-  const numerics::Square<S> one{arena.take<S>(m * m), m};
+  // By stages: over the last moment, then the middle one, then the first. F is symmetric, so that each stage sums rows.
+  S* one = arena.take<S>(m * m);
   S* two = arena.take<S>(m * n);
+  S* line = arena.take<S>(n);
   S* mixed[2] = {arena.take<S>(n), arena.take<S>(n)};  // sum over b of F_qb M_b,k for the quadratic moments q
-  for (std::size_t q = 0; q < 2; ++q) {
-    for (std::size_t k = 0; k < n; ++k) {
-      mixed[q][k] = S(0.0);
-      for (std::size_t b = 0; b < m; ++b) mixed[q][k] += f.f2(moment::m2es3 + q, b) * g[b][k];
-    }
-  }
+  for (std::size_t q = 0; q < 2; ++q) weighted_rows(mixed[q], n, &f.f2(moment::m2es3 + q, 0), 1, g.rows(m));
   for (std::size_t k = 0; k < n; ++k) {
-    for (std::size_t a = 0; a < m; ++a) {
-      for (std::size_t b = 0; b < m; ++b) {
-        S sum(0.0);
-        for (std::size_t c = 0; c < m; ++c) sum += f.f3(a, b, c) * g[c][k];
-        one(a, b) = sum;
-      }
-    }
-    for (std::size_t a = 0; a < m; ++a) {
-      for (std::size_t j = 0; j <= k; ++j) {
-        S sum(0.0);
-        for (std::size_t b = 0; b < m; ++b) sum += one(a, b) * g[b][j];
-        two[a * n + j] = sum;
-      }
-    }
+    weighted_rows(one, m * m, g.row + k, n, {f.f3.data, m * m, m});
+    for (std::size_t a = 0; a < m; ++a) weighted_rows(two + a * n, columns_for<S>(k + 1, n), one + a * m, 1, g.rows(m));
     for (std::size_t j = 0; j <= k; ++j) {
+      weighted_rows(line, columns_for<S>(j + 1, n), two + j, n, g.rows(m));
       for (std::size_t i = 0; i <= j; ++i) {
-        S sum = out.third(i, j, k);
-        for (std::size_t a = 0; a < m; ++a) sum += two[a * n + j] * g[a][i];
+        S sum = out.third(i, j, k) + line[i];
         for (std::size_t q = 0; q < 2; ++q) {
           const auto& h = g.hessian[q];
-          sum += mixed[q][k] * h(i, j) + mixed[q][j] * h(i, k) + mixed[q][i] * h(j, k);
+          sum += mixed[q][k] * h(j, i) + mixed[q][j] * h(k, i) + mixed[q][i] * h(k, j);
         }
         const std::size_t order[6][3] = {{i, j, k}, {i, k, j}, {j, i, k}, {j, k, i}, {k, i, j}, {k, j, i}};
         for (const auto& p : order) out.third(p[0], p[1], p[2]) = sum;
@@ -134,7 +116,7 @@ void composition_derivatives(const MixtureState<T>& s, const R& density, Composi
   std::fill_n(out.first, n, S(0.0));
   if constexpr (K >= 2) {
     out.second.n = n;
-    for (std::size_t i = 0; i < n; ++i) std::fill_n(&out.second(i, 0), i + 1, S(0.0));
+    std::fill_n(out.second.data, n * n, S(0.0));
   }
   if constexpr (K >= 3) {
     out.third.n = n;

@@ -188,6 +188,8 @@ struct HardChain {
         using P = typename numerics::ShiftedSeries<K, S>::Plain;
         log_free_ = of_eta(log_plain - log_contact_rest(P(eta * u_plain * 0.5)));
         add_term(out, log_free_, moment::zeta2, moment::zeta3, S(chain.weights), -1);
+        w_ = N(0.0);  // no l_i
+        std::fill_n(rest_.begin(), s_.comp.count, E(0.0));
         return;
       }
       const S kappa = inverse(rho * pi_6);  // mbar / zeta0
@@ -213,23 +215,28 @@ struct HardChain {
     void add_direct(const S&, const std::array<S, 4>&, const MomentGradients<S>& g,
                     CompositionDerivatives<S>& out) const {
       const std::size_t n = g.n;
-      for (std::size_t i = 0; i < n; ++i)
-        out.first[i] += (simplified_ ? log_free_.c[0] : log_free_.c[0] - rest(i, 0)) * component_weight(i);
+      for (std::size_t i = 0; i < n; ++i) out.first[i] += (log_free_.c[0] - rest(i, 0)) * component_weight(i);
       if constexpr (K >= 2) {
         const S* log_free1 = gradient(log_free_, g);
-        const S* w1 = simplified_ ? nullptr : gradient(w_, g);
-        const auto first = [&](std::size_t i, std::size_t j) {
-          return (simplified_ ? log_free1[j] : log_free1[j] - rest(i, 1) * w1[j]) * component_weight(i);
-        };
-        for (std::size_t i = 0; i < n; ++i)
-          for (std::size_t j = 0; j <= i; ++j) out.second(i, j) += first(i, j) + first(j, i);
+        const S* w1 = gradient(w_, g);
+        std::array<double, nmax> weight;
+        std::array<S, nmax> slope;
+        for (std::size_t i = 0; i < n; ++i) {
+          weight[i] = component_weight(i);
+          slope[i] = rest(i, 1) * weight[i];
+        }
+        // h_i,j + h_j,i, in a form whose loop over j the compiler packs into vectors.
+        for (std::size_t i = 0; i < n; ++i) {
+          S* row = &out.second(i, 0);
+          const S log_free1_i = log_free1[i], w1_i = w1[i], slope_i = slope[i];
+          const double weight_i = weight[i];
+          for (std::size_t j = 0; j <= i; ++j)
+            row[j] += (log_free1[j] * weight_i - slope_i * w1[j]) + (log_free1_i * weight[j] - slope[j] * w1_i);
+        }
         if constexpr (K >= 3) {
-          const auto log_free2 = hessian(log_free_, g);
-          const auto w2 = simplified_ ? numerics::Square<S>{} : hessian(w_, g);
+          const auto log_free2 = hessian(log_free_, g), w2 = hessian(w_, g);
           const auto second = [&](std::size_t i, std::size_t j, std::size_t k) {
-            const S& log_free = log_free2(j, k);
-            if (simplified_) return S(log_free * component_weight(i));
-            return S((log_free - rest(i, 2) * w1[j] * w1[k] - rest(i, 1) * w2(j, k)) * component_weight(i));
+            return S((log_free2(j, k) - rest(i, 2) * w1[j] * w1[k] - rest(i, 1) * w2(j, k)) * weight[i]);
           };
           for (std::size_t i = 0; i < n; ++i)
             for (std::size_t j = i; j < n; ++j)

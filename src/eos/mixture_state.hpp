@@ -16,9 +16,9 @@ namespace tessarel::eos {
 /// The components an evaluation sums over: all of a mixture, or one alone at weight 1.
 struct Components {
   int count = 0;
-  std::array<int, nmax> index{};  ///< places in the model
-  std::array<double, nmax> x;     ///< fractions; for a component alone 1
-  bool single = false;            ///< one diameter: the closed forms apply
+  std::array<int, nmax> index;  ///< places in the model
+  std::array<double, nmax> x;   ///< fractions; for a component alone 1
+  bool single = false;          ///< one diameter: the closed forms apply
 
   /// The place of component `i` of the model, -1 when the component is not among these.
   [[nodiscard]] int place(int i) const {
@@ -28,20 +28,23 @@ struct Components {
 };
 
 /// `ipure` = 0: the mixture `x` of `n` components (x is not read for n = 1); i of 1 or more: component i alone.
-inline Components select_components(int n, const double* x, int ipure) {
-  Components c;
-  if (ipure > 0 || n == 1) {
+inline void select_components(Components& c, int n, const double* x, int ipure) {
+  c.single = ipure > 0 || n == 1;
+  if (c.single) {
     c.count = 1;
     c.index[0] = ipure > 0 ? ipure - 1 : 0;
     c.x[0] = 1.0;
-    c.single = true;
-    return c;
+    return;
   }
   c.count = n;
   for (int i = 0; i < n; ++i) {
     c.index[at(i)] = i;
     c.x[at(i)] = x[i];
   }
+}
+inline Components select_components(int n, const double* x, int ipure) {
+  Components c;
+  select_components(c, n, x, ipure);
   return c;
 }
 
@@ -119,7 +122,8 @@ void prepare(const Eos& eos, MixtureState<T>& s, int n, const double* x, int ipu
   assert(n >= 1 && n <= nmax && ipure >= 0 && ipure <= nmax);
   s.eos = &eos;
   s.n = n, s.ipure = ipure;
-  s.comp = select_components(n, x, ipure);
+  // In place: a copy would read in large words what has just been written in small ones, and wait for it.
+  select_components(s.comp, n, x, ipure);
   s.t = t;
   s.inverse_t = inverse(t);
   prepare_diameters(s);

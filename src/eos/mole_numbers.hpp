@@ -39,8 +39,7 @@ inline void project_second(const double* x, const double* f_x, Square<double> f_
   const std::size_t n = f_xx.n;
   double s1 = 0, s2 = 0;
   for (std::size_t i = 0; i < n; ++i) {
-    row[i] = 0;
-    for (std::size_t l = 0; l < n; ++l) row[i] += x[l] * f_xx(i, l);
+    row[i] = weighted(n, x, &f_xx(i, 0));
     s1 += x[i] * f_x[i];
     s2 += x[i] * row[i];
   }

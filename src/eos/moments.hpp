@@ -16,6 +16,7 @@
 
 #include "eos/term.hpp"
 #include "numerics/views.hpp"
+#include "numerics/weighted_rows.hpp"
 
 namespace tessarel::eos {
 
@@ -37,10 +38,13 @@ struct CompositionDerivatives {
 template <class S>
 struct MomentGradients {
   S* row = nullptr;                     ///< [moment * n + i]
-  numerics::Square<S> hessian[2] = {};  ///< of m2es3 and m2e2s3
+  numerics::Square<S> hessian[2] = {};  ///< of m2es3 and m2e2s3, one array behind the other
   std::size_t n = 0;
 
   S* operator[](std::size_t m) const { return row + m * n; }
+  [[nodiscard]] numerics::Rows<S> rows(std::size_t count) const { return {row, n, count}; }
+  /// Row i of both Hessians.
+  [[nodiscard]] numerics::Rows<S> hessian_rows(std::size_t i) const { return {&hessian[0](i, 0), n * n, 2}; }
 };
 
 /// Derivatives of the outer function by its moments: symmetric arrays, all entries filled.

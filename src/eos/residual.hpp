@@ -51,9 +51,9 @@ struct TermValues {
 template <class T, class R>
 Point<Wider<T, R>> point_at(const MixtureState<T>& s, const R& density, double tolerance) {
   using N = Wider<T, R>;
-  const N rho(density);
-  const N eta = rho * s.zeta_rho[3];
-  return {rho, eta, inverse(1.0 - eta), tolerance};
+  // Each part is made in its place: copies of numbers just written would hold the processor up (taylor.hpp,
+  // `variable`).
+  return {N(density), density * s.zeta_rho[3], inverse(1.0 - density * s.zeta_rho[3]), tolerance};
 }
 
 /// Calls f(term) for each term that is present.

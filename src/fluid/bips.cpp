@@ -55,7 +55,7 @@ Message readbipsfile(std::string_view filename, int nrows, BipTable& table) {
 
 Message readbipsdb(std::string_view fluiddb, std::string_view filename, platform::FluidDatabase& database,
                    BipTable& table) {
-  const auto data = std::make_unique<platform::FluidData>();
+  const auto data = std::make_unique_for_overwrite<platform::FluidData>();
   int status = 0;
   const auto count = at(database.getfluid(fluiddb, filename, *data, status));
   if (count == 0 || status == 0) return opening_failed;

@@ -43,7 +43,7 @@ Message readfluidsfile(std::string_view filename, int i, Parameters& p, FailureT
 
 Message readfluidsdb(std::string_view fluiddb, std::string_view filename, int i, Parameters& p, Sources& sources) {
   if (i < 0 || i >= nmax) return bad_place;
-  const auto data = std::make_unique<platform::FluidData>();
+  const auto data = std::make_unique_for_overwrite<platform::FluidData>();
   int status = 0;
   const int count = sources.database.getfluid(fluiddb, filename, *data, status);
   if (count == 0 || status == 0) return opening_failed(filename, sources.text);

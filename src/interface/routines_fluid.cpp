@@ -98,7 +98,7 @@ int32_t tessarel_getfluid(const char* fluiddb, const char* name, char* fluiddata
                           size_t name_len, size_t fluiddata_len) {
   int rows = 0, found = 0;
   run(false, [&] {
-    const auto data = std::make_unique<platform::FluidData>();
+    const auto data = std::make_unique_for_overwrite<platform::FluidData>();
     platform::FluidDatabase& database = current_session().sources.database;
     rows = database.getfluid(input_text(fluiddb, fluiddb_len), input_text(name, name_len), *data, found);
     for (std::size_t k = 0; k < static_cast<std::size_t>(rows); ++k)

@@ -347,18 +347,24 @@ constexpr T cube(const T& a) {
   return a * a * a;
 }
 
+// Two functions with constraints and not one with `if constexpr`: g++ 12 makes a number in its place at the caller only
+// if it is declared in the outermost block. A copy would read in pairs what has just been written singly, and wait for
+// it.
+
 /// Variable number `v` (from 0) at `value`, as a number of type T: its first derivative by itself is 1.
 template <class T>
+requires is_taylor<T>
 constexpr T variable(double value, int v = 0) {
-  if constexpr (is_taylor<T>) {
-    T x(value);
-    typename T::Monomials::Exponents e{};
-    e[static_cast<std::size_t>(v)] = 1;
-    x.c[T::Monomials::index(e)] = 1.0;
-    return x;
-  } else {
-    return value;
-  }
+  T x(value);
+  typename T::Monomials::Exponents e{};
+  e[static_cast<std::size_t>(v)] = 1;
+  x.c[T::Monomials::index(e)] = 1.0;
+  return x;
+}
+template <class T>
+requires std::is_same_v<T, double>
+constexpr double variable(double value, int /*v*/ = 0) {
+  return value;
 }
 
 inline constexpr std::array<double, 7> factorial = {1, 1, 2, 6, 24, 120, 720};
@@ -411,24 +417,19 @@ struct ShiftedSeries {
 
   explicit ShiftedSeries(const S& x) : plain(variable<Plain>(value(x))), shift(x - value(x)) {}
 
-  [[nodiscard]] Taylor<1, K, S> lift(const Plain& series) const {
-    constexpr std::size_t inner = total_order<S>;
-    if constexpr (inner == 0) {
-      return series;
-    } else {
-      Taylor<1, K, S> r;
-      for (std::size_t l = 0; l <= K; ++l) {
-        S sum(0.0);
-        for (std::size_t j = inner + 1; j-- > 0;) {
-          double binomial = 1.0;  // l + j over j
-          for (std::size_t i = 1; i <= j; ++i)
-            binomial = binomial * static_cast<double>(l + i) / static_cast<double>(i);
-          sum = sum * shift + binomial * series.c[l + j];
-        }
-        r.c[l] = sum;
+  [[nodiscard]] Taylor<1, K, S> lift(const Plain& series) const requires(total_order<S> == 0) { return series; }
+  [[nodiscard]] Taylor<1, K, S> lift(const Plain& series) const requires(total_order<S> > 0) {
+    Taylor<1, K, S> r;
+    for (std::size_t l = 0; l <= K; ++l) {
+      S sum(0.0);
+      for (std::size_t j = total_order<S> + 1; j-- > 0;) {
+        double binomial = 1.0;  // l + j over j
+        for (std::size_t i = 1; i <= j; ++i) binomial = binomial * static_cast<double>(l + i) / static_cast<double>(i);
+        sum = sum * shift + binomial * series.c[l + j];
       }
-      return r;
+      r.c[l] = sum;
     }
+    return r;
   }
 };
 

@@ -20,8 +20,13 @@ namespace tessarel::platform {
 inline constexpr std::size_t max_rows = 255;
 inline constexpr std::size_t row_length = 255;
 
+/// A row of a record. Of the many that a record may have most are never written, so they are not filled with blanks.
+struct Row : FixedText<row_length> {
+  Row() noexcept : FixedText(Unfilled{}) {}
+};
+
 /// The rows of a record; row 1 stands at index 0.
-using FluidData = std::array<FixedText<row_length>, max_rows>;
+using FluidData = std::array<Row, max_rows>;
 
 /// One read-only connection, opened at the first read and kept until another directory is asked for. Any number of
 /// threads may read; a lock lets one in at a time.

@@ -73,11 +73,15 @@ inline void assign_padded(char* field, std::size_t size, std::string_view source
   std::fill(field + used, field + size, ' ');
 }
 
+/// Asks for a text that is not filled with blanks, to be read only after an assignment.
+struct Unfilled {};
+
 /// Blank-padded text of N characters.
 template <std::size_t N>
 class FixedText {
  public:
   FixedText() noexcept { chars_.fill(' '); }
+  explicit FixedText(Unfilled) noexcept {}
   FixedText(std::string_view source) noexcept { assign(source); }
 
   void assign(std::string_view source) noexcept { assign_padded(chars_.data(), N, source); }
