@@ -67,13 +67,13 @@ bool newton(Arena& arena, std::size_t n, const double* bond, double* x, long lon
     solve_factored(n, matrix, step);
     double size = 0;
     for (std::size_t k = 0; k < n; ++k) {
+      if (!std::isfinite(step[k])) return false;
       const double next = x[k] + step[k];
       size = std::max(size, std::abs(step[k]) / x[k]);
       x[k] = next > 0 ? next : 0.2 * x[k];
     }
     // After a step of 1e-8 the error is its square; at rounding the steps no longer fall.
     if (size < 1e-9 || (size < 1e-6 && size >= last)) return true;
-    if (!std::isfinite(size)) return false;
     last = size;
   }
   return false;
