@@ -1,6 +1,7 @@
 #include "eos/site_fractions.hpp"
 
 #include <algorithm>
+#include <limits>
 
 namespace tessarel::eos {
 
@@ -85,6 +86,10 @@ int solve_unbonded(Arena& arena, int count, const double* types, const double* b
                    long long* passes) {
   const auto n = static_cast<std::size_t>(count);
   if (newton(arena, n, bond, x, passes)) return 0;
+  if (!std::all_of(bond, bond + n * n, [](double value) { return std::isfinite(value); })) {
+    std::fill_n(x, n, std::numeric_limits<double>::quiet_NaN());
+    return 1;
+  }
   const Arena::Frame frame(arena);
   double* next = arena.take<double>(n);
   for (std::size_t k = 0; k < n; ++k) x[k] = 1.0;

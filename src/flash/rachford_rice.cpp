@@ -131,18 +131,18 @@ bool solve_balance(int n, const double* z, const double* lnk, double* x, double*
   double v = std::clamp(liquid_unknown ? 1.0 - beta : beta, 0.0, 0.5);
   const auto liquid = [&] { return liquid_unknown ? v : 1.0 - v; };
   const auto vapour = [&] { return liquid_unknown ? 1.0 - v : v; };
-  double change = 1;
+  double last_step = 1e300;
   for (int cycle = 0; cycle < 200; ++cycle) {
     const Sums s = sums(n, z, k, liquid(), vapour());
     const double f = liquid_unknown ? -s.f : s.f;
     if (!std::isfinite(f)) return false;
+    const double step = f / s.slope, size = std::abs(step);
+    // At the root the steps are rounding, fall no further and may leave the bracket.
+    if (size <= 4e-16 * std::abs(v) || (size < 1e-11 * std::abs(v) && size >= last_step) || size < 1e-30) break;
+    last_step = size;
     (f > 0 ? lo : hi) = v;
-    const double next = v + f / s.slope;
-    const double last = v, last_change = change;
-    v = next > lo && next < hi ? next : 0.5 * (lo + hi);
-    change = std::abs(v - last);
-    // At the root the steps are rounding and fall no further.
-    if (change <= 4e-16 * std::abs(v) || (change < 1e-10 && change >= last_change)) break;
+    v += step;
+    if (!(v > lo && v < hi)) v = size < 1e-13 * std::abs(v) ? v : 0.5 * (lo + hi);
   }
   compositions(n, z, k, liquid(), vapour(), x, y);
   beta = vapour();
