@@ -51,6 +51,13 @@ struct Specification {
   }
 };
 
+/// Size of a step of t and p, relative. Of a liquid p is known no better than its volume: a step that does not change
+/// the volume counts as none.
+double step_size(const Properties& whole, double t, double p, double dt, double dp) {
+  const double of_volume = 10.0 * std::abs(dp * whole.v_p) / whole.v;
+  return std::max(std::abs(dt) / t, std::min(std::abs(dp) / p, of_volume));
+}
+
 /// Ends of the two-phase iteration; a phase that vanished is one of the first two.
 enum class End { converged, liquid_vanished, vapour_vanished, stuck };
 
@@ -70,8 +77,8 @@ class GeneralFlash {
   bool single_is_stable();
   int search();
   bool search_in_bracket();
-  double residual_at(double t, double p);
-  bool solve_pressure(double t);
+  enum class Bracket { found, below, above, failed };
+  Bracket solve_pressure(double t);
   void one_phase_at(double t, double p);
   Properties whole_at_state();
 
@@ -80,7 +87,8 @@ class GeneralFlash {
   Specification spec_;
   const eos::Fluid& fluid_;
   GeneralState& state_;
-  PtResult flash_{};  ///< the last inner flash
+  PtResult flash_{};    ///< the last inner flash
+  Properties whole_{};  ///< of it
 };
 
 /// Newton's method on ln K, t and p at once, or the same with ideal mixtures, which is substitution.
@@ -95,7 +103,7 @@ End GeneralFlash::iterate(Equilibrium& e, Mixing mixing, int passes) {
     double factor = 1.0;
     for (std::size_t i = 0; i < n; ++i) gradient[i] = e.g[i] + e.g_t[i] * dt + e.g_p[i] * dp;
     e.change_of_lnk(gradient, delta);
-    double size = std::max(std::abs(dt) / e.t, std::abs(dp) / e.p), lnk_change = 0;
+    double size = step_size(e.overall, e.t, e.p, dt, dp), lnk_change = 0;
     for (std::size_t i = 0; i < n; ++i)
       if (fluid_.z[i] > 0) lnk_change = std::max(lnk_change, std::abs(delta[i]));
     factor = std::min({1.0, 0.1 * e.t / std::abs(dt), 0.4 * e.p / std::abs(dp), 3.0 / lnk_change});
@@ -206,7 +214,7 @@ bool GeneralFlash::finish_one_phase() {
     const Properties one = phase_properties(eos(), fluid_.n, state_.single, state_.t, state_.p);
     double dt = 0, dp = 0;
     if (!spec_.step(one, state_.t, state_.p, 0, 0, 0, dt, dp)) return false;
-    const double size = std::max(std::abs(dt) / state_.t, std::abs(dp) / state_.p);
+    const double size = step_size(one, state_.t, state_.p, dt, dp);
     if (size < 1e-14 || (size < 1e-8 && size >= 0.5 * last)) return true;
     if (!(size < 0.2)) return false;
     last = size;
@@ -302,62 +310,59 @@ int GeneralFlash::search() {
   return left_range;
 }
 
-/// The specification's value less its target at t and p.
-double GeneralFlash::residual_at(double t, double p) {
-  state_.t = t;
-  state_.p = p;
-  const Properties now = whole_at_state();
-  switch (spec_.given) {
-    case Given::ps:
-      return now.s - spec_.first;
-    case Given::vu:
-      return now.u(state_.p) - spec_.first;
-    case Given::tv:
-      return now.v - spec_.second;
-    default:
-      return now.h - spec_.first;
-  }
-}
-
-/// p with the volume asked for at t: the volume falls along p.
-bool GeneralFlash::solve_pressure(double t) {
-  double lo = std::log(1e-9), hi = std::log(highest_p);
-  double x = std::clamp(std::log(t / spec_.second), lo, hi);
-  for (int pass = 0; pass < 70; ++pass) {
+/// p with the volume asked for at t: the volume falls along p. `below`: it lies below that at the lowest p.
+GeneralFlash::Bracket GeneralFlash::solve_pressure(double t) {
+  const double lowest = std::log(1e-9), highest = std::log(highest_p);
+  double lo = lowest, hi = highest;
+  double x = std::clamp(std::log(state_.p), lo, hi);
+  for (int pass = 0; pass < 60; ++pass) {
     state_.t = t;
     state_.p = std::exp(x);
-    const Properties now = whole_at_state();
-    const double ratio = std::log(now.v / spec_.second);
-    if (!std::isfinite(ratio)) return false;
+    whole_ = whole_at_state();
+    const double ratio = std::log(whole_.v / spec_.second);
+    if (!std::isfinite(ratio)) return Bracket::failed;
     (ratio > 0 ? lo : hi) = x;
     // d ln v / d ln p.
-    const double next = x - ratio * now.v / (now.v_p * state_.p);
-    const double last = x;
-    x = next > lo && next < hi ? next : 0.5 * (lo + hi);
-    if (std::abs(x - last) < 1e-11) return x > std::log(1.1e-9) && x < std::log(highest_p) - 1e-9;
+    const double step = -ratio * whole_.v / (whole_.v_p * state_.p), last = x;
+    if (std::abs(step) < 1e-12 || std::abs(ratio) < 1e-15) return Bracket::found;
+    x = x + step > lo && x + step < hi ? x + step : 0.5 * (lo + hi);
+    if (std::abs(x - last) < 1e-12) break;
   }
-  return hi - lo < 1e-9;
+  if (hi - lowest < 1e-9) return Bracket::below;
+  if (highest - lo < 1e-9) return Bracket::above;
+  return hi - lo < 1e-9 ? Bracket::found : Bracket::failed;
 }
 
 /// The second line: h, s and u rise along t, so a bracket holds the root.
 bool GeneralFlash::search_in_bracket() {
   ++eos().work.statistics.bracketed_searches;
-  if (spec_.given == Given::tv) return solve_pressure(spec_.first);
+  if (spec_.given == Given::tv) return solve_pressure(spec_.first) == Bracket::found;
   double lo = lowest_t, hi = highest_t, t = std::clamp(state_.t, lo, hi);
-  double p = spec_.second;
+  if (spec_.given != Given::vu && spec_.second > highest_p) return false;
   for (int pass = 0; pass < 60; ++pass) {
+    double next = 0;
     if (spec_.given == Given::vu) {
-      if (!solve_pressure(t)) return false;
-      p = state_.p;
+      const Bracket end = solve_pressure(t);
+      if (end == Bracket::failed) return false;
+      // A volume that no pressure gives is that of a liquid at another temperature: it takes more heat to be so large
+      // without tension, less to be so small.
+      if (end != Bracket::found) {
+        (end == Bracket::below ? lo : hi) = t;
+        t = 0.5 * (lo + hi);
+        continue;
+      }
+      const double error = whole_.u(state_.p) - spec_.first;
+      (error > 0 ? hi : lo) = t;
+      next = t - error / (whole_.u_t(state_.p) - whole_.u_p(state_.p) * whole_.v_t / whole_.v_p);
+    } else {
+      state_.t = t;
+      state_.p = spec_.second;
+      whole_ = whole_at_state();
+      const double error = (spec_.given == Given::ps ? whole_.s : whole_.h) - spec_.first;
+      if (!std::isfinite(error)) return false;
+      (error > 0 ? hi : lo) = t;
+      next = t - error / (spec_.given == Given::ps ? whole_.s_t(t) : whole_.h_t);
     }
-    const double error = residual_at(t, p);
-    if (!std::isfinite(error)) return false;
-    (error > 0 ? hi : lo) = t;
-    const Properties now = whole_at_state();
-    const double slope = spec_.given == Given::ps   ? now.s_t(t)
-                         : spec_.given == Given::ph ? now.h_t
-                                                    : now.u_t(p) - now.u_p(p) * now.v_t / now.v_p;
-    const double next = t - error / slope;
     const double last = t;
     t = next > lo && next < hi ? next : 0.5 * (lo + hi);
     if (std::abs(t - last) < 1e-10 * t) return t > lowest_t * 1.0000001 && t < highest_t * 0.9999999;
