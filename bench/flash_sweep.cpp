@@ -140,7 +140,8 @@ void judge_two_phases(const Judge& judge, const State& state, const Flash& answe
   }
 }
 
-void sweep(const Options& options) {
+/// Returns the number of wrong answers and failures.
+long sweep(const Options& options) {
   std::vector<Verdicts> all(mixtures.size());
   const auto start = std::chrono::steady_clock::now();
   for_each_state(options, [&](const State& state) {
@@ -174,16 +175,18 @@ void sweep(const Options& options) {
       "| worst ln f | worst balance |\n|---|");
   for (int i = 0; i < 14; ++i) std::printf("---:|");
   std::printf("\n");
-  long states = 0;
+  long states = 0, wrong = 0;
   for (std::size_t i = 0; i < all.size(); ++i) {
     const Verdicts& v = all[i];
     states += v.states;
+    wrong += v.missed_split + v.made_split + v.false_splits + v.bad + v.failures;
     if (v.states > 0)
       std::printf("| %s | %ld | %ld | %ld | %ld | %ld | %ld | %ld | %ld | %ld | %ld | %ld | %ld | %.1e | %.1e |\n",
                   mixtures[i].name.c_str(), v.states, v.one, v.two, v.three, v.missed_split, v.made_split,
                   v.false_splits, v.bad, v.near, v.failures, v.judge_missed, v.doubtful, v.fugacity, v.balance);
   }
   std::printf("\n%ld states in %.1f s on %d threads.\n", states, seconds, options.threads);
+  return wrong;
 }
 
 /// Splits that the judge must find by itself, before it judges anything.
@@ -327,16 +330,13 @@ int main(int argc, char** argv) {
   if (options.states <= 0) options.states = mode == "round-trips" ? 1 + 5000 / static_cast<int>(mixtures.size()) : 2000;
   try {
     if (mode == "self-check") return self_check();
-    if (mode == "round-trips")
-      round_trips(options);
-    else if (mode.empty())
-      sweep(options);
-    else
-      std::fprintf(stderr, "%s: modes are round-trips and self-check, options those at the top of the source\n",
-                   mode.c_str());
+    if (mode == "round-trips") return round_trips(options) > 0 ? 1 : 0;
+    if (mode.empty()) return sweep(options) > 0 ? 1 : 0;
+    std::fprintf(stderr, "%s: modes are round-trips and self-check, options those at the top of the source\n",
+                 mode.c_str());
+    return 2;
   } catch (const std::exception& e) {
     std::fprintf(stderr, "%s\n", e.what());
     return 2;
   }
-  return 0;
 }

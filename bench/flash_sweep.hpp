@@ -43,6 +43,7 @@ std::string trimmed(const char* text, std::size_t size);
 /// made on one thread, with the mixture selected.
 void for_each_state(const Options& options, const std::function<void(const State&)>& judge);
 
-void round_trips(const Options& options);
+/// Returns the number of states that do not come back.
+long round_trips(const Options& options);
 
 }  // namespace tessarel::sweep

@@ -86,7 +86,7 @@ struct Counts {
 
 }  // namespace
 
-void round_trips(const Options& options) {
+long round_trips(const Options& options) {
   std::mutex lock_counts;
   std::array<std::array<Counts, 2>, 5> counts{};
   std::map<std::string, long> texts;
@@ -148,9 +148,11 @@ void round_trips(const Options& options) {
     }
   });
   std::printf("| mode | phases | right | text | another state | wrong state |\n|---|---:|---:|---:|---:|---:|\n");
+  long failed = 0;
   for (std::size_t mode = 0; mode < counts.size(); ++mode)
     for (std::size_t two = 0; two < 2; ++two) {
       const Counts& c = counts[mode][two];
+      failed += c.text + c.wrong;
       std::printf("| %s | %zu | %ld | %ld | %ld | %ld |\n", modes[mode].name, two + 1, c.ok, c.text, c.other, c.wrong);
     }
   std::printf(
@@ -158,6 +160,7 @@ void round_trips(const Options& options) {
       "doubt.\n",
       skipped, in_doubt);
   for (const auto& [text, number] : texts) std::printf("%ld times %s\n", number, text.c_str());
+  return failed;
 }
 
 }  // namespace tessarel::sweep

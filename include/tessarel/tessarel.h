@@ -170,6 +170,24 @@ TESSAREL_API void tessarel_tmdprop(const char* spec, const int32_t* order, doubl
 TESSAREL_API void tessarel_capeopenderiv(const double* t, const double* p, const double* v, double* dv, double* dh,
                                          double* ds, double* dg, double* dlnphi, char* err, size_t err_len);
 
+/*
+ * tessarel_flash_sensitivity: the state at given t and p, one phase or two, and its exact derivatives by t, p and the
+ * amounts of the feed along the equilibrium. Molar SI, one mole of the selected composition.
+ *
+ *   t, p     in   K, Pa
+ *   beta     out  mole fraction of the vapour (the phase of larger molar volume); one phase: 0 or 1
+ *   v, h, s  out  m3/mol, J/mol, J/(mol K) of the whole
+ *   dbeta, dv, dh, ds  out  n+2 values each: by t, by p, by the amount of component 1 to n, the other amounts held. All
+ *                 quantities are per mole of feed, so that the sum of z(j) times the column of j is 0
+ *   dx, dy   out  n x (n+2) values, first index fastest: of the mole fractions of liquid and vapour; zeros for a phase
+ *                 that is not there
+ *   err      out  "No errors" for one phase and for two; the failure texts of tessarel_calc_pt_flash and its refusals
+ * The derivative of s by the amount of an absent component is infinite: -8888.8 stands there.
+ */
+TESSAREL_API void tessarel_flash_sensitivity(const double* t, const double* p, double* beta, double* v, double* h,
+                                             double* s, double* dbeta, double* dv, double* dh, double* ds, double* dx,
+                                             double* dy, char* err, size_t err_len);
+
 /* Sessions. A session holds a selected fluid with all that belongs to it; a host that wants several fluids at once, or
  * several threads, makes more than the one that the library starts with, number 0. Every other entry of the library
  * works on the session that is current on the calling thread, session 0 until another is made current.

@@ -44,7 +44,6 @@ bool Equilibrium::linearise(double t_now, double p_now, const Split& from, Mixin
   t = t_now;
   p = p_now;
   split = from;
-  Vector t_l{}, t_v{}, p_l{}, p_v{};
   const auto evaluate_phase = [&](Phase& phase, Vector& dt, Vector& dp, double* dn) {
     ++eos_.work.statistics.fugacities;
     const bool real = mixing == Mixing::real;
@@ -52,14 +51,15 @@ bool Equilibrium::linearise(double t_now, double p_now, const Split& from, Mixin
         eos_, n_, phase.x.data(), t, p * pascal_per_bar, Root::lower_gibbs, phase.roots,
         {.lnphi = phase.lnphi.data(), .dt = dt.data(), .dp = dp.data(), .dn = real ? dn : nullptr});
     if (!real) std::fill_n(dn, n_ * n_, 0.0);
+    for (std::size_t i = 0; i < at(n_); ++i) dp[i] *= pascal_per_bar;
   };
-  evaluate_phase(split.liquid, t_l, p_l, liquid_dn_);
-  evaluate_phase(split.vapour, t_v, p_v, vapour_dn_);
+  evaluate_phase(split.liquid, liquid_t, liquid_p, liquid_dn_);
+  evaluate_phase(split.vapour, vapour_t, vapour_p, vapour_dn_);
   split.error = 0;
   for (std::size_t i = 0; i < at(n_); ++i) {
     g[i] = split.lnk[i] + split.vapour.lnphi[i] - split.liquid.lnphi[i];
-    g_t[i] = t_v[i] - t_l[i];
-    g_p[i] = (p_v[i] - p_l[i]) * pascal_per_bar;
+    g_t[i] = vapour_t[i] - liquid_t[i];
+    g_p[i] = vapour_p[i] - liquid_p[i];
     if (z_[i] > 0) split.error = std::max(split.error, std::abs(g[i]));
   }
   scaled_hessian(n_, z_, split, liquid_dn_, vapour_dn_, scale_, factors_);

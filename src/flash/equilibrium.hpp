@@ -47,6 +47,7 @@ class Equilibrium {
 
   double t = 0, p = 0;
   Split split;
+  Vector liquid_t{}, liquid_p{}, vapour_t{}, vapour_p{};  ///< derivatives of lnphi by t and p
   Vector g{}, g_t{}, g_p{};                   ///< ln f_v - ln f_l and its derivatives by t and p at constant amounts
   Vector scaled_g{}, scaled_t{}, scaled_p{};  ///< responses to them
   Properties liquid, vapour;                  ///< of the phases

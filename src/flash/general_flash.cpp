@@ -384,7 +384,7 @@ int GeneralFlash::run() {
   state_.two_phases = false;
   state_.t = estimate.t;
   state_.p = estimate.p;
-  if (single_phase() && finish_one_phase() && single_is_stable()) return 0;
+  if (single_phase() && state_.p <= highest_p && finish_one_phase() && single_is_stable()) return 0;
   // The search, and behind it the bracket.
   state_.t = estimate.t;
   state_.p = estimate.p;

@@ -7,6 +7,7 @@
 #include "flash/pt_flash.hpp"
 #include "flash/rachford_rice.hpp"
 #include "flash/stability.hpp"
+#include "interface/flash_checks.hpp"
 #include "interface/routines_support.hpp"
 
 using namespace tessarel;
@@ -16,21 +17,11 @@ using fluid::Vector;
 
 namespace {
 
-constexpr Message bad_fractions = "TESSAREL error: mole fractions of the selection must sum to 1 within 1e-6...";
-constexpr Message bad_state = "TESSAREL error: temperature and pressure must be positive finite numbers...";
 constexpr Message bad_pair =
     "TESSAREL error: the values given must be finite, and pressure, temperature, volume positive...";
 constexpr int32_t refused_code = -1;
 constexpr Message bad_start = "TESSAREL error: the compositions to start from must be finite numbers, none negative...";
 
-bool positive(double value) {
-  return value > 0 && std::isfinite(value);
-}
-bool adds_up(const Session& session) {
-  double sum = 0;
-  for (int i = 0; i < session.n(); ++i) sum += session.z[at(i)];
-  return std::abs(sum - 1.0) <= 1e-6;
-}
 /// Amounts of which at least one is positive.
 bool usable_amounts(int n, const double* z) {
   const bool finite = std::all_of(z, z + n, [](double v) { return v >= 0 && std::isfinite(v); });
@@ -43,8 +34,7 @@ using PtFlash = Message (*)(const eos::Fluid&, double, double, double*, double*,
 void flash_at_tp(PtFlash flash, const double* t, const double* p, double* x, double* y, double* beta, TextField err) {
   Session& session = current_session();
   report(session, {t, p, x, y, beta}, err, [&]() -> Message {
-    if (!positive(*t) || !positive(*p)) return bad_state;
-    if (!adds_up(session)) return bad_fractions;
+    if (const Message refused = check_flash(session, *t, *p); !ok(refused)) return refused;
     if (x[0] < 0) {
       Vector start{};
       std::copy_n(x, session.n(), start.begin());

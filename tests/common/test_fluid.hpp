@@ -49,18 +49,10 @@ struct Mixture {
   }
 };
 
-/// Selects reference fluids in a session; `kij` is `i;j:entry|...`.
-inline void select_reference(interface::Session& session, const Mixture& mixture, const std::string& kij = "",
-                             bool simplified = false) {
+/// Interaction parameters `i;j:entry|...` in place of all others.
+inline void set_kij(interface::Session& session, const std::string& kij) {
   fluid::Parameters& p = session.model.parameters;
-  p.n = static_cast<int>(mixture.names.size());
   p.k_ij = {};
-  session.simplified = simplified;
-  for (std::size_t i = 0; i < mixture.names.size(); ++i) {
-    const std::string path = std::string(TEST_DATA_DIR) + "/reference/fluids/" + mixture.names[i] + ".saf";
-    EXPECT_EQ(fluid::readfluidsfile(path, static_cast<int>(i), p, session.sources.text), no_errors) << path;
-    session.z[i] = mixture.x[i];
-  }
   for (const std::string& entry : split(kij, '|')) {
     int i = 0, j = 0;
     double value = 0;
@@ -68,6 +60,20 @@ inline void select_reference(interface::Session& session, const Mixture& mixture
     const auto a = static_cast<std::size_t>(i - 1), b = static_cast<std::size_t>(j - 1);
     p.k_ij[a][b] = p.k_ij[b][a] = value;
   }
+}
+
+/// Selects reference fluids in a session; `kij` is `i;j:entry|...`.
+inline void select_reference(interface::Session& session, const Mixture& mixture, const std::string& kij = "",
+                             bool simplified = false) {
+  fluid::Parameters& p = session.model.parameters;
+  p.n = static_cast<int>(mixture.names.size());
+  session.simplified = simplified;
+  for (std::size_t i = 0; i < mixture.names.size(); ++i) {
+    const std::string path = std::string(TEST_DATA_DIR) + "/reference/fluids/" + mixture.names[i] + ".saf";
+    EXPECT_EQ(fluid::readfluidsfile(path, static_cast<int>(i), p, session.sources.text), no_errors) << path;
+    session.z[i] = mixture.x[i];
+  }
+  set_kij(session, kij);
   fluid::setassocpar(p);
   fluid::set_polar_flags(p);
   session.update();

@@ -8,6 +8,7 @@
 #include "eos/caloric.hpp"
 #include "eos/density.hpp"
 #include "interface/host.hpp"
+#include "tessarel/routines.h"
 
 namespace {
 std::atomic<long> allocations{0};
@@ -65,6 +66,34 @@ TEST(Allocation, NoneAfterSelection) {
       EXPECT_EQ(count([&] { call.raw(pair, 6, 3, &call.v, err.data(), err.size()); }), 0) << pair;
     }
   });
+}
+
+TEST(Allocation, NoneInAFlash) {
+  for (const auto& names :
+       {std::vector<std::string>{"methane", "n-butane", "propane"}, {"water", "n-hexane", "methanol"}}) {
+    ASSERT_EQ(host::select(names, {0.4, 0.3, 0.3}), "No errors");
+    std::array<char, 100> err{};
+    std::array<double, 20> x{}, y{};
+    std::array<double, 100> d[6];
+    double beta = 0, t = 0, p = 0, v = 0, u = 0, h = 0, s = 0, q = 0;
+    for (const double temperature : {250.0, 320.0, 450.0})
+      for (const double pressure : {1e5, 30e5}) {
+        EXPECT_EQ(count([&] {
+                    x[0] = 0;
+                    tessarel_calc_pt_flash(&temperature, &pressure, x.data(), y.data(), &beta, err.data(), err.size());
+                    tessarel_flash_sensitivity(&temperature, &pressure, &beta, &v, &h, &s, d[0].data(), d[1].data(),
+                                               d[2].data(), d[3].data(), d[4].data(), d[5].data(), err.data(),
+                                               err.size());
+                    for (const std::int32_t mode : {1, 2, 3, 4, 5}) {
+                      const double a = mode == 4 ? temperature : mode == 5 ? v : pressure;
+                      const double b = mode == 1 ? temperature : mode == 2 ? h : mode == 3 ? s : mode == 4 ? v : u;
+                      tessarel_calc_ab_flash(&mode, &a, &b, &t, &p, &v, &u, &h, &s, &q, x.data(), y.data(), err.data(),
+                                             err.size());
+                    }
+                  }),
+                  0);
+      }
+  }
 }
 
 }  // namespace

@@ -1,0 +1,27 @@
+// What the entries of the phase split refuse.
+#pragma once
+
+#include <cmath>
+
+#include "interface/session.hpp"
+
+namespace tessarel::interface {
+
+inline constexpr Message bad_fractions = "TESSAREL error: mole fractions of the selection must sum to 1 within 1e-6...";
+inline constexpr Message bad_state = "TESSAREL error: temperature and pressure must be positive finite numbers...";
+
+inline bool positive(double value) {
+  return value > 0 && std::isfinite(value);
+}
+inline bool adds_up(const Session& session) {
+  double sum = 0;
+  for (int i = 0; i < session.n(); ++i) sum += session.z[fluid::at(i)];
+  return std::abs(sum - 1.0) <= 1e-6;
+}
+/// The checks of a flash at t and p.
+inline Message check_flash(const Session& session, double t, double p) {
+  if (!positive(t) || !positive(p)) return bad_state;
+  return adds_up(session) ? no_errors : bad_fractions;
+}
+
+}  // namespace tessarel::interface
