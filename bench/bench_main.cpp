@@ -12,6 +12,8 @@
 #include "eos/fugacity.hpp"
 #include "eos/helmholtz.hpp"
 #include "eos/pressure.hpp"
+#include "flash/general_flash.hpp"
+#include "flash/sensitivity.hpp"
 #include "interface/session.hpp"
 #include "solvers/psat_tsat.hpp"
 #include "tessarel/tessarel.h"
@@ -69,6 +71,8 @@ class Counted {
     state_.counters["pressures"] = static_cast<double>(session().work.statistics.pressures - before_.pressures) / calls;
     state_.counters["site_passes"] =
         static_cast<double>(session().work.statistics.site_passes - before_.site_passes) / calls;
+    state_.counters["fugacities"] =
+        static_cast<double>(session().work.statistics.fugacities - before_.fugacities) / calls;
   }
 
  private:
@@ -301,6 +305,71 @@ void register_saturation() {
   });
 }
 
+/// The flashes, from nothing but the feed; k_ij of 0.
+struct FlashCase {
+  const char* name;
+  std::vector<std::string> fluids;
+  std::vector<double> z;
+  double t, p;
+};
+const std::vector<FlashCase>& flash_cases() {
+  static const std::vector<std::string> gas = {"methane", "ethane", "propane", "n-butane", "nitrogen np"};
+  static const std::vector<double> fractions = {0.85, 0.07, 0.04, 0.02, 0.02};
+  static const std::vector<FlashCase> list = {
+      {"methane/n-butane 300 K 40 bar", {"methane", "n-butane"}, {0.5, 0.5}, 300, 40e5},
+      {"natural gas 200 K 30 bar", gas, fractions, 200, 30e5},
+      {"natural gas 280 K 30 bar, one phase", gas, fractions, 280, 30e5},
+      {"ten hydrocarbons 350 K 20 bar",
+       {hydrocarbons.begin(), hydrocarbons.begin() + 10},
+       std::vector<double>(10, 0.1),
+       350,
+       20e5},
+      {"water/methanol 346 K 1 bar", {"water", "methanol"}, {0.5, 0.5}, 346, 1e5},
+      {"water/methanol 300 K 10 bar, one phase", {"water", "methanol"}, {0.5, 0.5}, 300, 10e5},
+  };
+  return list;
+}
+
+Fluid select_case(const FlashCase& c) {
+  select(c.fluids, c.z);
+  session().model.parameters.k_ij = {};
+  session().update();
+  return session().fluid();
+}
+
+void register_flash() {
+  for (const FlashCase& c : flash_cases()) {
+    benchmark::RegisterBenchmark((std::string("calc_pt_flash/") + c.name).c_str(), [&c](State& state) {
+      const Fluid f = select_case(c);
+      double t = c.t;
+      const Counted counted(state);
+      for (auto _ : state)
+        benchmark::DoNotOptimize(flash::flmain(f, t += small_step, c.p, false, nullptr, nullptr).beta);
+    });
+    for (int mode = 2; mode <= 5; ++mode)
+      benchmark::RegisterBenchmark(
+          ("calc_ab_flash mode " + std::to_string(mode) + "/" + c.name).c_str(), [&c, mode](State& state) {
+            const Fluid f = select_case(c);
+            flash::AbResult known, result;
+            flash::calc_ab_flash(f, 1, c.p, c.t, known);
+            double a = mode == 4 ? c.t : mode == 5 ? known.v : c.p;
+            const double b = mode == 2 ? known.h : mode == 3 ? known.s : mode == 4 ? known.v : known.u;
+            const Counted counted(state);
+            for (auto _ : state) {
+              flash::calc_ab_flash(f, mode, a *= 1.0 + 1e-12, b, result);
+              benchmark::DoNotOptimize(result.t);
+            }
+          });
+    benchmark::RegisterBenchmark((std::string("tessarel_flash_sensitivity/") + c.name).c_str(), [&c](State& state) {
+      const Fluid f = select_case(c);
+      flash::Sensitivity result;
+      double t = c.t;
+      const Counted counted(state);
+      for (auto _ : state) flash::flash_sensitivity(f, t += small_step, c.p, result);
+    });
+  }
+}
+
 /// Property calls on as many threads as the argument says, each with a session of its own.
 void threads(State& state) {
   std::int64_t number = 0;
@@ -331,6 +400,7 @@ int main(int argc, char** argv) {
   tessarel::bench::register_stack();
   tessarel::bench::register_fugacity();
   tessarel::bench::register_saturation();
+  tessarel::bench::register_flash();
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
   return 0;

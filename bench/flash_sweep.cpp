@@ -16,11 +16,29 @@
 #include <stdexcept>
 #include <thread>
 
+#include "interface/session.hpp"
 #include "tessarel/routines.h"
+
 namespace tessarel::sweep {
 namespace {
 
 std::mutex output;
+
+/// How often the ways behind the first one were needed, over all threads.
+eos::Statistics fallbacks;
+struct Count {
+  long long eos::Statistics::*member;
+  const char* what;
+};
+constexpr Count counts[] = {
+    {&eos::Statistics::stated_splits, "splits left to the substitutions"},
+    {&eos::Statistics::minimisers, "of these to the minimiser"},
+    {&eos::Statistics::rescued_splits, "found from a trial phase after that"},
+    {&eos::Statistics::wide_splits, "found only by the wider starts"},
+    {&eos::Statistics::three_phases, "two phases reported where a third is stable"},
+    {&eos::Statistics::state_function_searches, "general flashes left to the search in t and p"},
+    {&eos::Statistics::bracketed_searches, "of these to the bracket"},
+};
 
 /// The counts of one mixture. `near` holds differences next to a phase boundary, `doubtful` those that are no fault of
 /// the flash (Judge::densities_hold).
@@ -140,6 +158,10 @@ void judge_two_phases(const Judge& judge, const State& state, const Flash& answe
   }
 }
 
+void print_fallbacks() {
+  for (const Count& count : counts) std::printf("%lld %s\n", fallbacks.*count.member, count.what);
+}
+
 /// Returns the number of wrong answers and failures.
 long sweep(const Options& options) {
   std::vector<Verdicts> all(mixtures.size());
@@ -186,6 +208,7 @@ long sweep(const Options& options) {
                   v.false_splits, v.bad, v.near, v.failures, v.judge_missed, v.doubtful, v.fugacity, v.balance);
   }
   std::printf("\n%ld states in %.1f s on %d threads.\n", states, seconds, options.threads);
+  print_fallbacks();
   return wrong;
 }
 
@@ -292,6 +315,9 @@ void for_each_state(const Options& options, const std::function<void(const State
         judge({m, &z, t, 1e3 * std::pow(3e4, random.uniform())});
       }
     }
+    const eos::Statistics& own = interface::current_session().work.statistics;
+    const std::lock_guard lock(output);
+    for (const Count& count : counts) fallbacks.*count.member += own.*count.member;
   };
   std::vector<std::thread> threads;
   for (int i = 1; i < options.threads; ++i) threads.emplace_back(work);
@@ -330,7 +356,11 @@ int main(int argc, char** argv) {
   if (options.states <= 0) options.states = mode == "round-trips" ? 1 + 5000 / static_cast<int>(mixtures.size()) : 2000;
   try {
     if (mode == "self-check") return self_check();
-    if (mode == "round-trips") return round_trips(options) > 0 ? 1 : 0;
+    if (mode == "round-trips") {
+      const long failed = round_trips(options);
+      print_fallbacks();
+      return failed > 0 ? 1 : 0;
+    }
     if (mode.empty()) return sweep(options) > 0 ? 1 : 0;
     std::fprintf(stderr, "%s: modes are round-trips and self-check, options those at the top of the source\n",
                  mode.c_str());

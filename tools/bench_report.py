@@ -17,6 +17,8 @@ for row in results["benchmarks"]:
         times[name] = min(times.get(name, float("inf")), row["cpu_time"])
         if "pressures" in row:
             counts[name] = f"{row['pressures']:.1f}" + (f", {row['site_passes']:.0f}" if row["site_passes"] else "")
+            if row.get("fugacities"):
+                counts[name] += f" in {row['fugacities']:.0f} phases"
 unit = times["yardstick"]
 print(f"One unit: {unit:.0f} ns.\n")
 print("| call | ns | units | times calc_a at the same n | pressures, site passes |\n|---|---:|---:|---:|---:|")
