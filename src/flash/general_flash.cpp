@@ -69,7 +69,7 @@ class GeneralFlash {
   int run();
 
  private:
-  bool from_estimate(const Estimate& estimate);
+  bool from_split(const Split& split, int substitutions);
   End iterate(Equilibrium& equilibrium, Mixing mixing, int passes);
   bool finish_two_phases(const Split& split);
   bool finish_one_phase();
@@ -77,7 +77,7 @@ class GeneralFlash {
   bool single_is_stable();
   int search();
   bool search_in_bracket();
-  enum class Bracket { found, below, above, failed };
+  enum class Bracket { found, jump, below, above, failed };
   Bracket solve_pressure(double t);
   void one_phase_at(double t, double p);
   Properties whole_at_state();
@@ -89,6 +89,7 @@ class GeneralFlash {
   GeneralState& state_;
   PtResult flash_{};    ///< the last inner flash
   Properties whole_{};  ///< of it
+  double energy_ = 0;   ///< u at the volume asked for
 };
 
 /// Newton's method on ln K, t and p at once, or the same with ideal mixtures, which is substitution.
@@ -137,17 +138,15 @@ bool GeneralFlash::finish_two_phases(const Split& split) {
   return split.error <= 1e-10 && difference > 1e-6;
 }
 
-bool GeneralFlash::from_estimate(const Estimate& estimate) {
-  if (!(estimate.beta > 0 && estimate.beta < 1)) return false;
-  state_.split = {};
-  state_.split.beta = estimate.beta;
-  state_.split.lnk = estimate.lnk;
+/// The two-phase solution from `split` at the present t and p, if it is the stable state.
+bool GeneralFlash::from_split(const Split& split, int substitutions) {
+  state_.split = split;
   if (!solve_balance(fluid_.n, fluid_.z, state_.split.lnk.data(), state_.split.liquid.x.data(),
                      state_.split.vapour.x.data(), state_.split.beta))
     return false;
   const Arena::Frame frame(eos().arena());
   Equilibrium e(eos(), fluid_.n, fluid_.z);
-  End end = iterate(e, Mixing::ideal, 5);
+  End end = iterate(e, Mixing::ideal, substitutions);
   if (end == End::stuck) end = iterate(e, Mixing::real, 25);
   if (end != End::converged || !finish_two_phases(e.split)) return false;
   state_.two_phases = true;
@@ -310,11 +309,15 @@ int GeneralFlash::search() {
   return left_range;
 }
 
-/// p with the volume asked for at t: the volume falls along p. `below`: it lies below that at the lowest p.
+/// p with the volume asked for at t: the volume falls along p. `below`: it lies below that at the lowest p. `jump`: it
+/// passes the volume at once, where three phases meet; `energy_` is then that of their mixture.
 GeneralFlash::Bracket GeneralFlash::solve_pressure(double t) {
   const double lowest = std::log(1e-9), highest = std::log(highest_p);
   double lo = lowest, hi = highest;
   double x = std::clamp(std::log(state_.p), lo, hi);
+  struct Side {
+    double v, u;
+  } larger{}, smaller{};
   for (int pass = 0; pass < 60; ++pass) {
     state_.t = t;
     state_.p = std::exp(x);
@@ -322,15 +325,20 @@ GeneralFlash::Bracket GeneralFlash::solve_pressure(double t) {
     const double ratio = std::log(whole_.v / spec_.second);
     if (!std::isfinite(ratio)) return Bracket::failed;
     (ratio > 0 ? lo : hi) = x;
+    (ratio > 0 ? larger : smaller) = {whole_.v, whole_.u(state_.p)};
     // d ln v / d ln p.
     const double step = -ratio * whole_.v / (whole_.v_p * state_.p), last = x;
+    energy_ = whole_.u(state_.p);
     if (std::abs(step) < 1e-12 || std::abs(ratio) < 1e-15) return Bracket::found;
     x = x + step > lo && x + step < hi ? x + step : 0.5 * (lo + hi);
     if (std::abs(x - last) < 1e-12) break;
   }
   if (hi - lowest < 1e-9) return Bracket::below;
   if (highest - lo < 1e-9) return Bracket::above;
-  return hi - lo < 1e-9 ? Bracket::found : Bracket::failed;
+  if (!(hi - lo < 1e-9)) return Bracket::failed;
+  if (larger.v - smaller.v < 1e-6 * smaller.v) return Bracket::found;
+  energy_ = smaller.u + (spec_.second - smaller.v) / (larger.v - smaller.v) * (larger.u - smaller.u);
+  return Bracket::jump;
 }
 
 /// The second line: h, s and u rise along t, so a bracket holds the root.
@@ -346,12 +354,12 @@ bool GeneralFlash::search_in_bracket() {
       if (end == Bracket::failed) return false;
       // A volume that no pressure gives is that of a liquid at another temperature: it takes more heat to be so large
       // without tension, less to be so small.
-      if (end != Bracket::found) {
-        (end == Bracket::below ? lo : hi) = t;
+      const double error = energy_ - spec_.first;
+      if (end == Bracket::below || end == Bracket::above || end == Bracket::jump) {
+        (end == Bracket::below || (end == Bracket::jump && error <= 0) ? lo : hi) = t;
         t = 0.5 * (lo + hi);
         continue;
       }
-      const double error = whole_.u(state_.p) - spec_.first;
       (error > 0 ? hi : lo) = t;
       next = t - error / (whole_.u_t(state_.p) - whole_.u_p(state_.p) * whole_.v_t / whole_.v_p);
     } else {
@@ -380,11 +388,20 @@ int GeneralFlash::run() {
     whole_at_state();
     return flash_.code == 0 || flash_.code == 3 ? 0 : too_many_passes;
   }
-  if (from_estimate(estimate)) return 0;
+  Split start;
+  start.beta = estimate.beta;
+  start.lnk = estimate.lnk;
+  if (estimate.beta > 0 && estimate.beta < 1 && from_split(start, 5)) return 0;
   state_.two_phases = false;
   state_.t = estimate.t;
   state_.p = estimate.p;
-  if (single_phase() && state_.p <= highest_p && finish_one_phase() && single_is_stable()) return 0;
+  if (single_phase() && state_.p <= highest_p && finish_one_phase()) {
+    if (single_is_stable()) return 0;
+    // What it splits into is a better estimate than the ideal one.
+    const Split found = flash_.split;
+    if (flash_.two_phases() && from_split(found, 0)) return 0;
+  }
+  state_.two_phases = false;
   // The search, and behind it the bracket.
   state_.t = estimate.t;
   state_.p = estimate.p;
