@@ -511,8 +511,9 @@ TESSAREL_API void tessarel_critpure(const int32_t* i, char* errormsg, size_t err
 TESSAREL_API void tessarel_critmixt_pseudo(char* errormsg, size_t errormsg_len);
 /* Reserved, no effect. */
 TESSAREL_API void tessarel_critmixt_brent(char* errormsg, size_t errormsg_len);
-/* Two-level search from the critical temperature of the session, see docs/robustness.md for what it finds. It leaves
- * the critical density of the session in 1/A3. errormsg: "Critical point calulation failed...". */
+/* The critical point of a mixture by the conditions of Heidemann & Khalil (1980), from the critical temperature of the
+ * session, with a search along the limit of stability behind it. It leaves the critical density of the session in 1/A3.
+ * errormsg: "No errors", then no other phase is more stable there; "Critical point calulation failed...". */
 TESSAREL_API void tessarel_critmixt_newton(char* errormsg, size_t errormsg_len);
 
 /* The iterations of this search on the host's variables: z (n), rho [1/A3] and t [K]. debug is a logical that prints

@@ -171,6 +171,16 @@ TESSAREL_API void tessarel_capeopenderiv(const double* t, const double* p, const
                                          double* ds, double* dg, double* dlnphi, char* err, size_t err_len);
 
 /*
+ * tessarel_criticalpoint: the critical point of the selection, of a mixture the true one, where its vapour and its
+ * liquid become the same; tessarel_fluidinfo gives the mole-fraction average. Nothing of the session changes.
+ *
+ *   tc, pc, rhoc  out  K, Pa, mol/m3
+ *   err           out  "No errors"; "Critical point calulation failed..." for a mixture that has none that is stable,
+ *                      or the texts of the search of a pure fluid; tc, pc and rhoc are then -8888.8
+ */
+TESSAREL_API void tessarel_criticalpoint(double* tc, double* pc, double* rhoc, char* err, size_t err_len);
+
+/*
  * tessarel_flash_sensitivity: the state at given t and p, one phase or two, and its exact derivatives by t, p and the
  * amounts of the feed along the equilibrium. Molar SI, one mole of the selected composition.
  *

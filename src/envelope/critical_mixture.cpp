@@ -1,15 +1,16 @@
-// The two-level search for a mixture critical point on the conditions of Heidemann & Khalil (1980) in Helmholtz form:
-// an inner iteration on the temperature makes Q singular at a density, an outer one on the density makes the cubic form
-// of its null vector vanish.
+// The two-level search for a mixture critical point: an inner iteration on the temperature makes Q singular at a
+// density, an outer one on the density makes the cubic form of its null vector vanish (criticality.hpp). Behind it the
+// search along the limit of stability.
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
 
 #include "envelope/critical_point.hpp"
-#include "eos/composition.hpp"
+#include "envelope/criticality.hpp"
 #include "eos/density.hpp"
-#include "eos/mole_numbers.hpp"
 #include "eos/pressure.hpp"
+#include "flash/stability.hpp"
 #include "numerics/linear_algebra.hpp"
 
 namespace tessarel::envelope {
@@ -25,54 +26,20 @@ constexpr std::int32_t cubic_not_converged = 320, determinant_not_converged = 32
 
 using Matrix = std::array<double, fluid::nmax * fluid::nmax>;
 
-/// a and its derivatives by mole numbers at constant density, orders up to K; arrays from the caller's arena frame.
-template <int K>
-eos::CompositionDerivatives<double> by_amounts(const Eos& eos, int n, const double* z, double t, double rho) {
-  Arena& arena = eos.arena();
-  const auto size = fluid::at(n);
-  const auto taken = [&] {
-    eos::CompositionDerivatives<double> d;
-    d.first = arena.take<double>(size);
-    d.second = {arena.take<double>(size * size), size};
-    if (K >= 3) d.third = {arena.take<double>(size * size * size), size};
-    return d;
-  };
-  eos::MixtureState<double> state;
-  eos::prepare(eos, state, n, z, 0, t);
-  auto x = taken(), d = taken();
-  eos::composition_derivatives<K>(state, rho, x);
-  d.a = x.a;
-  double* work = arena.take<double>(size * (size + 2));
-  eos::project_first(size, z, x.first, d.first);
-  eos::project_second(z, x.first, x.second, work, d.second);
-  if constexpr (K >= 3) eos::project_third(z, x.first, x.second, x.third, work, d.third);
-  return d;
-}
-
-/// Q_ij = a_ij + 2 (a + a_i + a_j), scaled with t^3 / 1e6.
+/// Q (criticality.hpp) as a matrix of the linear algebra kernels; it is symmetric.
 void form_q(const Eos& eos, int n, const double* z, double t, double rho, double* q) {
-  const Arena::Frame frame(eos.arena());
-  const auto d = by_amounts<2>(eos, n, z, t, rho);
-  const numerics::HostSquare<double> matrix{q, fluid::at(n)};
-  const double scale = t * t * t / 1e6;
-  for (std::size_t i = 0; i < matrix.n; ++i)
-    for (std::size_t j = 0; j < matrix.n; ++j)
-      matrix(i, j) = (d.second(i, j) + 2.0 * (d.a + d.first[i] + d.first[j])) * scale;
+  criticality_matrix(eos, n, z, z, t, rho, {q, fluid::at(n)});
 }
 
-/// Sum of C_ijk dn_i dn_j dn_k with C_ijk = a_ijk + 3 (a_ij + a_ik + a_jk) + 6 (a + a_i + a_j + a_k).
-double cubic_form(const Eos& eos, int n, const double* z, double t, double rho, const double* dn) {
-  const Arena::Frame frame(eos.arena());
-  const auto d = by_amounts<3>(eos, n, z, t, rho);
-  const auto size = fluid::at(n);
-  double c = 0;
-  for (std::size_t i = 0; i < size; ++i)
-    for (std::size_t j = 0; j < size; ++j)
-      for (std::size_t k = 0; k < size; ++k)
-        c += (d.third(i, j, k) + 3.0 * (d.second(i, j) + d.second(i, k) + d.second(j, k)) +
-              6.0 * (d.a + d.first[i] + d.first[j] + d.first[k])) *
-             dn[i] * dn[j] * dn[k];
-  return c;
+/// The cubic form along the null vector of `q`, which is spoilt. The vector's sign is free and the form odd in it: it
+/// is turned towards `dn`, which becomes it.
+double cubic_form_of(const Eos& eos, int n, const double* z, double t, double rho, Matrix& q, fluid::Vector& dn) {
+  fluid::Vector found{};
+  solution_vector(n, q.data(), found.data());
+  double turn = 0;
+  for (std::size_t i = 0; i < fluid::at(n); ++i) turn += found[i] * dn[i];
+  for (std::size_t i = 0; i < fluid::at(n); ++i) dn[i] = turn < 0 ? -found[i] : found[i];
+  return cubic_form(eos, n, z, t, rho, dn.data());
 }
 
 }  // namespace
@@ -108,18 +75,16 @@ std::int32_t cubic_newton(const Eos& eos, bool debug, int n, const double* z, do
   constexpr double tolerance = 1e-12, accepted = 0.001;
   const double drho = 1e-4 * rho;
   Matrix q;
-  fluid::Vector dn{};
   double c = 0;
   for (int pass = 1;;) {
+    fluid::Vector dn{};
     if (const auto ierr = det_q_newton(eos, debug, n, z, rho, t, q.data()); ierr > 0) return ierr;
-    solution_vector(n, q.data(), dn.data());
-    c = cubic_form(eos, n, z, t, rho, dn.data());
+    c = cubic_form_of(eos, n, z, t, rho, q, dn);
     double shifted_t = t;
     if (const auto ierr = det_q_newton(eos, debug, n, z, rho + drho, shifted_t, q.data()); ierr > 0) return ierr;
-    solution_vector(n, q.data(), dn.data());
-    const double c2 = cubic_form(eos, n, z, shifted_t, rho + drho, dn.data());
+    const double c2 = cubic_form_of(eos, n, z, shifted_t, rho + drho, q, dn);
     if (debug) std::printf("cubic form: pass %d, T = %.10g K, rho = %.10g 1/A3, c = %.6g\n", pass, t, rho, c);
-    const double next = rho - drho * c / (c2 - c);
+    const double next = rho - drho * c / (c2 - c), rho_before = rho;
     const double eta = eos::calc_eta_rho(eos, n, z, 0, t, next);
     if (eta < 1e-5)
       rho = eos::calc_rho_eta(eos, n, z, 0, t, 2e-5);
@@ -128,20 +93,53 @@ std::int32_t cubic_newton(const Eos& eos, bool debug, int n, const double* z, do
     else
       rho = next;
     ++pass;
-    if (!(std::abs(c) > tolerance)) break;
+    // Steps of the rounding of the form lead nowhere.
+    if (!(std::abs(c) > tolerance) || std::abs(next - rho_before) < 1e-12 * rho) break;
     if (pass > limit) break;
   }
   return std::abs(c) > accepted || std::isnan(c) ? cubic_not_converged : 0;
 }
 
+namespace {
+
+/// No other phase lies below the tangent plane of the critical one.
+bool is_stable(const Eos& eos, int n, const double* z, double t, double rho) {
+  const flash::Conditions c{eos, n, t, eos::calc_p_rho(eos, n, z, t, rho)};
+  if (!(c.p > 0)) return false;  // a liquid under tension
+  flash::Phase phase;
+  std::copy_n(z, n, phase.x.begin());
+  eos::calc_lnphi_tprho(eos, n, z, t, c.p, rho, phase.lnphi.data());
+  const fluid::Vector d = flash::log_fugacities(n, phase);
+  const double* known[] = {z};
+  const flash::Trial other = flash::search_widely(c, z, d.data(), known, {}, {.ideal_gas = true});
+  return !other.found || other.tm > -1e-6;
+}
+
+}  // namespace
+
+bool critical_point(const Eos& eos, int n, const double* z, double t_start, double& t, double& rho) {
+  return find_critical(eos, n, z, t_start, t, rho, is_stable);
+}
+
 Message critmixt_newton(const Eos& eos, int n, const double* z, Limits& limits) {
   constexpr double start_eta = 0.4;
   constexpr bool debug = false;
-  double rho = eos::calc_rho_eta(eos, n, z, 0, limits.tc, start_eta);
+  const double start = limits.tc;
+  double rho = eos::calc_rho_eta(eos, n, z, 0, start, start_eta);
   const auto ierr = cubic_newton(eos, debug, n, z, rho, limits.tc);
+  double t = limits.tc, density = rho;
+  bool found = ierr == 0 && refine_critical(eos, n, z, t, density) && is_stable(eos, n, z, t, density);
+  if (!found) {
+    ++eos.work.statistics.critical_scans;
+    found = critical_point(eos, n, z, start, t, density);
+  }
+  if (found) {
+    limits.tc = t;
+    rho = density;
+  }
   limits.rhoc = rho;
   limits.pc = eos::calc_p_rho(eos, n, z, limits.tc, rho);
-  return ierr != 0 ? "Critical point calulation failed..." : no_errors;
+  return found ? no_errors : "Critical point calulation failed...";
 }
 
 }  // namespace tessarel::envelope

@@ -26,9 +26,13 @@ Message critmixt_pseudo(const eos::Eos& eos, int n, const double* z, fluid::Limi
 /// Reserved: "No errors" and no other effect.
 Message critmixt_brent();
 
-/// Two-level search from tc; writes tc, pc and rhoc, the latter in 1/A3. "Critical point calulation failed..." or
-/// "No errors".
+/// Two-level search from tc, and the search of `critical_point` where that does not end in a stable critical state;
+/// writes tc, pc and rhoc, the latter in 1/A3. "Critical point calulation failed..." or "No errors".
 Message critmixt_newton(const eos::Eos& eos, int n, const double* z, fluid::Limits& limits);
+
+/// The true critical point of a mixture: t [K], rho [1/A3], by the search along the limit of stability; `t_start` is an
+/// estimate of the temperature. False if none is found that no other phase is more stable than.
+bool critical_point(const eos::Eos& eos, int n, const double* z, double t_start, double& t, double& rho);
 
 /// The same iteration on the caller's number density [1/A3] and temperature [K]; returns 0, 310, 320 or 321. `debug`
 /// prints each pass to standard output.

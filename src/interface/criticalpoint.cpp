@@ -1,0 +1,31 @@
+#include "envelope/critical_point.hpp"
+#include "eos/pressure.hpp"
+#include "interface/boundary.hpp"
+#include "interface/flash_checks.hpp"
+#include "interface/routines_support.hpp"
+#include "tessarel/tessarel.h"
+
+extern "C" void tessarel_criticalpoint(double* tc, double* pc, double* rhoc, char* err, size_t err_len) {
+  using namespace tessarel;
+  using namespace tessarel::interface;
+  Session& session = current_session();
+  report(session, {tc, pc, rhoc}, {err, err_len}, [&]() -> Message {
+    *tc = *pc = *rhoc = fluid::not_computed;
+    if (!adds_up(session)) return bad_fractions;
+    const eos::Fluid f = session.fluid();
+    if (f.pure()) {
+      fluid::Limits limits = session.limits;
+      if (const Message message = envelope::critpure(f.eos, f.n, f.z, 1, limits); !ok(message)) return message;
+      *tc = limits.tc, *pc = limits.pc, *rhoc = limits.rhoc;
+      return no_errors;
+    }
+    double t = 0, rho = 0;
+    if (!envelope::critical_point(f.eos, f.n, f.z, session.limits.tc, t, rho))
+      return "Critical point calulation failed...";
+    *tc = t;
+    *pc = eos::calc_p_rho(f.eos, f.n, f.z, t, rho);
+    *rhoc = rho / fluid::avogadro_factor;
+    return no_errors;
+  });
+}
+TESSAREL_FORTRAN_TWIN(tessarel_criticalpoint);
