@@ -2,6 +2,7 @@
 #include "flash/general_flash.hpp"
 
 #include "common/reference_flashes.hpp"
+#include "envelope/critical_point.hpp"
 #include "flash/sensitivity.hpp"
 
 namespace tessarel::testing {
@@ -39,6 +40,33 @@ TEST(GeneralFlash, ReferenceStatesFromEveryPair) {
       EXPECT_NEAR(got.u, r.u, tolerance * std::abs(r.u));
     }
   });
+}
+
+/// Phases and properties of four splits computed with 30 digits.
+TEST(GeneralFlash, ReferenceEquilibria) {
+  int values = 0;
+  for (const auto& row : read_reference("equilibria.csv")) {
+    if (row[0] != "flash") continue;
+    SCOPED_TRACE(row[1] + " " + row[4]);
+    TestFluid f(Mixture(row[1]), row[2], false);
+    ASSERT_EQ(envelope::critpoint(f.eos, f.n, f.z, f.session.limits), no_errors);
+    const auto given = split(row[3], ';');
+    flash::AbResult got;
+    ASSERT_EQ(flash::calc_ab_flash(f.fluid(), 1, std::strtod(given[1].c_str(), nullptr),
+                                   std::strtod(given[0].c_str(), nullptr), got),
+              no_errors);
+    const std::string& name = row[4];
+    const auto place = name.size() > 1 && name != "beta" ? static_cast<std::size_t>(name[1] - '1') : 0;
+    const double value = name == "beta" ? got.q
+                         : name == "h"  ? got.h
+                         : name == "s"  ? got.s
+                         : name == "v"  ? got.v
+                                        : (name[0] == 'x' ? got.x : got.y)[place];
+    const double expected = std::strtod(row[5].c_str(), nullptr);
+    EXPECT_NEAR(value, expected, 1e-9 * std::abs(expected));
+    ++values;
+  }
+  EXPECT_EQ(values, 34);
 }
 
 /// Outside the range of the search, and where no state has the values.
