@@ -37,7 +37,7 @@ bool step_is_last(const EtaDerivatives& p, double step, double eta, double ideal
 Search search(const MixtureState<double>& state, double p, Side side, double eta) {
   const double outward = side == Side::vapour ? -1.0 : 1.0;  // sign of the residual on the outer side of the root
   const double ideal = pressure_factor * state.t * state.rho_eta;
-  double from = eta, newton = 0;
+  double from = eta, newton = 0, last_residual = 0;
   bool stretched = false, convex_throughout = false;
   for (int pass = 0; pass < max_passes; ++pass) {
     const EtaDerivatives at_eta = p_eta12(state, eta);
@@ -47,6 +47,12 @@ Search search(const MixtureState<double>& state, double p, Side side, double eta
     // A gas above its Boyle temperature has no concave half.
     if (pass == 0) convex_throughout = convex && side == Side::vapour && !unstable;
     if (unstable || (convex == (side == Side::vapour) && !convex_throughout)) {
+      if (side == Side::liquid && last_residual < 0 && eta > from) {
+        // Newton's step from below the root went over the root and the summit behind it.
+        eta = 0.5 * (from + eta);
+        stretched = false;
+        continue;
+      }
       if (!stretched) return {pass > 0 || residual * outward > 0 ? Outcome::none : Outcome::failed, from};
       // Newton's step is the safe one: only what it shows counts.
       eta = from - newton;
@@ -57,6 +63,7 @@ Search search(const MixtureState<double>& state, double p, Side side, double eta
     const double bend = 1.0 - 0.5 * newton * at_eta.second / at_eta.first;
     const double step = newton / std::max(bend, 0.5);
     from = eta;
+    last_residual = residual;
     eta -= step;
     if (std::abs(step) <= 2e-16 * from || step_is_last(at_eta, step, from, ideal * from)) return {Outcome::found, eta};
     stretched = bend < 1.0;
@@ -77,7 +84,7 @@ Search find_vapour(const MixtureState<double>& state, double p, double remembere
   }
   // The pressure of an attracting gas is below the ideal one, so its packing fraction is above this.
   const double ideal = p / (pressure_factor * state.t * state.rho_eta);
-  return search(state, p, Side::vapour, std::clamp(ideal, 1e-12, 0.05));
+  return search(state, p, Side::vapour, std::clamp(ideal, 1e-290, 0.05));
 }
 
 Search find_liquid(const MixtureState<double>& state, double p, double remembered) {

@@ -55,12 +55,10 @@ bool Equilibrium::linearise(double t_now, double p_now, const Split& from, Mixin
   };
   evaluate_phase(split.liquid, liquid_t, liquid_p, liquid_dn_);
   evaluate_phase(split.vapour, vapour_t, vapour_p, vapour_dn_);
-  split.error = 0;
+  g = compare_fugacities(n_, z_, split);
   for (std::size_t i = 0; i < at(n_); ++i) {
-    g[i] = split.lnk[i] + split.vapour.lnphi[i] - split.liquid.lnphi[i];
     g_t[i] = vapour_t[i] - liquid_t[i];
     g_p[i] = vapour_p[i] - liquid_p[i];
-    if (z_[i] > 0) split.error = std::max(split.error, std::abs(g[i]));
   }
   scaled_hessian(n_, z_, split, liquid_dn_, vapour_dn_, scale_, factors_);
   if (!std::isfinite(split.error) || !numerics::cholesky(factors_)) return false;
@@ -95,9 +93,7 @@ void Equilibrium::respond(const Vector& gradient, Vector& scaled) const {
 void Equilibrium::change_of_lnk(const Vector& gradient, Vector& delta) const {
   Vector scaled;
   respond(gradient, scaled);
-  double sum = 0;
-  for (std::size_t i = 0; i < at(n_); ++i) sum += scale_[i] * scaled[i];
-  for (std::size_t i = 0; i < at(n_); ++i) delta[i] = scale_[i] > 0 ? scaled[i] / scale_[i] - sum : -gradient[i];
+  delta = lnk_of_step(n_, scale_, scaled);
 }
 
 double Equilibrium::over_amounts(const Vector& a, const Vector& scaled) const {

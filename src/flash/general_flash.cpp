@@ -14,6 +14,8 @@ using fluid::gas_constant;
 
 namespace {
 
+/// Bound on the cost of a call in evaluations of a phase: ten times what the searches in brackets took in sweeps.
+constexpr long long most_fugacities = 8000;
 constexpr double lowest_t = 100.0, highest_t = 1000.0, highest_p = 2000.0;
 
 /// What is asked for, and how far a state is from it.
@@ -71,7 +73,6 @@ class GeneralFlash {
  private:
   bool from_split(const Split& split, int substitutions);
   End iterate(Equilibrium& equilibrium, Mixing mixing, int passes);
-  bool finish_two_phases(const Split& split);
   bool finish_one_phase();
   bool single_phase();
   bool single_is_stable();
@@ -87,9 +88,11 @@ class GeneralFlash {
   Specification spec_;
   const eos::Fluid& fluid_;
   GeneralState& state_;
-  PtResult flash_{};    ///< the last inner flash
-  Properties whole_{};  ///< of it
-  double energy_ = 0;   ///< u at the volume asked for
+  PtResult flash_{};        ///< the last inner flash
+  Properties whole_{};      ///< of it
+  bool exhausted_ = false;  ///< the bound on the cost of a call is reached
+  const long long fugacities_before_ = fluid_.eos.work.statistics.fugacities;
+  double energy_ = 0;  ///< u at the volume asked for
 };
 
 /// Newton's method on ln K, t and p at once, or the same with ideal mixtures, which is substitution.
@@ -130,14 +133,6 @@ End GeneralFlash::iterate(Equilibrium& e, Mixing mixing, int passes) {
   return End::stuck;
 }
 
-/// Two phases that converged: their properties, if they are the stable state.
-bool GeneralFlash::finish_two_phases(const Split& split) {
-  double difference = std::abs(split.liquid.rho / split.vapour.rho - 1.0);
-  for (int i = 0; i < fluid_.n; ++i)
-    if (fluid_.z[i] > 0) difference = std::max(difference, std::abs(split.lnk[at(i)]));
-  return split.error <= 1e-10 && difference > 1e-6;
-}
-
 /// The two-phase solution from `split` at the present t and p, if it is the stable state.
 bool GeneralFlash::from_split(const Split& split, int substitutions) {
   state_.split = split;
@@ -148,7 +143,7 @@ bool GeneralFlash::from_split(const Split& split, int substitutions) {
   Equilibrium e(eos(), fluid_.n, fluid_.z);
   End end = iterate(e, Mixing::ideal, substitutions);
   if (end == End::stuck) end = iterate(e, Mixing::real, 25);
-  if (end != End::converged || !finish_two_phases(e.split)) return false;
+  if (end != End::converged || !in_equilibrium(fluid_.n, fluid_.z, e.split)) return false;
   state_.two_phases = true;
   state_.split = e.split;
   return !third_phase({eos(), fluid_.n, state_.t, state_.p * pascal_per_bar}, fluid_.z, e.split).found;
@@ -231,15 +226,17 @@ bool GeneralFlash::single_is_stable() {
 
 /// Overall properties at t and p from the inner flash, with their derivatives along the equilibrium.
 Properties GeneralFlash::whole_at_state() {
+  exhausted_ = exhausted_ || eos().work.statistics.fugacities - fugacities_before_ > most_fugacities;
   flash_ = flmain(fluid_, state_.t, state_.p * pascal_per_bar, false, nullptr, nullptr);
   const Arena::Frame frame(eos().arena());
   if (flash_.two_phases()) {
     Equilibrium e(eos(), fluid_.n, fluid_.z);
-    if (e.linearise(state_.t, state_.p, flash_.split)) {
-      state_.split = e.split;
-      state_.two_phases = true;
-      return e.overall;
-    }
+    state_.split = flash_.split;
+    state_.two_phases = true;
+    if (e.linearise(state_.t, state_.p, flash_.split)) return e.overall;
+    // At the limit of stability the derivatives do not exist; those of one phase steer a search.
+    Properties steering = phase_properties(eos(), fluid_.n, flash_.single, state_.t, state_.p);
+    return steering;
   }
   state_.two_phases = false;
   state_.single = flash_.single;
@@ -255,7 +252,7 @@ int GeneralFlash::search() {
   double& p = state_.p;
   for (int passes = 0; p <= highest_p; ++passes) {
     if (!(t >= lowest_t && t <= highest_t)) return left_range;
-    if (passes > 20) return too_many_passes;
+    if (passes > 20 || exhausted_) return too_many_passes;
     const Properties now = whole_at_state();
     const double g = now.h / t - now.s;  // reduced Gibbs energy / t
     const double r = 1.0 / t;
@@ -323,7 +320,7 @@ GeneralFlash::Bracket GeneralFlash::solve_pressure(double t) {
     state_.p = std::exp(x);
     whole_ = whole_at_state();
     const double ratio = std::log(whole_.v / spec_.second);
-    if (!std::isfinite(ratio)) return Bracket::failed;
+    if (!std::isfinite(ratio) || exhausted_) return Bracket::failed;
     (ratio > 0 ? lo : hi) = x;
     (ratio > 0 ? larger : smaller) = {whole_.v, whole_.u(state_.p)};
     // d ln v / d ln p.
@@ -367,7 +364,7 @@ bool GeneralFlash::search_in_bracket() {
       state_.p = spec_.second;
       whole_ = whole_at_state();
       const double error = (spec_.given == Given::ps ? whole_.s : whole_.h) - spec_.first;
-      if (!std::isfinite(error)) return false;
+      if (!std::isfinite(error) || exhausted_) return false;
       (error > 0 ? hi : lo) = t;
       next = t - error / (spec_.given == Given::ps ? whole_.s_t(t) : whole_.h_t);
     }
@@ -382,6 +379,10 @@ int GeneralFlash::run() {
   const Estimate estimate = simod(spec_.given, spec_.first, spec_.second, fluid_);
   state_.t = estimate.t;
   state_.p = estimate.p;
+  if (estimate.p > highest_p) {
+    one_phase_at(state_.t, state_.p);
+    return left_range;
+  }
   if (spec_.given == Given::tp) {
     state_.t = spec_.first;
     state_.p = spec_.second;
@@ -409,7 +410,7 @@ int GeneralFlash::run() {
     if (!state_.two_phases) return finish_one_phase() && single_is_stable();
     const Arena::Frame frame(eos().arena());
     Equilibrium e(eos(), fluid_.n, fluid_.z);
-    if (iterate(e, Mixing::real, 25) != End::converged || !finish_two_phases(e.split)) return false;
+    if (iterate(e, Mixing::real, 25) != End::converged || !in_equilibrium(fluid_.n, fluid_.z, e.split)) return false;
     state_.split = e.split;
     return true;
   };
@@ -418,6 +419,9 @@ int GeneralFlash::run() {
   state_.t = estimate.t;
   state_.p = estimate.p;
   if (search_in_bracket() && polished()) return 0;
+  // The results of a failure are those of the feed as one phase where the search stands.
+  state_.two_phases = false;
+  one_phase_at(state_.t, state_.p);
   return code == 0 ? too_many_passes : code;
 }
 
@@ -480,7 +484,9 @@ Message calc_ab_flash(const eos::Fluid& fluid, int mode, double a, double b, AbR
   result.x = state.x;
   result.y = state.y;
   const auto is_nan = [](double v) { return std::isnan(v); };
-  if (std::isnan(result.q) || std::any_of(state.x.begin(), state.x.end(), is_nan) ||
+  const bool numbers =
+      std::isfinite(state.h) && std::isfinite(state.s) && std::isfinite(state.v) && std::isfinite(state.p);
+  if ((code == 0 && !numbers) || std::isnan(result.q) || std::any_of(state.x.begin(), state.x.end(), is_nan) ||
       std::any_of(state.y.begin(), state.y.end(), is_nan))
     return "Michelsen's GenFlash calculation: unexpected error, NaN's calculated...";
   switch (code) {

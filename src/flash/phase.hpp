@@ -1,6 +1,7 @@
 // A phase as the phase-split calculations see it: its composition, the root it lies on, its fugacities.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 
 #include "eos/fluid.hpp"
@@ -43,7 +44,12 @@ inline double set_composition(Phase& phase, int n, const double* amounts) {
 
 /// exp, kept within the range of numbers whose products are finite.
 inline double bounded_exp(double x) {
-  return std::exp(x > 300.0 ? 300.0 : x < -300.0 ? -300.0 : x);
+  return std::exp(x > 600.0 ? 600.0 : x < -600.0 ? -600.0 : x);
+}
+
+/// The larger of two, and infinity once something is not a number: nothing is to look converged then.
+inline double keep_largest(double largest, double value) {
+  return std::isfinite(value) ? std::max(largest, value) : HUGE_VAL;
 }
 
 /// ln f_i at a composition against which others are compared: ln x_i + lnphi_i. A component that is not there gets

@@ -52,7 +52,7 @@ void dirsub(const Feed& feed, Substitution& s) {
     s.lnk_new[k] = s.liquid.lnphi[k] - s.vapour.lnphi[k];
     s.dlnk[k] = s.lnk_new[k] - s.lnk[k];
     s.errk += feed.z[i] * s.dlnk[k] * s.dlnk[k];
-    s.errmax = std::max(s.errmax, std::abs(s.dlnk[k]));
+    s.errmax = keep_largest(s.errmax, std::abs(s.dlnk[k]));
   }
   s.tmx = tangent_distance(n, feed.z, feed.d.data(), s.liquid);
   s.tmy = tangent_distance(n, feed.z, feed.d.data(), s.vapour);
@@ -74,10 +74,10 @@ class Flash {
   Next first_substitutions(bool warm, const double* x, const double* y);
   Next test_stability();
   void start_from_trial();
+  [[nodiscard]] Split substituted_split() const;
   bool split_by_quick_route();
   void split_as_stated();
   void decide_again();
-  bool look_wider(WideStarts starts);
   bool split_from(const double* trial);
   void keep_if_stable();
   bool improve_with(const double* trial);
@@ -92,6 +92,7 @@ class Flash {
   int n_;
   Substitution s_{};
   double tm1_ = 0, tm2_ = 0;  ///< distances of the liquid-like and the vapour-like trial phase
+  bool proven_ = false;       ///< the feed was shown to be unstable
   bool into_feed_ = false;    ///< a test ended by running into the feed
   bool two_phases_ = false;   ///< the stated steps found a split, whatever became of it
   int code_ = 0;
@@ -117,6 +118,7 @@ Flash::Next Flash::first_substitutions(bool warm, const double* x, const double*
   for (int pass = 0; pass < 3 && s_.beta > 0 && s_.beta < 1; ++pass) {
     dirsub(feed_, s_);
     s_.lnk = s_.lnk_new;
+    proven_ = s_.gmix < -1e-8 || s_.tmx < -1e-8 || s_.tmy < -1e-8;
     if (s_.gmix < -1e-8) return Next::from_lnk;
     if (s_.tmx < -1e-8 || s_.tmy < -1e-8) {
       tm1_ = s_.tmx;
@@ -142,7 +144,7 @@ Flash::Next Flash::test_stability() {
     (liquid_like ? tm1_ : tm2_) = test.tm;
     into_feed_ = into_feed_ || test.trivial;
     if (test.split) {
-      two_phases_ = true;
+      two_phases_ = proven_ = true;
       if (test.conv != 0) return Next::from_trial;
       code_ = 2;
       return Next::stability;
@@ -175,13 +177,19 @@ void Flash::start_from_trial() {
   s_.lnk = s_.lnk_new;
 }
 
-bool Flash::split_by_quick_route() {
-  if (!(s_.beta > 0 && s_.beta < 1)) return false;
+/// Where the substitutions stand.
+Split Flash::substituted_split() const {
   Split split;
   split.liquid = s_.liquid;
   split.vapour = s_.vapour;
   split.beta = s_.beta;
   split.lnk = s_.lnk;
+  return split;
+}
+
+bool Flash::split_by_quick_route() {
+  if (!(s_.beta > 0 && s_.beta < 1)) return false;
+  Split split = substituted_split();
   if (!solve_balance(n_, z_, split.lnk.data(), split.liquid.x.data(), split.vapour.x.data(), split.beta)) return false;
   if (!(split.beta > 0 && split.beta < 1)) return false;
   if (!minimise(conditions(), z_, d(), split) || !acceptable(conditions(), z_, split)) return false;
@@ -214,11 +222,7 @@ void Flash::split_as_stated() {
   }
   two_phases_ = true;
   solrac(n_, z_, s_.lnk.data(), s_.liquid.x.data(), s_.vapour.x.data(), s_.beta);
-  Split split;
-  split.liquid = s_.liquid;
-  split.vapour = s_.vapour;
-  split.beta = s_.beta;
-  split.lnk = s_.lnk;
+  Split split = substituted_split();
   const bool converged = s_.errmax < 1e-7;
   const bool inside = s_.beta > 0 && s_.beta < 1;
   bool solved = false;
@@ -245,42 +249,40 @@ bool Flash::split_from(const double* trial) {
   return accepted_ = true;
 }
 
-/// The second line: more starts, and the minimiser from what they find.
-bool Flash::look_wider(WideStarts starts) {
-  const double* known[] = {z_};
-  const Trial wide = search_widely(conditions(), z_, d(), known, {minima_.data(), minima_count_}, starts);
-  if (wide.found) {
-    if (split_from(wide.y.data())) return true;
-    code_ = 1;
-    return false;
-  }
-  // Nothing below the tangent plane: one phase, if the searches are to be trusted.
-  if (wide.all_converged) code_ = 3;
-  return false;
-}
-
-/// Where the stated steps end without two phases, or with a failure.
+/// Where the stated steps end without two phases, or with a failure: more starts, and the minimiser from what they
+/// find.
 void Flash::decide_again() {
-  if (n_ == 1) return;
+  if (std::count_if(z_, z_ + n_, [](double v) { return v > 0; }) < 2) {
+    code_ = 3;
+    return;
+  }
   if (has_trial_ && split_from(trial_.data())) {
     ++statistics().rescued_splits;
     return;
   }
-  if (into_feed_) {
-    Vector beside{};
-    if (!locally_stable(conditions(), feed_.phase, beside.data())) {
-      const double* known[] = {z_};
-      const TestResult test = hebmin(conditions(), z_, d(), {known, 0}, true, beside.data());
-      if (test.tm < 0 && split_from(beside.data())) {
-        ++statistics().wide_splits;
-        return;
-      }
-    }
-  }
   const bool failed = code_ != 3;
   // A gas has no other gas beside it.
   const bool dense = feed_.c.p / (fluid::pressure_factor * feed_.c.t * feed_.phase.rho) < 0.5;
-  if (look_wider({failed || dense, failed})) ++statistics().wide_splits;
+  const double* known[] = {z_};
+  const Trial wide = search_widely(conditions(), z_, d(), known, {minima_.data(), minima_count_},
+                                   {.ideal_gas = failed || dense, .middle = failed});
+  if (wide.found) {
+    proven_ = true;
+    if (split_from(wide.y.data())) {
+      ++statistics().wide_splits;
+      return;
+    }
+  } else if (Vector beside{};
+             (into_feed_ || wide.into_known) && !locally_stable(conditions(), feed_.phase, beside.data())) {
+    const TestResult test = hebmin(conditions(), z_, d(), {known, 0}, true, beside.data());
+    proven_ = proven_ || test.tm < -1e-10;
+    if (test.tm < 0 && split_from(beside.data())) {
+      ++statistics().wide_splits;
+      return;
+    }
+  }
+  // One phase only if nothing lies below its tangent plane and the searches are to be trusted.
+  code_ = proven_ ? 1 : wide.all_converged ? 3 : 2;
 }
 
 bool Flash::improve_with(const double* trial) {
@@ -321,6 +323,12 @@ void Flash::keep_if_stable() {
 }
 
 PtResult Flash::run(bool warm, const double* x, const double* y) {
+  if (!std::isfinite(feed_.gibbs)) {
+    PtResult none;
+    none.beta = std::numeric_limits<double>::quiet_NaN();
+    none.code = 4;
+    return none;
+  }
   Next next = first_substitutions(warm, x, y);
   if (next == Next::stability) next = test_stability();
   if (next != Next::stability) {
@@ -343,8 +351,6 @@ PtResult Flash::result() {
     r.split = split_;
     return r;
   }
-  // A split that was not accepted is none.
-  if (code_ == 0) code_ = 3;
   r.code = code_;
   r.beta = s_.beta;
   r.x = s_.liquid.x;

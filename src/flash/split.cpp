@@ -28,13 +28,7 @@ struct Point {
   void evaluate(const Conditions& c, const double* z, const double* d) {
     flash::evaluate(c, split.liquid, liquid_dn);
     flash::evaluate(c, split.vapour, vapour_dn);
-    split.error = 0;
-    for (int i = 0; i < c.n; ++i) {
-      const auto k = at(i);
-      g[k] = split.lnk[k] + split.vapour.lnphi[k] - split.liquid.lnphi[k];
-      if (z[i] > 0) split.error = std::max(split.error, std::abs(g[k]));
-    }
-    if (!std::isfinite(split.error)) split.error = 1e300;
+    g = compare_fugacities(c.n, z, split);
     split.change = (1.0 - split.beta) * tangent_distance(c.n, z, d, split.liquid) +
                    split.beta * tangent_distance(c.n, z, d, split.vapour);
   }
@@ -55,9 +49,7 @@ double step_of(const Conditions& c, const double* z, const Point& point, double 
   scaled_hessian(c.n, z, point.split, point.liquid_dn, point.vapour_dn, scale, w.hessian);
   for (std::size_t i = 0; i < n; ++i) gradient[i] = scale[i] * point.g[i];
   const double predicted = numerics::restricted_step(w.hessian, gradient.data(), radius, w.work, scaled_step.data());
-  double sum = 0;
-  for (std::size_t i = 0; i < n; ++i) sum += scale[i] * scaled_step[i];
-  for (std::size_t i = 0; i < n; ++i) delta[i] = scale[i] > 0 ? scaled_step[i] / scale[i] - sum : -point.g[i];
+  delta = lnk_of_step(c.n, scale, scaled_step);
   return predicted;
 }
 
@@ -72,7 +64,7 @@ bool stepped(const Conditions& c, const double* z, const Split& from, const Vect
 
 double largest(std::size_t n, const Vector& v) {
   double m = 0;
-  for (std::size_t i = 0; i < n; ++i) m = std::max(m, std::abs(v[i]));
+  for (std::size_t i = 0; i < n; ++i) m = keep_largest(m, std::abs(v[i]));
   return m;
 }
 
@@ -90,6 +82,30 @@ void scaled_hessian(int count, const double* z, const Split& split, const double
       hessian(i, j) = (i == j ? 1.0 : 0.0) +
                       scale[i] * scale[j] * (liquid * (vapour_dn[ij] - 1.0) + vapour * (liquid_dn[ij] - 1.0));
     }
+}
+
+Vector compare_fugacities(int n, const double* z, Split& split) {
+  Vector g{};
+  split.error = 0;
+  for (std::size_t i = 0; i < at(n); ++i) {
+    const double lnk = split.liquid.lnphi[i] - split.vapour.lnphi[i];
+    if (z[i] > 0) {
+      g[i] = split.lnk[i] - lnk;
+      split.error = keep_largest(split.error, std::abs(g[i]));
+    } else {
+      split.lnk[i] = lnk;
+    }
+  }
+  return g;
+}
+
+Vector lnk_of_step(int n, const Vector& scale, const Vector& step) {
+  double sum = 0;
+  for (std::size_t i = 0; i < at(n); ++i) sum += scale[i] * step[i];
+  Vector delta{};
+  for (std::size_t i = 0; i < at(n); ++i)
+    if (scale[i] > 0) delta[i] = step[i] / scale[i] - sum;
+  return delta;
 }
 
 bool minimise(const Conditions& c, const double* z, const double* d, Split& split) {
@@ -196,12 +212,16 @@ bool minimise_from_trial(const Conditions& c, const double* z, const double* d, 
   return false;
 }
 
-bool acceptable(const Conditions& c, const double* z, const Split& split) {
-  if (!(split.beta > 0 && split.beta < 1 && split.error <= enough && split.change <= 1e-13)) return false;
+bool in_equilibrium(int n, const double* z, const Split& split) {
+  if (!(split.beta > 0 && split.beta < 1 && split.error <= enough)) return false;
   double difference = std::abs(split.liquid.rho / split.vapour.rho - 1.0);
-  for (int i = 0; i < c.n; ++i)
+  for (int i = 0; i < n; ++i)
     if (z[i] > 0) difference = std::max(difference, std::abs(split.lnk[at(i)]));
   return difference > 1e-6;
+}
+
+bool acceptable(const Conditions& c, const double* z, const Split& split) {
+  return in_equilibrium(c.n, z, split) && split.change <= 1e-13;
 }
 
 Vector plane_of(int n, const double* z, const Split& split) {
@@ -220,7 +240,7 @@ bool is_vapour_like(const Conditions& c, const Phase& phase) {
 void set_labels(int n, Split& split) {
   if (split.vapour.rho <= split.liquid.rho) return;
   std::swap(split.liquid, split.vapour);
-  split.beta = 1.0 - split.beta;
+  split.beta = std::min(1.0 - split.beta, 1.0 - 0x1p-53);  // a trace of liquid is one
   for (std::size_t i = 0; i < at(n); ++i) split.lnk[i] = -split.lnk[i];
 }
 

@@ -40,7 +40,16 @@ bool polish(const Conditions& c, const double* z, const double* d, Split& split)
 /// Gibbs energy is taken from the feed, then `minimise`.
 bool minimise_from_trial(const Conditions& c, const double* z, const double* d, const double* trial, Split& split);
 
-/// Two different phases in equilibrium, not above the feed.
+/// ln f_v - ln f_l of the components in the feed, 0 of the others, whose ln K is set; `error` becomes the largest.
+Vector compare_fugacities(int n, const double* z, Split& split);
+
+/// The change of ln K that belongs to a step in the scaled amounts.
+Vector lnk_of_step(int n, const Vector& scale, const Vector& step);
+
+/// Two different phases of equal fugacities.
+bool in_equilibrium(int n, const double* z, const Split& split);
+
+/// In equilibrium, and not above the feed.
 bool acceptable(const Conditions& c, const double* z, const Split& split);
 
 /// The tangent plane that the phases of a split share: ln x + lnphi, of each component in the phase with more of it.

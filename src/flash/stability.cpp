@@ -62,7 +62,7 @@ Pass look(const TrialPhase& trial, const Vector& error) {
     const double e = error[at(i)];
     pass.tm -= trial.y[i] * (1.0 + e);
     pass.e1 += trial.z[i] * e * e;
-    pass.largest = std::max(pass.largest, std::abs(e));
+    pass.largest = keep_largest(pass.largest, std::abs(e));
   }
   for (const double* other : trial.known) {
     // tm against its value by the distance to the known phase: 1 as the trial runs into it.
@@ -109,7 +109,7 @@ TestResult second_order(TrialPhase& trial, bool stop_early) {
       const double y = trial.y[i];
       alfa[i] = 2.0 * std::sqrt(y);
       gradient[i] = y > 0 ? std::sqrt(y) * (std::log(y) + trial.phase.lnphi[i] - trial.d[i]) : 0.0;
-      largest = std::max(largest, std::abs(gradient[i]));
+      largest = keep_largest(largest, std::abs(gradient[i]));
       for (std::size_t j = 0; j < n; ++j)
         hessian(i, j) = (i == j ? 1.0 : 0.0) + std::sqrt(y * trial.y[j]) * dn[i + n * j] / trial.sum;
     }
@@ -215,13 +215,18 @@ class WideSearch {
     best.found = true;
   }
   void search(Vector y) {
-    if (best.found || is_on_its_way(y)) return;
+    if (best.found) return;
+    if (is_on_its_way(y)) {
+      best.into_known = true;
+      return;
+    }
     TrialPhase trial{c_, z_, d_, known_, y.data(), {minima_.data(), count_}};
     Vector ylog{};
     for (int i = 0; i < c_.n; ++i)
       if (!trial.absent(i)) ylog[at(i)] = std::log(y[at(i)]);
     const TestResult test = search_from_log(trial, ylog, true);
     best.all_converged = best.all_converged && test.conv != 0;
+    best.into_known = best.into_known || test.trivial;
     // A distance this small counts where the search converged on a composition of its own.
     const bool own = test.conv == 2 && !test.trivial;
     if (test.tm < (own ? -1e-13 : negative_distance)) keep_lowest(y, test.tm);
@@ -264,7 +269,8 @@ Trial search_widely(const Conditions& c, const double* z, const double* d, Known
     Phase nearly_pure;
     double rest = 0;
     for (int k = 0; k < c.n; ++k) rest += k == i ? 0.0 : z[k];
-    for (int k = 0; k < c.n; ++k) nearly_pure.x[at(k)] = k == i ? pure : rest > 0 ? (1.0 - pure) * z[k] / rest : 0.0;
+    if (!(rest > 0)) break;  // one component alone
+    for (int k = 0; k < c.n; ++k) nearly_pure.x[at(k)] = k == i ? pure : (1.0 - pure) * z[k] / rest;
     evaluate(c, nearly_pure);
     // The amount of a trial phase that makes its distance least.
     const double distance = tangent_distance(c.n, z, d, nearly_pure);

@@ -33,6 +33,7 @@ inline constexpr double negative_distance = -1e-7;
 /// A trial phase below a tangent plane.
 struct Trial {
   bool found = false, all_converged = true;
+  bool into_known = false;  ///< a search ended by running into what is known
   Vector y{};
   double tm = 0;
 };

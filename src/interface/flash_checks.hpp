@@ -9,6 +9,7 @@ namespace tessarel::interface {
 
 inline constexpr Message bad_fractions = "TESSAREL error: mole fractions of the selection must sum to 1 within 1e-6...";
 inline constexpr Message bad_state = "TESSAREL error: temperature and pressure must be positive finite numbers...";
+inline constexpr Message no_model = "TESSAREL error: temperature must be 1 to 1e5 K and pressure at most 1e12 Pa...";
 
 inline bool positive(double value) {
   return value > 0 && std::isfinite(value);
@@ -21,6 +22,8 @@ inline bool adds_up(const Session& session) {
 /// The checks of a flash at t and p.
 inline Message check_flash(const Session& session, double t, double p) {
   if (!positive(t) || !positive(p)) return bad_state;
+  // Beyond this the equation of state gives no numbers, or none that mean a fluid.
+  if (t < 1.0 || t > 1e5 || p > 1e12) return no_model;
   return adds_up(session) ? no_errors : bad_fractions;
 }
 

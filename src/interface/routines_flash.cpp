@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "eos/density.hpp"
 #include "flash/adapters.hpp"
 #include "flash/general_flash.hpp"
 #include "flash/pt_flash.hpp"
@@ -12,13 +13,14 @@
 
 using namespace tessarel;
 using namespace tessarel::interface;
-using fluid::at;
 using fluid::Vector;
 
 namespace {
 
 constexpr Message bad_pair =
     "TESSAREL error: the values given must be finite, and pressure, temperature, volume positive...";
+constexpr Message too_dense = "TESSAREL error: the volume is below that of closest packing...";
+constexpr double closest_packing = 0.74;
 constexpr int32_t refused_code = -1;
 constexpr Message bad_start = "TESSAREL error: the compositions to start from must be finite numbers, none negative...";
 
@@ -26,6 +28,10 @@ constexpr Message bad_start = "TESSAREL error: the compositions to start from mu
 bool usable_amounts(int n, const double* z) {
   const bool finite = std::all_of(z, z + n, [](double v) { return v >= 0 && std::isfinite(v); });
   return finite && std::any_of(z, z + n, [](double v) { return v > 0; });
+}
+
+bool finite(int n, const double* values) {
+  return std::all_of(values, values + n, [](double v) { return std::isfinite(v); });
 }
 
 using PtFlash = Message (*)(const eos::Fluid&, double, double, double*, double*, double&);
@@ -84,11 +90,13 @@ void tessarel_auxprop_v(const int32_t* n, const double* x, const double* t, doub
 }
 
 void tessarel_solrac(const int32_t* n, double* x, double* y, const double* z, const double* lnk, double* beta) {
-  run(!valid_count(current_session(), n) || any_null({x, y, z, lnk, beta}),
+  run(!valid_count(current_session(), n) || any_null({x, y, z, lnk, beta}) || !usable_amounts(*n, z) ||
+          !finite(*n, lnk) || !std::isfinite(*beta),
       [&] { flash::solrac(*n, z, lnk, x, y, *beta); });
 }
 void tessarel_rr_solve(const int32_t* n, double* x, double* y, const double* z, const double* lnk, double* beta) {
-  run(!valid_count(current_session(), n) || any_null({x, y, z, lnk, beta}),
+  run(!valid_count(current_session(), n) || any_null({x, y, z, lnk, beta}) || !usable_amounts(*n, z) ||
+          !finite(*n, lnk) || !std::isfinite(*beta),
       [&] { flash::rr_solve(*n, z, lnk, x, y, *beta); });
 }
 void tessarel_dirsub(const int32_t* n, const double* t, const double* p_bar, double* x, double* y, const double* z,
@@ -97,11 +105,14 @@ void tessarel_dirsub(const int32_t* n, const double* t, const double* p_bar, dou
   Session& session = current_session();
   const bool refused = !valid_count(session, n) ||
                        any_null({t, p_bar, x, y, z, lnk, lnk_new, beta, dlnk, errk, errmax, fz, tmx, tmy, gmix}) ||
-                       !positive(*t) || !positive(*p_bar) || !usable_amounts(*n, z);
+                       !positive(*t) || !positive(*p_bar) || !usable_amounts(*n, z) || !finite(*n, lnk) ||
+                       !finite(*n, fz) || !std::isfinite(*beta);
   run(refused, [&] {
     const eos::Eos eos = session.eos();
     flash::Feed feed{conditions(eos, n, t, p_bar), z, {}};
     std::copy_n(fz, *n, feed.d.begin());
+    flash::set_composition(feed.phase, *n, z);
+    flash::evaluate(feed.c, feed.phase);
     flash::Substitution s;
     std::copy_n(lnk, *n, s.lnk.begin());
     s.beta = *beta;
@@ -123,12 +134,13 @@ void tessarel_hebmin(const int32_t* n, const int32_t* option, int32_t* conv, int
                      const int32_t* /*idebug*/) {
   Session& session = current_session();
   const bool refused = !valid_count(session, n) || any_null({option, conv, split, t, p_bar, y, z, fz, tm}) ||
-                       !positive(*t) || !positive(*p_bar) || !usable_amounts(*n, z) || !usable_amounts(*n, y);
+                       !positive(*t) || !positive(*p_bar) || !usable_amounts(*n, z) || !usable_amounts(*n, y) ||
+                       !finite(*n, fz);
   run(refused, [&] {
     const eos::Eos eos = session.eos();
     const double* known[] = {z};
     const auto test = flash::hebmin(conditions(eos, n, t, p_bar), z, fz, known, *option == 0, y);
-    *conv = test.conv;
+    *conv = std::isfinite(test.tm) ? test.conv : 0;
     *split = test.split ? 1 : 0;
     *tm = test.tm;
   });
@@ -139,7 +151,8 @@ void tessarel_solmin(const int32_t* n, int32_t* ifail, const double* t, const do
   if (ifail == nullptr) return;
   *ifail = 1;
   const bool refused = !valid_count(session, n) || any_null({t, p_bar, x, y, z, gfeed}) || !positive(*t) ||
-                       !positive(*p_bar) || !usable_amounts(*n, z) || !usable_amounts(*n, x) || !usable_amounts(*n, y);
+                       !positive(*p_bar) || !usable_amounts(*n, z) || !usable_amounts(*n, x) ||
+                       !usable_amounts(*n, y) || !std::isfinite(*gfeed);
   run(refused, [&] {
     const eos::Eos eos = session.eos();
     *ifail = flash::solmin(conditions(eos, n, t, p_bar), z, *gfeed, x, y) ? 0 : 1;
@@ -171,7 +184,13 @@ void tessarel_calc_ab_flash(const int32_t* mode, const double* a, const double* 
     if (*mode < 1 || *mode > 5) return "TESSAREL error: mode of the flash must be 1 to 5...";
     const bool b_is_positive = *mode == 1 || *mode == 4;
     if (!positive(*a) || !std::isfinite(*b) || (b_is_positive && !positive(*b))) return bad_pair;
-    if (!adds_up(session)) return bad_fractions;
+    const double t_given = *mode == 1 ? *b : *mode == 4 ? *a : 300.0, p_given = *mode <= 3 ? *a : 1e5;
+    if (const Message refused = check_flash(session, t_given, p_given); !ok(refused)) return refused;
+    // A component is smallest when hot.
+    const double v_given = *mode == 4 ? *b : *mode == 5 ? *a : 1.0, hot = *mode == 4 ? *a : 1000.0;
+    if (eos::calc_eta_rho(session.eos(), session.n(), session.z.data(), 0, hot, fluid::avogadro_factor / v_given) >
+        closest_packing)
+      return too_dense;
     flash::AbResult r;
     const Message message = flash::calc_ab_flash(session.fluid(), *mode, *a, *b, r);
     *t = r.t, *p = r.p, *v = r.v, *u = r.u, *h = r.h, *s = r.s, *q = r.q;

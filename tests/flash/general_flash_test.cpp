@@ -75,8 +75,7 @@ TEST(GeneralFlash, Failures) {
   const struct {
     int mode;
     double a, b;
-  } cases[] = {{2, 1e6, 1e9},  {2, 1e6, -1e9},  {3, 1e6, 1e4}, {5, 1e-4, 1e9},
-               {4, 300, 1e-5}, {2, 3e8, 0}};
+  } cases[] = {{2, 1e6, 1e9}, {2, 1e6, -1e9}, {3, 1e6, 1e4}, {5, 1e-4, 1e9}, {4, 300, 1e-5}, {2, 3e8, 0}};
   for (const auto& c : cases) {
     flash::AbResult got;
     const Message message = flash::calc_ab_flash(f.fluid(), c.mode, c.a, c.b, got);
