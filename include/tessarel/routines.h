@@ -581,7 +581,7 @@ TESSAREL_API void tessarel_solmin(const int32_t* n, int32_t* ifail, const double
  * 1e-11; "Michelsen's Flash calculation: no phase split detected..." for one, x and y are then test compositions, or
  * the feed and zeros; "Michelsen's Flash calculation: no convergence second order minimizer", "... no convergence
  * stability analysis", "... unexpected error, NaN's calculated...". Fractions of the selection that do not sum to 1
- * within 1e-6, and t or p that are not positive finite numbers, are refused with a text of their own. */
+ * within 1e-6, and t outside 1 to 1e5 K or p not above 0 or above 1e12 Pa, are refused with a text of their own. */
 TESSAREL_API void tessarel_calc_pt_flash(const double* t, const double* p, double* x, double* y, double* beta,
                                          char* errormsg, size_t errormsg_len);
 /* The same routine by the names of its parts. */
@@ -595,9 +595,11 @@ TESSAREL_API void tessarel_calc_flash_velda(const double* t, const double* p, do
 
 /* Flash of the selected composition for a pair of properties, molar SI: mode 1 a = p, b = t; 2 p, h; 3 p, s; 4 t, v;
  * 5 v, u. All other arguments are results: q the vapour fraction, x, y (n) the phases; one phase has q of 0 or 1 and
- * zeros for the other. Range 100 to 1000 K, up to 2e8 Pa. errormsg: "No errors", "Michelsen's GenFlash calculation:
- * error code = -2" when the search left this range, "... = -3" when it found no state, "Michelsen's GenFlash
- * calculation: unexpected error, NaN's calculated...". Results are written always. */
+ * zeros for the other. Searches for t go from 100 to 1000 K, pressures up to 2e8 Pa. errormsg: "No errors",
+ * "Michelsen's GenFlash calculation: error code = -2" when a search left this range, "... = -3" when it found no state
+ * (also between the phases of a fluid of one component), "Michelsen's GenFlash calculation: unexpected error, NaN's
+ * calculated...". Results are written always. Refused with a text of their own: values that are not finite or, but for
+ * h, s and u, not positive; a volume below closest packing; and as for tessarel_calc_pt_flash. */
 TESSAREL_API void tessarel_calc_ab_flash(const int32_t* mode, const double* a, const double* b, double* t, double* p,
                                          double* v, double* u, double* h, double* s, double* q, double* x, double* y,
                                          char* errormsg, size_t errormsg_len);
