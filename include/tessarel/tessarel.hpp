@@ -23,6 +23,7 @@
 #include <utility>
 #include <vector>
 
+#include "tessarel/routines.h"
 #include "tessarel/tessarel.h"
 
 namespace tessarel {
@@ -50,6 +51,17 @@ struct State {
   double cv;                   ///< isochoric heat capacity [J/(mol K)]
   double dpdt, dpdv;           ///< at constant v [Pa/K], at constant T [Pa mol/m3]
   std::vector<double> lnphi;   ///< logarithms of the fugacity coefficients
+};
+
+/// Phases at given temperature and pressure; of one phase x and y are the feed and `beta` has no meaning.
+struct Split {
+  bool two_phases;
+  double beta;               ///< mole fraction of the vapour, the phase of larger molar volume
+  std::vector<double> x, y;  ///< mole fractions of liquid and vapour
+};
+
+struct CriticalPoint {
+  double tc, pc, rhoc;  ///< K, Pa, mol/m3
 };
 
 /// Data of the selected fluid.
@@ -156,6 +168,31 @@ class Session {
     for (double* energy : {&r.u, &r.h, &r.s, &r.cv}) *energy *= 1000.0 * mass;
     r.dpdv /= mass;
     return r;
+  }
+
+  /// One phase or two at `t` [K] and `p` [Pa], from no start.
+  [[nodiscard]] Split flash(double t, double p) const {
+    require(!z_.empty());
+    const Use use(*this);
+    Split r{true, 0, std::vector<double>(z_.size()), std::vector<double>(z_.size())};
+    try {
+      call([&](char* err, std::size_t size) {
+        tessarel_calc_pt_flash(&t, &p, r.x.data(), r.y.data(), &r.beta, err, size);
+      });
+    } catch (const Error& error) {
+      if (std::string_view(error.what()) != "Michelsen's Flash calculation: no phase split detected...") throw;
+      r = {false, 0, z_, z_};
+    }
+    return r;
+  }
+
+  /// The true critical point: tc [K], pc [Pa], rhoc [mol/m3].
+  [[nodiscard]] CriticalPoint critical_point() const {
+    require(!z_.empty());
+    const Use use(*this);
+    CriticalPoint c{};
+    call([&](char* err, std::size_t size) { tessarel_criticalpoint(&c.tc, &c.pc, &c.rhoc, err, size); });
+    return c;
   }
 
   [[nodiscard]] FluidInfo info() const {

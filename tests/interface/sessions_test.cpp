@@ -256,6 +256,12 @@ TEST(Sessions, TheCppWrapperSpeaksMolarUnits) {
   EXPECT_NEAR(again.t, 320, 1e-7);
   EXPECT_EQ(b.state("TP Vph", {.t = 300, .p = 1e6}).lnphi.size(), 2U);
   EXPECT_NEAR(b.info().molar_mass, 0.9 * 0.016043 + 0.1 * 0.03007, 1e-6);
+  const auto split = b.flash(180, 20e5);
+  EXPECT_TRUE(split.two_phases && split.beta > 0 && split.beta < 1 && split.y[0] > 0.9 && split.x[0] < 0.9);
+  EXPECT_FALSE(b.flash(300, 20e5).two_phases);
+  EXPECT_NEAR(a.critical_point().tc, a.info().tc, 1e-9 * a.info().tc);
+  EXPECT_GT(b.critical_point().pc, b.info().pc);
+  EXPECT_THROW((void)b.flash(-1, 1e5), tessarel::Error);
   EXPECT_EQ(current(), 0);
 
   Session moved = std::move(a);
