@@ -593,6 +593,40 @@ TESSAREL_API void tessarel_flmain(const double* t, const double* p, double* x, d
 TESSAREL_API void tessarel_calc_flash_velda(const double* t, const double* p, double* x, double* y, double* beta,
                                             char* errormsg, size_t errormsg_len);
 
+/* ----------------------------------------------------------- envelope -------------------------------------------- */
+
+/* The phase envelope of the selected mixture, traced when one of these is called first after a selection. z (n): all
+ * selected components, adding up to 1 within 1e-6. */
+
+/* Traces the envelope of z. ierr: 0; 451 no first point found, 453 the critical point fits nowhere in the line; -1
+ * arguments refused. tc, pc, cricondentherm and cricondenbar of the session become those of the line. */
+TESSAREL_API void tessarel_calc_phaseenv(const int32_t* n, const double* z, int32_t* ierr);
+/* Bubble (what 'B') or dew point ('D') of z at given ('T' or 'P') value [K, bar]; result is the other one. x liquid, y
+ * vapour: one of them is z, the other the incipient phase. Of two points at one value the first on the way from the low
+ * end of the branch is given. errormsg: "No errors"; "Error calculating phase envelope..."; the texts of
+ * tessarel_errorstring. result is -8888.8 without an answer. */
+TESSAREL_API void tessarel_calc_bubdew(const int32_t* n, const double* z, const char* given, const char* what,
+                                       const double* value, double* x, double* y, double* result, char* errormsg,
+                                       size_t given_len, size_t what_len, size_t errormsg_len);
+/* The same for the selected composition in K and Pa, with the incipient phase (n). */
+TESSAREL_API void tessarel_calc_bubble_p(const double* t, double* y, double* p, char* errormsg, size_t errormsg_len);
+TESSAREL_API void tessarel_calc_bubble_t(const double* p, double* y, double* t, char* errormsg, size_t errormsg_len);
+TESSAREL_API void tessarel_calc_dew_p(const double* t, double* x, double* p, char* errormsg, size_t errormsg_len);
+TESSAREL_API void tessarel_calc_dew_t(const double* p, double* x, double* t, char* errormsg, size_t errormsg_len);
+/* The state of z with the vapour fraction beta at given 'T' [K] or 'P' [bar]; result is the other one. */
+TESSAREL_API void tessarel_calc_prop_q(const int32_t* n, const double* z, const double* beta, const char* given,
+                                       const double* value, double* x, double* y, double* result, char* errormsg,
+                                       size_t given_len, size_t errormsg_len);
+/* The points of the line: npnt of them, t [degrees C] and p [bar] (5000), the compositions x and y (20,5000). */
+TESSAREL_API void tessarel_getphaseenv(int32_t* npnt, double* t, double* p, double* x, double* y);
+/* Ends of the bubble and the dew branch, and cricondentherm and cricondenbar, in K and bar. */
+TESSAREL_API void tessarel_getminima(double* tbub, double* pbub, double* tdew, double* pdew);
+TESSAREL_API void tessarel_getmaxima(double* tmax, double* p_tmax, double* pmax, double* t_pmax);
+/* The text of a code of bubble and dew points. */
+TESSAREL_API void tessarel_errorstring(const int32_t* ierr, char* errormsg, size_t errormsg_len);
+/* Prints the line to standard output. */
+TESSAREL_API void tessarel_write_phaseenv(void);
+
 /* Flash of the selected composition for a pair of properties, molar SI: mode 1 a = p, b = t; 2 p, h; 3 p, s; 4 t, v;
  * 5 v, u. All other arguments are results: q the vapour fraction, x, y (n) the phases; one phase has q of 0 or 1 and
  * zeros for the other. Searches for t go from 100 to 1000 K, pressures up to 2e8 Pa. errormsg: "No errors",

@@ -6,7 +6,9 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
+#include "envelope/table.hpp"
 #include "eos/fluid.hpp"
 #include "fluid/limits.hpp"
 #include "fluid/readers.hpp"
@@ -23,6 +25,8 @@ struct Session {
         limits(other.limits),
         simplified(other.simplified),
         sources(other.sources) {
+    if (other.envelope.table)
+      envelope = Envelope{std::make_unique<envelope::Table>(*other.envelope.table), other.envelope};
     work.means = other.work.means;
     work.reserve(model);
   }
@@ -37,6 +41,28 @@ struct Session {
   eos::Workspace work;
   fluid::Sources sources;
 
+  /// The traced phase envelope of a mixture, and what it belongs to.
+  struct Envelope {
+    std::unique_ptr<envelope::Table> table{};  ///< obtained at the first selection of a mixture
+    bool traced = false;                       ///< the table holds a trace, of:
+    fluid::Vector z{};
+    bool simplified = false;
+    int ierr = 0;              ///< how it ended
+    bool hasphaseenv = false;  ///< the limits are those of the trace
+    fluid::Limits at_selection{};
+
+    Envelope() = default;
+    Envelope(std::unique_ptr<envelope::Table> copy, const Envelope& other)
+        : table(std::move(copy)),
+          traced(other.traced),
+          z(other.z),
+          simplified(other.simplified),
+          ierr(other.ierr),
+          hasphaseenv(other.hasphaseenv),
+          at_selection(other.at_selection) {}
+  };
+  Envelope envelope;
+
   [[nodiscard]] bool selected() const noexcept { return model.parameters.n > 0; }
   [[nodiscard]] int n() const noexcept { return model.parameters.n; }
   [[nodiscard]] eos::Eos eos() noexcept { return {model, work, simplified}; }
@@ -45,6 +71,7 @@ struct Session {
   void update() {
     model.update();
     work.reserve(model);
+    envelope.traced = false;
   }
 };
 

@@ -78,7 +78,12 @@ Message select_unchecked(Session& session, int nf, NameList names, const double*
     session.z[0] = unmarked(session.z[0]);
   }
   find_critical_point(session);
-  return solvers::calc_ptrange(session.model.parameters, session.limits);
+  const Message message = solvers::calc_ptrange(session.model.parameters, session.limits);
+  // The envelope is traced when it is asked for; until then the averages stand for its extrema.
+  session.envelope.hasphaseenv = false;
+  session.envelope.at_selection = session.limits;
+  if (nf > 1 && !session.envelope.table) session.envelope.table = std::make_unique<envelope::Table>();
+  return message;
 }
 
 Message check_arguments(const std::int32_t* nf, NameList names, const double* z) {

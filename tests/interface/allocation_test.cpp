@@ -84,6 +84,7 @@ TEST(Allocation, NoneInAFlash) {
                     tessarel_flash_sensitivity(&temperature, &pressure, &beta, &v, &h, &s, d[0].data(), d[1].data(),
                                                d[2].data(), d[3].data(), d[4].data(), d[5].data(), err.data(),
                                                err.size());
+                    tessarel_calc_bubble_p(&temperature, y.data(), &p, err.data(), err.size());
                     for (const std::int32_t mode : {1, 2, 3, 4, 5}) {
                       const double a = mode == 4 ? temperature : mode == 5 ? v : pressure;
                       const double b = mode == 1 ? temperature : mode == 2 ? h : mode == 3 ? s : mode == 4 ? v : u;

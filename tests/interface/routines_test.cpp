@@ -8,6 +8,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <regex>
 #include <set>
 
 #include "envelope/critical_point.hpp"
@@ -200,8 +201,9 @@ TEST_F(Routines, ReadTheFirstComponentsAlone) {
       std::size_t place = 0;
       for (const Routine& r : routines())
         for (const std::int32_t further : {0, 1, 2}) {
-          // The last two begin with a phase or a pair and take the selection.
-          if (!r.mixture || r.name.ends_with("_spin") || r.name.ends_with("flash")) continue;
+          // These begin with a phase or a pair and take the selection, or take all of its components.
+          static const std::regex others(".*(_spin|flash|phaseenv|bubdew|prop_q)");
+          if (!r.mixture || std::regex_match(r.name, others)) continue;
           Storage s({mark, n, -1, further, {{0.2, 0.5, 0.3}, {320}, {0.006}, {0.006}}});
           r.call(s);
           if (selected == n) alone.push_back(s.results());

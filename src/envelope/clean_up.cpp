@@ -1,0 +1,229 @@
+// What becomes of the raw points of a trace: which runs survive, wrinkles, overlap, extrema, the critical point.
+#include <algorithm>
+#include <cmath>
+
+#include "envelope/tracer.hpp"
+
+namespace tessarel::envelope {
+
+using fluid::at;
+
+namespace {
+
+/// Moves the points from..npnt to `to`.. in both tables.
+void move_down(Table& table, int from, int to) {
+  const int count = table.npnt - from + 1;
+  for (int e = 0; e < table.extrema_count; ++e) {
+    Table::Extremum& extremum = table.extrema[at(e)];
+    if (extremum.after >= from)
+      extremum.after -= from - to;
+    else if (extremum.after >= to)
+      extremum.after = -1;  // on the part that goes
+  }
+  for (int k = 0; k < count; ++k) {
+    table.point(to + k) = table.point(from + k);
+    table.tangent(to + k) = table.tangent(from + k);
+  }
+}
+
+void removewrinkles(int n, Table& table) {
+  const int vap = table.vap_idx, last = table.npnt;
+  int liquid_cut = vap, vapour_cut = last + 1;
+  if (last < 2) return;
+  for (std::size_t i = 0; i < at(n + 2); ++i) {
+    bool falling = false, rise = false, fall = false;
+    if (vap != 2) falling = table.point(2)[i] < table.point(1)[i];
+    for (int j = 3; j <= last; ++j) {
+      const double p = table.point(j)[i], q = table.point(j - 1)[i];
+      if (j == vap) continue;
+      if (j == vap + 1) {
+        falling = p < q;
+        rise = fall = false;
+        continue;
+      }
+      if (falling) {
+        rise = rise || q < p;
+        fall = p < q && rise;
+      } else {
+        fall = fall || p < q;
+        rise = q < p && fall;
+      }
+      if (!(rise && fall)) continue;
+      if (j >= vap) {
+        vapour_cut = std::min(j - 1, vapour_cut);
+        break;
+      }
+      liquid_cut = std::min(j - 1, liquid_cut);
+    }
+  }
+  if (liquid_cut < vap) {
+    move_down(table, vap, liquid_cut);
+    table.npnt = liquid_cut + table.npnt - vap;
+    table.vap_idx = liquid_cut;
+  }
+  // The number is that from before the move, as documented.
+  if (vapour_cut <= last) table.npnt = std::min(vapour_cut - 1, table.npnt);
+}
+
+void cut_overlap(int n, Table& table) {
+  const std::size_t p = at(n + 1);
+  const int last = table.npnt, v = table.vap_idx;
+  if (v < 3) return;
+  const double a = table.point(v - 1)[p], b = table.point(v - 2)[p];
+  const bool rising = b < a;
+  int k = last + 1;
+  if (rising) {
+    for (int j = v; j <= last; ++j)
+      if (a <= table.point(j)[p]) {
+        k = j - 1;
+        break;
+      }
+  } else {
+    for (int j = last; j >= v; --j)
+      if (a <= table.point(j)[p]) {
+        k = j + 1;
+        break;
+      }
+  }
+  if (k <= v) return;
+  if (k == last + 1) {
+    k = rising ? v : last;
+    for (int j = v; j <= last; ++j) {
+      const int at_j = rising ? j : last - (j - v);
+      if (table.point(at_j)[p] > table.point(k)[p]) k = at_j;
+    }
+  }
+  if (k <= v || k > last) return;
+  move_down(table, k, v);
+  table.npnt = last + v - k;
+}
+
+void removeoverlap(int n, Table& table) {
+  const std::size_t p = at(n + 1);
+  bool down = false, up = false;
+  for (int j = 2; j <= table.npnt; ++j) {
+    const double now = table.point(j)[p], before = table.point(j - 1)[p];
+    if (now < before) {
+      if (down && up) {
+        cut_overlap(n, table);
+        return;
+      }
+      down = true;
+    } else if (now > before && down) {
+      up = true;
+    }
+  }
+  table.gap = true;
+}
+
+}  // namespace
+
+void postprocphaseenv(int n, int beta, Table& table, int& ierr) {
+  table.gap = false;
+  if (ierr == bad_start) return;
+  if (beta == 1 && ierr == 0) {
+    move_down(table, table.vap_idx, 1);
+    table.npnt = table.npnt - table.vap_idx + 1;
+    table.vap_idx = 1;
+    return;
+  }
+  if (beta == 1) {
+    removewrinkles(n, table);
+    // The dew side turned round, so that the line runs from one end to the other.
+    for (int a = table.vap_idx, b = table.npnt; a < b; ++a, --b) {
+      std::swap(table.point(a), table.point(b));
+      std::swap(table.tangent(a), table.tangent(b));
+    }
+    for (int e = 0; e < table.extrema_count; ++e)
+      if (table.extrema[at(e)].after >= table.vap_idx)
+        table.extrema[at(e)].after = table.vap_idx + table.npnt - 1 - table.extrema[at(e)].after;
+    removeoverlap(n, table);
+  }
+  ierr = 0;
+}
+
+void resetextrema(int n, Table& table) {
+  const auto t = at(n), p = t + 1;
+  int hottest = 1, highest = 1;
+  for (int j = 2; j <= table.npnt; ++j) {
+    if (table.point(j)[t] > table.point(hottest)[t]) hottest = j;
+    if (table.point(j)[p] > table.point(highest)[p]) highest = j;
+  }
+  if (std::exp(table.point(hottest)[t]) > table.tmaxpe) {
+    table.tmaxpe = std::exp(table.point(hottest)[t]);
+    table.p_tmaxpe = std::exp(table.point(hottest)[p]);
+  }
+  if (std::exp(table.point(highest)[p]) > table.pmaxpe) {
+    table.pmaxpe = std::exp(table.point(highest)[p]);
+    table.t_pmaxpe = std::exp(table.point(highest)[t]);
+  }
+  const bool dew_first = table.vap_idx == 1;
+  table.tminbub = std::exp(table.point(dew_first ? table.npnt : 1)[t]);
+  table.tmindew = std::exp(table.point(dew_first ? 1 : table.npnt)[t]);
+}
+
+int insertcritpnt(int n, double tc, double pc, Table& table) {
+  const auto size = at(n);
+  const double lnt = std::log(tc), lnp = std::log(pc);
+  double tmax = -1e300, pmax = -1e300;
+  for (int j = 1; j <= table.npnt; ++j) {
+    tmax = std::max(tmax, table.point(j)[size]);
+    pmax = std::max(pmax, table.point(j)[size + 1]);
+  }
+  const auto spans = [&](int j, std::size_t i, double value, double most) {
+    const double a = table.point(j)[i], b = table.point(j + 1)[i];
+    return (a - value) * (b - value) <= 0 || (most < value && (a == most || b == most));
+  };
+  const auto in_range = [&](int j) { return spans(j, size, lnt, tmax) && spans(j, size + 1, lnp, pmax); };
+  std::array<int, 16> changes{};
+  std::size_t count = 0;
+  int place = 0;
+  for (int j = 1; j < table.npnt && place == 0; ++j) {
+    bool all = true;
+    for (std::size_t i = 0; i < size; ++i) {
+      const double product = table.point(j)[i] * table.point(j + 1)[i];
+      all = all && (j == table.vap_idx - 1 ? product >= 0 : product <= 0);
+    }
+    if (!all) continue;
+    if (count < changes.size()) changes[count++] = j;
+    if (in_range(j)) place = j;
+  }
+  for (int j = 1; j < table.npnt && place == 0; ++j)
+    if (in_range(j)) place = j;
+  if (place == 0 && count == 1) place = changes[0];
+  if (place == 0 && count > 1) {
+    double best = 1e300;
+    for (std::size_t k = 0; k < count; ++k) {
+      const int j = changes[k];
+      if (j < 2) continue;
+      const double t = table.point(j)[size], p = table.point(j)[size + 1], t1 = table.point(j - 1)[size],
+                   t2 = table.point(j + 1)[size];
+      const double d = std::abs(t - t1) + std::abs(t - t2) + std::abs(p - t1) + std::abs(p - t2);
+      if (d < best) {
+        best = d;
+        place = j;
+      }
+    }
+  }
+  if (place == 0) return no_critical_point;
+  for (int j = table.npnt; j > place; --j) {
+    table.point(j + 1) = table.point(j);
+    table.tangent(j + 1) = table.tangent(j);
+  }
+  for (int e = 0; e < table.extrema_count; ++e)
+    if (Table::Extremum& extremum = table.extrema[at(e)];
+        extremum.after > place ||
+        (extremum.after == place && (extremum.x[size + 1] - lnp) * (table.point(place)[size + 1] - lnp) < 0))
+      ++extremum.after;
+  ++table.npnt;
+  Point& inserted = table.point(place + 1);
+  inserted = {};
+  inserted[size] = lnt;
+  inserted[size + 1] = lnp;
+  table.tangent(place + 1) = {};
+  if (place < table.vap_idx) ++table.vap_idx;
+  table.idx_cp = place + 1;
+  return 0;
+}
+
+}  // namespace tessarel::envelope

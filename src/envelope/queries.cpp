@@ -1,0 +1,285 @@
+#include "envelope/queries.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+#include "flash/adapters.hpp"
+#include "flash/pt_flash.hpp"
+
+namespace tessarel::envelope {
+
+using eos::Fluid;
+using fluid::at;
+
+namespace {
+
+constexpr int bad_given = 455, bad_what = 456, not_found = 461, no_convergence = 470;
+
+/// A stretch of the line between two neighbouring points, or a point and an extremum.
+struct Stretch {
+  int lower = 0;  ///< the point of the table before it
+  Point a{}, b{};
+};
+
+/// Newton's method at a fixed value of T or P. True when it converged.
+bool solve(Saturation& system, Point& x, std::size_t spec, double value) {
+  const auto size = at(system.size());
+  double last = 1e300;
+  for (int pass = 0; pass < 10; ++pass) {
+    Point step{};
+    if (!system.prepare(x, static_cast<int>(spec), value) || !system.correction(step)) return false;
+    double sum = 0, largest = 0;
+    for (std::size_t i = 0; i < size; ++i) {
+      sum += step[i] * step[i];
+      largest = std::max(largest, std::abs(step[i]));
+    }
+    if (!(largest < 2.0)) return false;
+    for (std::size_t i = 0; i < size; ++i) x[i] += step[i];
+    const double error = std::sqrt(sum / static_cast<double>(size));
+    if (error <= 1e-12 || (error < 1e-8 && error >= 0.5 * last && system.residual() < 1e-10)) return true;
+    last = error;
+  }
+  return false;
+}
+
+bool is_trivial(const Fluid& fluid, const Point& x, const Saturation& system) {
+  double largest = 0;
+  for (int i = 0; i < fluid.n; ++i)
+    if (fluid.z[i] > 0) largest = std::max(largest, std::abs(x[at(i)]));
+  return largest < 1e-7 && std::abs(system.liquid().rho / system.vapour().rho - 1.0) < 1e-6;
+}
+
+/// Whether the run of point j labels its phases the usual way round there: it does up to the critical point.
+bool labels_turned(const Table& table, int j) {
+  if (table.idx_cp == 0) return false;
+  const bool dew_run = table.vap_idx > 1 && j >= table.vap_idx;
+  return dew_run ? table.idx_cp > table.vap_idx && j < table.idx_cp : j >= table.idx_cp;
+}
+
+/// Start on a stretch: the point at which the specified variable has the value, by the share of the way.
+Point share_of(const Stretch& s, std::size_t spec, double value, std::size_t size) {
+  const double length = s.b[spec] - s.a[spec], share = length != 0 ? (value - s.a[spec]) / length : 0.0;
+  Point x{};
+  for (std::size_t i = 0; i < size; ++i) x[i] = s.a[i] + share * (s.b[i] - s.a[i]);
+  x[spec] = value;
+  return x;
+}
+
+/// The four points around the stretch, of the same run, interpolated by Neville's scheme; false where two coincide or
+/// the variable turns.
+bool estimatepoint(const Table& table, int lower, std::size_t spec, double value, std::size_t size, Point& x) {
+  int first = table.vap_idx > 1 && lower >= table.vap_idx ? table.vap_idx : 1;
+  int last = table.vap_idx > 1 && lower < table.vap_idx - 1 ? table.vap_idx - 1 : table.npnt;
+  if (last - first < 3) return false;
+  const int from = std::clamp(lower - 1, first, last - 3);
+  double s[4];
+  for (int k = 0; k < 4; ++k) s[k] = table.point(from + k)[spec];
+  const bool rising = s[0] < s[1] && s[1] < s[2] && s[2]<s[3], falling = s[0]> s[1] && s[1] > s[2] && s[2] > s[3];
+  if (!rising && !falling) return false;
+  for (std::size_t i = 0; i < size; ++i) {
+    double p[4];
+    for (int k = 0; k < 4; ++k) p[k] = table.point(from + k)[i];
+    for (int level = 1; level < 4; ++level)
+      for (int k = 0; k + level < 4; ++k)
+        p[k] = ((value - s[k + level]) * p[k] - (value - s[k]) * p[k + 1]) / (s[k] - s[k + level]);
+    x[i] = p[0];
+  }
+  x[spec] = value;
+  return true;
+}
+
+/// Walks along the line from one end and calls `visit` for each stretch until it returns true.
+template <class Visit>
+bool walk(const Table& table, bool upwards, Visit&& visit) {
+  for (int k = 1; k < table.npnt; ++k) {
+    const int lower = upwards ? k : table.npnt - k;
+    if (table.gap && lower == table.vap_idx - 1) continue;
+    // The extrema on this stretch, in the order of the table.
+    std::array<const Point*, 10> nodes{};
+    std::size_t count = 0;
+    nodes[count++] = &table.point(lower);
+    for (int e = 0; e < table.extrema_count; ++e)
+      if (table.extrema[at(e)].after == lower) nodes[count++] = &table.extrema[at(e)].x;
+    nodes[count++] = &table.point(lower + 1);
+    if (!upwards) std::reverse(nodes.begin(), nodes.begin() + static_cast<std::ptrdiff_t>(count));
+    for (std::size_t i = 0; i + 1 < count; ++i)
+      if (visit(Stretch{lower, *nodes[i], *nodes[i + 1]})) return true;
+  }
+  return false;
+}
+
+/// From the end of the stretch that is further from the value in steps that are halved where Newton's method fails.
+bool approach(Saturation& system, const Stretch& stretch, std::size_t spec, double value, std::size_t size, Point& x) {
+  for (const Point* end : {&stretch.a, &stretch.b}) {
+    Point at_end = *end;
+    double here = at_end[spec], step = value - here;
+    for (int tries = 0; tries < 60; ++tries) {
+      Point next = at_end;
+      // Along the stretch for the first guess.
+      const Point guess = share_of(stretch, spec, here + step, size);
+      for (std::size_t i = 0; i < size; ++i) next[i] = guess[i];
+      if (solve(system, next, spec, here + step)) {
+        at_end = next;
+        here += step;
+        if (here == value || std::abs(here - value) < 1e-15) {
+          x = at_end;
+          return true;
+        }
+        step = value - here;
+      } else {
+        step *= 0.5;
+      }
+    }
+  }
+  return false;
+}
+
+/// The phases of a solution: the feed and the incipient one, the denser of them as the liquid.
+void assign_phases(const Fluid& fluid, const Saturation& system, SaturationPoint& point) {
+  const bool turned = system.vapour().rho > system.liquid().rho;
+  std::copy_n((turned ? system.vapour() : system.liquid()).x.begin(), fluid.n, point.x.begin());
+  std::copy_n((turned ? system.liquid() : system.vapour()).x.begin(), fluid.n, point.y.begin());
+}
+
+}  // namespace
+
+Minima getminima(int n, const Table& table) {
+  const Point &first = table.point(1), &last = table.point(table.npnt);
+  const auto t = at(n);
+  Minima m{std::exp(first[t]), std::exp(first[t + 1]), std::exp(last[t]), std::exp(last[t + 1])};
+  if (table.vap_idx == 1) {
+    std::swap(m.tbub, m.tdew);
+    std::swap(m.pbub, m.pdew);
+  }
+  return m;
+}
+
+int calc_bubdew(const Fluid& fluid, const Table& table, char given, char what, double value, SaturationPoint& point,
+                bool& interpolated) {
+  const auto n = at(fluid.n), size = n + 2;
+  interpolated = false;
+  point.result = fluid::not_computed;
+  std::copy_n(fluid.z, n, point.x.begin());
+  std::copy_n(fluid.z, n, point.y.begin());
+  if (given != 'P' && given != 'T') return bad_given;
+  if (what != 'B' && what != 'D') return bad_what;
+  const bool by_t = given == 'T', bubble = what == 'B';
+  const double tc = table.tcrtpe, pc = table.pcrtpe;
+  if (tc > 0 && std::abs(value - (by_t ? tc : pc)) < 1e-6) {
+    point.result = by_t ? pc : tc;
+    return 0;
+  }
+  if (table.npnt < 2) return not_found;
+  const Minima ends = getminima(fluid.n, table);
+  const double low = by_t ? (bubble ? ends.tbub : ends.tdew) : (bubble ? ends.pbub : ends.pdew);
+  const double high = by_t ? table.tmaxpe : table.pmaxpe;
+  const std::size_t spec = by_t ? n : n + 1;
+  const double target = std::log(value);
+  if (!(value >= low * (1.0 - 1e-12) && value <= high * (1.0 + 1e-12))) return (bubble ? 457 : 459) + (by_t ? 1 : 0);
+  const bool upwards = bubble == (table.vap_idx != 1);
+  Stretch found;
+  bool exact = false;
+  const bool bracketed = walk(table, upwards, [&](const Stretch& s) {
+    const double a = s.a[spec] - target, b = s.b[spec] - target;
+    // Within rounding of the end of the line or of an extremum.
+    const bool touches = std::abs(a) < 2e-12 || std::abs(b) < 2e-12;
+    if (!(a * b <= 0) && !touches) return false;
+    found = s;
+    exact = a == 0 || b == 0 || touches;
+    if (exact && (std::abs(b) < std::abs(a))) std::swap(found.a, found.b);
+    return true;
+  });
+  if (!bracketed) return not_found;
+  const Arena::Frame frame(fluid.eos.arena());
+  const double beta = table.vap_idx != 0 && table.vap_idx <= found.lower ? 1.0 : 0.0;
+  Saturation system(fluid.eos, fluid.n, fluid.z, beta);
+  if (labels_turned(table, found.lower)) system.selectors = {-1, 1};
+  Point x{};
+  bool solved = false;
+  if (exact) {
+    x = found.a;
+    solved = system.prepare(x, static_cast<int>(spec), x[spec]);
+  } else {
+    if (estimatepoint(table, found.lower, spec, target, size, x)) solved = solve(system, x, spec, target);
+    const auto off = [&] {
+      // A solution elsewhere on the line is another point.
+      const double p = by_t ? x[n + 1] : x[n], a = by_t ? found.a[n + 1] : found.a[n],
+                   b = by_t ? found.b[n + 1] : found.b[n];
+      const double slack = 0.3 * std::abs(a - b) + 1e-3;
+      return p < std::min(a, b) - slack || p > std::max(a, b) + slack || is_trivial(fluid, x, system);
+    };
+    if (!solved || off()) {
+      x = share_of(found, spec, target, size);
+      solved = solve(system, x, spec, target) && !off();
+    }
+    if (!solved) solved = approach(system, found, spec, target, size, x) && !off();
+    if (!solved) {
+      interpolated = true;
+      x = share_of(found, spec, target, size);
+      if (!system.prepare(x, static_cast<int>(spec), target)) return no_convergence;
+    }
+  }
+  assign_phases(fluid, system, point);
+  point.result = std::exp(by_t ? x[n + 1] : x[n]);
+  return 0;
+}
+
+int calc_prop_q(const Fluid& fluid, double beta, char given, double value, SaturationPoint& point) {
+  const auto n = at(fluid.n);
+  point = {};
+  if (given != 'P' && given != 'T') return bad_given;
+  const bool by_t = given == 'T';
+  const int spec = fluid.n + (by_t ? 1 : 2);
+  const Arena::Frame frame(fluid.eos.arena());
+  Saturation system(fluid.eos, fluid.n, fluid.z, beta);
+  Point x{};
+  idealsolution(fluid, beta, spec, value, x);
+  successsubst(fluid, beta, by_t ? fluid.n + 1 : fluid.n + 2, x);
+  x[at(spec - 1)] = std::log(value);
+  if (!solve(system, x, at(spec - 1), std::log(value)) || is_trivial(fluid, x, system)) return no_convergence;
+  assign_phases(fluid, system, point);
+  point.result = std::exp(by_t ? x[n + 1] : x[n]);
+  return 0;
+}
+
+Message errorstring(int ierr, FixedText<64>& text) {
+  switch (ierr) {
+    case 0:
+      return no_errors;
+    case bad_given:
+      return "Bubble/dew point calc.: enter 'P' for pressure or 'T' for temperature.";
+    case bad_what:
+      return "Bubble/dew point calc.: enter 'B' for bubble or 'D' for dew point.";
+    case 457:
+      return "Bubble point calculation: input pressure out of range.";
+    case 458:
+      return "Bubble point calculation: input temperature out of range.";
+    case 459:
+      return "Dew point calculation: input pressure out of range.";
+    case 460:
+      return "Dew point calculation: input temperature out of range.";
+    case not_found:
+      return "Bubble/dew point calc.: crash safety error...";
+    case 462:
+      return "Bubble point calc.: input condition is dew point condition.";
+    case 463:
+      return "Dew point calc.: input condition is bubble point condition.";
+    case 464:
+      return "Bubble/dew point calc.: error in polynomial interpolation...";
+    case no_convergence:
+      return "Bubble/dew point calc.: too slow or no convergence.";
+    case 471:
+      return "Bubble/dew point calc.: gap in calculated saturation line.";
+    case pressure_too_high:
+      return "Phase envelop calc.: max. pressure exceeded....";
+    default: {
+      char line[64];
+      const int length = std::snprintf(line, sizeof line, "Bubble/dew point unknown error. Code =%d", ierr);
+      text.assign(std::string_view(line, static_cast<std::size_t>(length)));
+      return Message::of(text.trimmed());
+    }
+  }
+}
+
+}  // namespace tessarel::envelope

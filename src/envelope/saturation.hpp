@@ -1,0 +1,61 @@
+// The equations of a state with a given vapour fraction (Michelsen 1980, doi:10.1016/0378-3812(80)80001-X): unknowns
+// are ln K, ln T and ln P, of which one is specified.
+//
+//   F_i     = ln K_i + ln phi_i(vapour) - ln phi_i(liquid)
+//   F_(n+1) = sum of (y_i - x_i)
+//   F_(n+2) = X(spec) - S
+#pragma once
+
+#include "envelope/table.hpp"
+#include "flash/phase.hpp"
+#include "numerics/views.hpp"
+
+namespace tessarel::envelope {
+
+/// Which density root the phase in the place of the liquid and the one in the place of the vapour take: 1 the liquid-
+/// like, -1 the vapour-like. Both turn round at a critical point.
+struct Selectors {
+  int liquid = 1, vapour = -1;
+};
+
+/// The equations at one iterate and their Jacobian, factored on demand. Arrays belong to the caller's arena frame.
+class Saturation {
+ public:
+  Saturation(const eos::Eos& eos, int n, const double* z, double beta);
+
+  Selectors selectors;
+
+  /// Evaluates both phases at `x`, with `spec` (from 0) specified as `value`. False if something is not finite.
+  bool prepare(const Point& x, int spec, double value);
+  /// Factors the Jacobian and gives the correction of Newton's method; false if it is singular.
+  bool correction(Point& step);
+  /// Solves with the factors of the last correction: dX for a unit change of the specified variable.
+  void tangent(Point& dx);
+
+  [[nodiscard]] const flash::Phase& liquid() const { return liquid_; }
+  [[nodiscard]] const flash::Phase& vapour() const { return vapour_; }
+  /// Largest |F_i| over the fugacities and the material balance.
+  [[nodiscard]] double residual() const;
+  [[nodiscard]] int size() const { return n_ + 2; }
+
+ private:
+  const eos::Eos& eos_;
+  int n_;
+  const double* z_;
+  double beta_;
+  flash::Phase liquid_{}, vapour_{};
+  double *liquid_dn_, *vapour_dn_;
+  double* jacobian_;  ///< rows of n + 2
+  std::array<int, fluid::nmax + 2> pivots_{};
+  Point f_{};
+};
+
+/// Compositions at K: x_i = z_i / (1 + beta (K_i - 1)), y_i = K_i x_i.
+void unwrap(int n, const double* z, double beta, const Point& x, double* liquid, double* vapour);
+
+/// Gauss elimination with partial pivoting of rows of n, in place; false for a singular matrix.
+bool lu(int n, double* a, int* pivots);
+/// Solves with the factors, in place.
+void aback(int n, const double* a, const int* pivots, double* b);
+
+}  // namespace tessarel::envelope

@@ -1,0 +1,44 @@
+// The traced phase envelope of a mixture: points along the line of zero amount of one phase.
+#pragma once
+
+#include <array>
+
+#include "fluid/parameters.hpp"
+
+namespace tessarel::envelope {
+
+/// ln K of each component (K = y / x, vapour over liquid), then ln T [K], ln P [bar].
+using Point = std::array<double, fluid::nmax + 2>;
+
+struct Table {
+  static constexpr int capacity = 5000;
+
+  std::array<Point, capacity> points;    ///< point j, counted from 1, at [j - 1]
+  std::array<Point, capacity> tangents;  ///< derivatives by the variable that was specified at the point
+  int npnt = 0;                          ///< points in use
+  int vap_idx = 0;                       ///< first point of the dew side, 0 while there is none
+  int idx_cp = 0;                        ///< the critical point, 0 if none
+  bool gap = false;                      ///< the two runs did not meet
+  bool valid = false;
+
+  /// A turning point of T or P between two points of the table.
+  struct Extremum {
+    int after = 0;  ///< the point before it, 0: none
+    Point x{};
+  };
+  std::array<Extremum, 8> extrema{};
+  int extrema_count = 0;
+
+  double tmaxpe = 0, p_tmaxpe = 0, pmaxpe = 0, t_pmaxpe = 0;  ///< cricondentherm and cricondenbar [K, bar]
+  double tminpe = 0, p_tminpe = 0, pminpe = 0, t_pminpe = 0;  ///< minima between the ends
+  double tcrtpe = 0, pcrtpe = 0;                              ///< critical point on the line [K, bar]
+  double rho_crtpe = 0;                                       ///< ... its density [1/A3]
+  double tminbub = 0, tmindew = 0;                            ///< temperatures of the ends
+
+  [[nodiscard]] Point& point(int j) { return points[fluid::at(j - 1)]; }
+  [[nodiscard]] const Point& point(int j) const { return points[fluid::at(j - 1)]; }
+  [[nodiscard]] Point& tangent(int j) { return tangents[fluid::at(j - 1)]; }
+  [[nodiscard]] const Point& tangent(int j) const { return tangents[fluid::at(j - 1)]; }
+};
+
+}  // namespace tessarel::envelope

@@ -1,0 +1,537 @@
+#include "envelope/tracer.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "envelope/criticality.hpp"
+#include "eos/pressure.hpp"
+#include "flash/adapters.hpp"
+#include "flash/pt_flash.hpp"
+
+namespace tessarel::envelope {
+
+using eos::Fluid;
+using flash::pascal_per_bar;
+using fluid::at;
+using fluid::Vector;
+
+namespace {
+constexpr double wilson_factor = 5.373;
+}
+
+namespace {
+
+/// ln p [bar] of the ideal solution at its bubble (beta 0) or dew point (1), and its derivative by t.
+double ideal_pressure(const Fluid& fluid, bool bubble, double t, double& slope) {
+  const Vector lnk = flash::wilson_lnk(fluid, t, pascal_per_bar, wilson_factor);  // ln psat
+  double sum = 0, weighted = 0;
+  for (std::size_t i = 0; i < at(fluid.n); ++i) {
+    const double term = fluid.z[i] * flash::bounded_exp(bubble ? lnk[i] : -lnk[i]);
+    sum += term;
+    weighted += term * wilson_factor * (1.0 + fluid.eos.parameters().omega[i]) * fluid.limits.tci[i];
+  }
+  slope = weighted / sum / (t * t);
+  return bubble ? std::log(sum) : -std::log(sum);
+}
+
+/// Between the two, by the vapour fraction: what a start needs.
+double ideal_pressure(const Fluid& fluid, double beta, double t, double& slope) {
+  if (beta <= 0) return ideal_pressure(fluid, true, t, slope);
+  if (beta >= 1) return ideal_pressure(fluid, false, t, slope);
+  double dew_slope = 0;
+  const double bubble = ideal_pressure(fluid, true, t, slope), dew = ideal_pressure(fluid, false, t, dew_slope);
+  slope = (1.0 - beta) * slope + beta * dew_slope;
+  return (1.0 - beta) * bubble + beta * dew;
+}
+
+}  // namespace
+
+void idealsolution(const Fluid& fluid, double beta, int spec, double value, Point& x) {
+  const auto n = at(fluid.n);
+  double t = spec == fluid.n + 1 ? value : 250.0, p = value, slope = 0;
+  if (spec == fluid.n + 1) {
+    p = std::exp(ideal_pressure(fluid, beta, t, slope));
+  } else {
+    for (int pass = 0; pass < 50; ++pass) {
+      const double f = ideal_pressure(fluid, beta, t, slope) - std::log(value);
+      const double step = std::clamp(-f / slope, -0.2 * t, 0.2 * t);
+      t += step;
+      if (!(std::abs(step) > 0.05)) break;
+    }
+  }
+  const Vector lnk = flash::wilson_lnk(fluid, t, p * pascal_per_bar, wilson_factor);
+  std::copy_n(lnk.begin(), n, x.begin());
+  x[n] = std::log(t);
+  x[n + 1] = std::log(p);
+}
+
+void successsubst(const Fluid& fluid, double beta, int spec, Point& x) {
+  const auto n = at(fluid.n);
+  const bool free_t = spec == fluid.n + 2;
+  flash::Phase liquid, vapour;
+  for (int pass = 0; pass < 10; ++pass) {
+    const double t = std::exp(x[n]), p = std::exp(x[n + 1]) * pascal_per_bar;
+    Vector l{}, v{}, t_l{}, t_v{}, p_l{}, p_v{};
+    unwrap(fluid.n, fluid.z, beta, x, l.data(), v.data());
+    flash::set_composition(liquid, fluid.n, l.data());
+    flash::set_composition(vapour, fluid.n, v.data());
+    const auto evaluate = [&](flash::Phase& phase, eos::Root root, Vector& dt, Vector& dp) {
+      eos::calc_lnphi_near(fluid.eos, fluid.n, phase.x.data(), t, p, root, phase.roots,
+                           {.lnphi = phase.lnphi.data(), .dt = dt.data(), .dp = dp.data()});
+    };
+    evaluate(liquid, eos::Root::liquid, t_l, p_l);
+    evaluate(vapour, eos::Root::vapour, t_v, p_v);
+    double change = 0, sum = 0, slope = 0;
+    for (std::size_t i = 0; i < n; ++i) {
+      const double lnk = liquid.lnphi[i] - vapour.lnphi[i];
+      change = std::max(change, std::abs(lnk - x[i]));
+      x[i] = lnk;
+      const double k = flash::bounded_exp(lnk), d = 1.0 + beta * (k - 1.0), li = fluid.z[i] / d;
+      sum += li * (k - 1.0);
+      slope += li / d * k * (free_t ? t * (t_l[i] - t_v[i]) : p * (p_l[i] - p_v[i]));
+    }
+    const double step = std::clamp(-sum / slope, -0.1, 0.1);
+    x[n + (free_t ? 0 : 1)] += step;
+    if (!std::isfinite(step) || change <= 1e-6) return;
+  }
+}
+
+namespace {
+
+class Tracer {
+ public:
+  Tracer(const Fluid& fluid, Table& table)
+      : fluid_(fluid),
+        table_(table),
+        n_(at(fluid.n)),
+        bubble_(fluid.eos, fluid.n, fluid.z, 0.0),
+        dew_(fluid.eos, fluid.n, fluid.z, 1.0),
+        tc_(fluid.limits.tc),
+        pc_(fluid.limits.pc) {}
+
+  int trace();
+
+ private:
+  struct Corrected {
+    int iterations = 0;
+    int ierr = 0;
+  };
+
+  int run(int beta, double start_pressure);
+  void start(int beta, double start_pressure, Point& x);
+  Corrected newtonsolver(Saturation& system, bool first, Point& x, Point& dx);
+  [[nodiscard]] int selectspecvar(const Point& dx) const;
+  [[nodiscard]] double calcstepsize(int iterations, double dsmax) const;
+  void extrapolate(double ds, Point& x) const;
+  void update_cubic(bool has_last, const Point& x, const Point& dx);
+  void cp_and_extrema(const Point& x, const Point& dx);
+  void critpntstrategy(Point& x);
+  void turn_selectors(Saturation& system, const Point& x) const;
+  void refine_extremum(std::size_t variable, double s, double& value, double& companion);
+  [[nodiscard]] bool is_critical_crossing() const;
+  [[nodiscard]] double scale_of(const Point& x) const {
+    double m = 0;
+    for (std::size_t i = 0; i < n_; ++i)
+      if (fluid_.z[i] > 0) m = std::max(m, std::abs(x[i]));
+    return m;
+  }
+
+  const Fluid& fluid_;
+  Table& table_;
+  std::size_t n_;
+  Saturation bubble_, dew_;
+  Saturation* system_ = nullptr;
+  double tc_, pc_;           ///< critical point as known so far [K, Pa]
+  double rho_critical_ = 0;  ///< its density once found, 0 before
+  Cubic cubic_;
+  std::size_t spec_ = 0;
+  double ds_ = 1;
+  Selectors at_point_{};                            ///< selectors at the newest point
+  double density_ratio_ = 0;                        ///< ln (rho_liquid / rho_vapour) at the newest point
+  double last_density_ratio_ = 0, last_scale_ = 0;  ///< of the point before, and its largest |ln K|
+};
+
+/// The first point; `start_pressure` [bar] of the dew side, where it is not the stated one if positive.
+void Tracer::start(int beta, double start_pressure, Point& x) {
+  const fluid::Parameters& p = fluid_.eos.parameters();
+  double value = 0;
+  if (beta == 0) {
+    value = *std::max_element(p.tmin.begin(), p.tmin.begin() + fluid_.n);
+  } else {
+    value = std::min(std::max(std::exp(table_.point(1)[n_ + 1]) / 100.0, 0.0001), 1e-5);
+    if (start_pressure > 0) value = start_pressure;
+  }
+  int spec = fluid_.n + (beta == 0 ? 1 : 2);
+  for (int tries = 0; tries <= 10; ++tries) {
+    idealsolution(fluid_, beta, spec, value, x);
+    if (beta == 0 && std::exp(x[n_ + 1]) < 1e-5) idealsolution(fluid_, beta, fluid_.n + 2, 1e-5, x);
+    successsubst(fluid_, beta, fluid_.n + 2, x);
+    const bool good = std::all_of(x.begin(), x.begin() + fluid_.n + 2, [](double v) { return std::isfinite(v); });
+    if (good || beta == 1) break;
+    value += 10.0;
+  }
+  spec_ = n_ + 1;
+}
+
+/// The labels of the phases turn where the line passes the critical point: the predictor lies beyond it when the
+/// largest ln K has changed its sign.
+void Tracer::turn_selectors(Saturation& system, const Point& x) const {
+  system.selectors = at_point_;
+  if (table_.npnt == 0 || !is_critical_crossing()) return;
+  const Point& last = table_.point(table_.npnt);
+  std::size_t k = 0;
+  for (std::size_t i = 0; i < n_; ++i)
+    if (std::abs(last[i]) > std::abs(last[k])) k = i;
+  if (last[k] * x[k] < 0) system.selectors = {-at_point_.liquid, -at_point_.vapour};
+}
+
+/// At a critical point the densities meet as ln K vanishes; at an azeotrope they do not.
+bool Tracer::is_critical_crossing() const {
+  const double scale = scale_of(table_.point(table_.npnt));
+  if (!(last_scale_ > scale)) return std::abs(density_ratio_) < 12.0 * scale + 1e-6;
+  const double slope = (last_density_ratio_ - density_ratio_) / (last_scale_ - scale);
+  return std::abs(density_ratio_ - slope * scale) < 0.5 * std::abs(density_ratio_);
+}
+
+Tracer::Corrected Tracer::newtonsolver(Saturation& system, bool first, Point& x, Point& dx) {
+  const double limit = 1e-4 * std::abs(ds_);
+  double previous = 1, error = 1;
+  Corrected result;
+  const int n = fluid_.n;
+  double value = x[spec_];
+  if (!first) turn_selectors(system, x);
+  for (;;) {
+    ++result.iterations;
+    Point step{};
+    bool evaluated = false, done = false;
+    if (result.iterations <= 15) {
+      evaluated = system.prepare(x, static_cast<int>(spec_), value) && system.correction(step);
+      if (evaluated) {
+        double sum = 0;
+        for (std::size_t i = 0; i < n_ + 2; ++i) {
+          x[i] += step[i];
+          sum += step[i] * step[i];
+        }
+        error = std::sqrt(sum / (n + 2));
+        // Near a critical point the matrix is nearly singular, and rounding keeps the correction above 1e-12: by much
+        // where the distance along the line is open while the equations are met.
+        const bool falls = error < 0.5 * previous;
+        done = error <= 1e-12 ||
+               (!falls && ((error < 1e-8 && system.residual() < 1e-11) || (error < 1e-4 && system.residual() < 1e-12)));
+        if (done) system.tangent(dx);
+      }
+    }
+    const bool trivial = done && scale_of(x) < 1e-7;
+    if (done && !trivial) return result;
+    if (first) {
+      if (!evaluated || error > 10 || trivial) {
+        result.ierr = bad_start;
+        return result;
+      }
+      previous = error;
+      continue;
+    }
+    if (evaluated && !trivial && error < 0.01 && error < previous) {
+      previous = error;
+      continue;
+    }
+    ds_ *= 0.6;
+    if (limit > std::abs(ds_) || std::abs(ds_) < 1e-10) {
+      result.ierr = step_too_small;
+      return result;
+    }
+    extrapolate(ds_, x);
+    value = x[spec_];
+    turn_selectors(system, x);
+    result.iterations = 0;
+    previous = 1;
+  }
+}
+
+int Tracer::selectspecvar(const Point& dx) const {
+  double largest = 0;
+  std::size_t spec = spec_;
+  for (std::size_t i = 0; i < n_ + 2; ++i) {
+    const double weight = (i < n_ ? 1.0 : 2.0) * std::abs(dx[i]);
+    if (weight > largest) {
+      largest = weight;
+      spec = i;
+    }
+  }
+  return static_cast<int>(spec);
+}
+
+double Tracer::calcstepsize(int iterations, double dsmax) const {
+  static constexpr double factors[] = {2.0, 1.5, 1.2, 1.1, 1.0};
+  double step = table_.point(table_.npnt)[spec_] - table_.point(table_.npnt - 1)[spec_];
+  step *= iterations <= 5 ? factors[iterations - 1] : 0.5;
+  const double stretch = spec_ >= n_ ? 2.5 : 1.0;
+  step = std::clamp(step * stretch, -dsmax, dsmax) / stretch;
+  return step;
+}
+
+void Tracer::update_cubic(bool has_last, const Point& x, const Point& dx) {
+  Cubic next;
+  next.c[0] = x;
+  const double along = has_last ? dx[spec_] : std::abs(dx[spec_]);
+  for (std::size_t i = 0; i < n_ + 2; ++i) next.c[1][i] = dx[i] / along;
+  if (has_last) {
+    const Point &old = cubic_.c[0], &slope = cubic_.c[1];
+    const double h = x[spec_] - old[spec_];
+    for (std::size_t i = 0; i < n_ + 2; ++i) {
+      // Hermite: value and slope at the old point, s = -h.
+      const double m = slope[i] / slope[spec_], b = next.c[1][i], d = (old[i] - x[i]) / (h * h), e = (m - b) / h;
+      next.c[2][i] = 3.0 * (d + b / h) + e;
+      next.c[3][i] = (2.0 * (d + b / h) + e) / h;
+    }
+  }
+  cubic_ = next;
+}
+
+void Tracer::extrapolate(double ds, Point& x) const {
+  const int last = table_.npnt;
+  const Point& newest = table_.point(last);
+  const double target = newest[spec_] + ds;
+  if (table_.vap_idx + 4 <= last) {
+    double s[4];
+    for (int k = 0; k < 4; ++k) s[k] = table_.point(last - 3 + k)[spec_];
+    const bool rising = s[0] < s[1] && s[1] < s[2] && s[2] < s[3];
+    const bool falling = s[0] > s[1] && s[1] > s[2] && s[2] > s[3];
+    if (rising || falling) {
+      for (std::size_t i = 0; i < n_ + 2; ++i) {
+        double p[4];
+        for (int k = 0; k < 4; ++k) p[k] = table_.point(last - 3 + k)[i];
+        for (int level = 1; level < 4; ++level)
+          for (int k = 0; k + level < 4; ++k)
+            p[k] = ((target - s[k + level]) * p[k] - (target - s[k]) * p[k + 1]) / (s[k] - s[k + level]);
+        x[i] = p[0];
+      }
+      x[spec_] = target;
+      return;
+    }
+  }
+  std::size_t widest = spec_;
+  if (last > 1) {
+    const Point& tangent = table_.tangent(last - 1);
+    double largest = 0;
+    for (std::size_t i = 0; i < n_ + 2; ++i) {
+      const double weight = (i < n_ ? 1.0 : 2.0) * std::abs(tangent[i]);
+      if (weight > largest) {
+        largest = weight;
+        widest = i;
+      }
+    }
+  }
+  const bool cubic = last > 1 && widest == spec_;
+  for (std::size_t i = 0; i < n_ + 2; ++i) x[i] = cubic ? cubic_.value(i, ds) : cubic_.c[0][i] + cubic_.c[1][i] * ds;
+}
+
+/// The turning point of T or P beside s on the line: the specified variable at which the tangent has no part along it.
+void Tracer::refine_extremum(std::size_t variable, double s, double& value, double& companion) {
+  Saturation& system = *system_;
+  const Selectors kept = system.selectors;
+  const std::size_t other = variable == n_ ? n_ + 1 : n_;
+  // A variable that moves along the extremum: the one of the step, unless that is the one that turns.
+  std::size_t by = spec_;
+  if (by == variable) by = other;
+  double last_s = 0, last_slope = 0;
+  Point x;
+  for (std::size_t i = 0; i < n_ + 2; ++i) x[i] = cubic_.value(i, s);
+  double target = x[by];
+  bool converged = false;
+  for (int pass = 0; pass < 12 && !converged; ++pass) {
+    Point step{}, dx{};
+    double error = 1;
+    for (int newton = 0; newton < 12; ++newton) {
+      if (!system.prepare(x, static_cast<int>(by), target) || !system.correction(step)) return;
+      error = 0;
+      for (std::size_t i = 0; i < n_ + 2; ++i) {
+        x[i] += step[i];
+        error = std::max(error, std::abs(step[i]));
+      }
+      if (error < 1e-11) break;
+    }
+    if (!(error < 1e-8)) break;
+    system.tangent(dx);
+    const double slope = dx[variable];
+    double change = 0;
+    if (pass == 0)
+      change = 1e-4 * (std::abs(target) > 1e-3 ? 1.0 : 0.1) * (slope > 0 ? 1.0 : -1.0);
+    else
+      change = -slope * (target - last_s) / (slope - last_slope);
+    if (!std::isfinite(change)) break;
+    if (pass > 0 && std::abs(change) < 1e-10) {
+      converged = true;
+      break;
+    }
+    change = std::clamp(change, -0.3, 0.3);
+    last_s = target;
+    last_slope = slope;
+    for (std::size_t i = 0; i < n_ + 2; ++i) x[i] += dx[i] * change;
+    target += change;
+  }
+  system.selectors = kept;
+  // Kept as interpolated where this leads away.
+  const double found = std::exp(x[variable]), beside = std::exp(x[other]);
+  if (!converged || std::abs(found / value - 1.0) > 0.05 || std::abs(beside / companion - 1.0) > 0.3) return;
+  value = found;
+  companion = beside;
+  if (table_.extrema_count < static_cast<int>(table_.extrema.size()))
+    table_.extrema[at(table_.extrema_count++)] = {table_.npnt - 1, x};
+}
+
+void Tracer::cp_and_extrema(const Point& x, const Point& dx) {
+  const Point &now = table_.point(table_.npnt), &old = table_.point(table_.npnt - 1);
+  const double h = x[spec_] - old[spec_];
+  std::size_t k = 0;
+  for (std::size_t i = 0; i < n_; ++i)
+    if (std::abs(dx[i]) > std::abs(dx[k])) k = i;
+  const double a = now[k], b = old[k];
+  if (a * b <= 0 && rho_critical_ == 0) {
+    double s = -h * a / (a - b);
+    for (int pass = 0; pass < 6; ++pass) {
+      double step = -cubic_.value(k, s) / cubic_.slope(k, s);
+      while (std::abs(step) >= std::abs(h)) step *= 0.5;
+      s += step;
+      if (!(std::abs(step) > 0.001)) break;
+    }
+    double t = std::exp(cubic_.value(n_, s));
+    double rho = 0.5 * (system_->liquid().rho + system_->vapour().rho);
+    const double p = std::exp(cubic_.value(n_ + 1, s));
+    const double t_line = t;
+    if (refine_critical(fluid_.eos, fluid_.n, fluid_.z, t, rho) && std::abs(t / t_line - 1.0) < 0.05) {
+      rho_critical_ = table_.rho_crtpe = rho;
+      table_.tcrtpe = tc_ = t;
+      pc_ = eos::calc_p_rho(fluid_.eos, fluid_.n, fluid_.z, t, rho);
+      table_.pcrtpe = pc_ / pascal_per_bar;
+    } else if (is_critical_crossing()) {
+      table_.tcrtpe = tc_ = t_line;
+      table_.pcrtpe = p;
+      pc_ = p * pascal_per_bar;
+      rho_critical_ = rho;
+    }
+  }
+  for (std::size_t i = n_; i < n_ + 2; ++i) {
+    const Point& tangent = table_.tangent(table_.npnt - 1);
+    if (!(tangent[i] / tangent[spec_] * cubic_.c[1][i] <= 0)) continue;
+    const double c2 = cubic_.c[1][i], c3 = cubic_.c[2][i], c4 = cubic_.c[3][i];
+    const double w = -(c3 + (c3 < 0 ? -1.0 : 1.0) * std::sqrt(std::max(c3 * c3 - 3.0 * c2 * c4, 0.0)));
+    double s = c4 != 0 ? w / (3.0 * c4) : 1e300;
+    if (!((s + h) * s <= 0) && w != 0) s = c2 / w;
+    if (!((s + h) * s <= 0)) continue;
+    double t = std::exp(cubic_.value(n_, s)), p = std::exp(cubic_.value(n_ + 1, s));
+    const bool minimum = c3 + 3.0 * c4 * s > 0;
+    if (i == n_) {
+      refine_extremum(i, s, t, p);
+      (minimum ? table_.tminpe : table_.tmaxpe) = t;
+      (minimum ? table_.p_tminpe : table_.p_tmaxpe) = p;
+    } else {
+      refine_extremum(i, s, p, t);
+      (minimum ? table_.pminpe : table_.pmaxpe) = p;
+      (minimum ? table_.t_pminpe : table_.t_pmaxpe) = t;
+    }
+  }
+}
+
+/// Steps near the critical point: over it to its mirror image, or a third of the way.
+void Tracer::critpntstrategy(Point& x) {
+  const double old = table_.point(table_.npnt)[spec_], next = x[spec_];
+  if (spec_ < n_) {
+    const double r = old / next;
+    if (old * next <= 0) {
+      const double target = -r > 3 ? old / 3.0 : -old;
+      ds_ = target - old;
+      extrapolate(ds_, x);
+    } else if (r > 3) {
+      ds_ = old / 3.0 - old;
+      extrapolate(ds_, x);
+    }
+  } else if (spec_ == n_) {
+    const double t = std::exp(next), u = t / tc_;
+    if (u > 0.999 && u < 1.001) {
+      ds_ = std::log(t * (tc_ > t ? 0.999 : 1.001)) - old;
+      extrapolate(ds_, x);
+    }
+  }
+}
+
+int Tracer::run(int beta, double start_pressure) {
+  Saturation& system = beta == 0 ? bubble_ : dew_;
+  system_ = &system;
+  Point x{}, dx{};
+  start(beta, start_pressure, x);
+  at_point_ = system.selectors = {1, -1};
+  ds_ = 1;
+  cubic_ = {};
+  bool first = true;
+  double t = std::exp(x[n_]);
+  const double lowest = t - 1.0;
+  const fluid::Parameters& p = fluid_.eos.parameters();
+  const double highest = *std::min_element(p.tmax.begin(), p.tmax.begin() + fluid_.n);
+  for (;;) {
+    if (!first && (t < lowest || t > highest)) return 0;
+    const Corrected corrected = newtonsolver(system, first, x, dx);
+    if (corrected.ierr != 0) return corrected.ierr;
+    at_point_ = system.selectors;
+    last_density_ratio_ = density_ratio_;
+    last_scale_ = first ? 0.0 : scale_of(table_.point(table_.npnt));
+    density_ratio_ = std::log(system.liquid().rho / system.vapour().rho);
+    ++table_.npnt;
+    table_.point(table_.npnt) = x;
+    table_.tangent(table_.npnt) = dx;
+    t = std::exp(x[n_]);
+    spec_ = at(selectspecvar(dx));
+    const double dsmax = 1.0 + 0.15 * scale_of(x);
+    if (!first) ds_ = calcstepsize(corrected.iterations, dsmax);
+    update_cubic(!first, x, dx);
+    if (!first) cp_and_extrema(x, dx);
+    if (first && beta == 1) table_.vap_idx = table_.npnt;
+    extrapolate(ds_, x);
+    if (!first) critpntstrategy(x);
+    first = false;
+    if (table_.npnt >= (beta == 0 ? 2500 : Table::capacity - 1)) return table_full;
+    if (std::exp(x[n_ + 1]) > 1000.0) return pressure_too_high;
+  }
+}
+
+int Tracer::trace() {
+  table_.npnt = table_.vap_idx = table_.idx_cp = 0;
+  table_.extrema_count = 0;
+  table_.gap = false;
+  table_.tcrtpe = table_.pcrtpe = table_.rho_crtpe = 0;
+  table_.tminpe = table_.p_tminpe = table_.pminpe = table_.t_pminpe = 0;
+  table_.pmaxpe = table_.p_tmaxpe = pc_ / pascal_per_bar;
+  table_.tmaxpe = table_.t_pmaxpe = tc_;
+  table_.valid = true;
+  int beta = 0;
+  int ierr = run(0, 0);
+  if (ierr != 0) {
+    beta = 1;
+    const int first_run = table_.npnt, first_end = ierr;
+    ierr = run(1, 0);
+    for (const double pressure : {1e-3, 1e-2, 0.1, 1.0, 5.0})
+      if (ierr == bad_start) ierr = run(1, pressure);
+    if (ierr == bad_start && first_run > 1) {
+      // What the first run has is kept.
+      beta = 0;
+      ierr = first_end;
+      table_.npnt = first_run;
+      table_.vap_idx = 0;
+    }
+  }
+  postprocphaseenv(fluid_.n, beta, table_, ierr);
+  if (ierr == 0) {
+    resetextrema(fluid_.n, table_);
+    ierr = insertcritpnt(fluid_.n, tc_, pc_ / pascal_per_bar, table_);
+  }
+  return ierr;
+}
+
+}  // namespace
+
+int calc_phaseenv(const Fluid& fluid, Table& table) {
+  const Arena::Frame frame(fluid.eos.arena());
+  return Tracer(fluid, table).trace();
+}
+
+}  // namespace tessarel::envelope

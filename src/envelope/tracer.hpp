@@ -1,0 +1,42 @@
+// Tracer of the phase envelope: a continuation along the line of zero amount of one phase, through the critical point
+// and down the other branch (Michelsen 1980, doi:10.1016/0378-3812(80)80001-X).
+#pragma once
+
+#include <cstdint>
+
+#include "envelope/saturation.hpp"
+#include "eos/fluid.hpp"
+
+namespace tessarel::envelope {
+
+// How a run or a trace ends, besides 0.
+inline constexpr int step_too_small = 450, bad_start = 451, table_full = 452, no_critical_point = 453,
+                     pressure_too_high = 472;
+
+/// Traces the envelope of `fluid` into `table`. Returns 0, bad_start, or no_critical_point with the line itself in
+/// place.
+int calc_phaseenv(const eos::Fluid& fluid, Table& table);
+
+/// First estimate: ln K by Wilson, and the temperature (spec n + 1, `value` in bar known: n + 2) at which the ideal
+/// solution is at its bubble (beta 0) or dew point (beta 1). spec counts from 1.
+void idealsolution(const eos::Fluid& fluid, double beta, int spec, double value, Point& x);
+
+/// At most 10 substitutions of ln K, the free one of ln T and ln P corrected by the sum of y - x.
+void successsubst(const eos::Fluid& fluid, double beta, int spec, Point& x);
+
+/// A cubic in the distance s from the newest point for each variable.
+struct Cubic {
+  std::array<Point, 4> c{};
+  [[nodiscard]] double value(std::size_t i, double s) const {
+    return c[0][i] + s * (c[1][i] + s * (c[2][i] + s * c[3][i]));
+  }
+  [[nodiscard]] double slope(std::size_t i, double s) const { return c[1][i] + s * (2 * c[2][i] + s * 3 * c[3][i]); }
+};
+
+/// The clean-up of two runs that both stopped early (clean_up.cpp).
+void postprocphaseenv(int n, int beta, Table& table, int& ierr);
+void resetextrema(int n, Table& table);
+/// Inserts the critical point `tc` [K], `pc` [bar]; no_critical_point where it fits nowhere.
+int insertcritpnt(int n, double tc, double pc, Table& table);
+
+}  // namespace tessarel::envelope

@@ -1,0 +1,47 @@
+#include "interface/envelope_state.hpp"
+
+#include <algorithm>
+
+#include "flash/adapters.hpp"
+
+namespace tessarel::interface {
+
+using flash::pascal_per_bar;
+
+envelope::Table& traced_envelope(Session& session, const double* z, int& ierr) {
+  Session::Envelope& e = session.envelope;
+  const int n = session.n();
+  const bool same = e.traced && e.simplified == session.simplified && std::equal(z, z + n, e.z.begin());
+  if (!same) {
+    const eos::Fluid fluid{session.eos(), n, z, e.at_selection};
+    e.ierr = envelope::calc_phaseenv(fluid, *e.table);
+    std::copy_n(z, n, e.z.begin());
+    e.simplified = session.simplified;
+    e.traced = true;
+    e.hasphaseenv = false;
+  }
+  ierr = e.ierr;
+  return *e.table;
+}
+
+bool envelope_for_query(Session& session, const double* z) {
+  int ierr = 0;
+  const envelope::Table& table = traced_envelope(session, z, ierr);
+  if (table.npnt < 2 || ierr == envelope::bad_start) return false;
+  Session::Envelope& e = session.envelope;
+  if (!e.hasphaseenv) {
+    fluid::Limits& l = session.limits;
+    if (table.tcrtpe > 0) {
+      l.tc = table.tcrtpe;
+      l.pc = table.pcrtpe * pascal_per_bar;
+    }
+    l.tcritherm = table.tmaxpe;
+    l.pcritherm = table.p_tmaxpe * pascal_per_bar;
+    l.tcribar = table.t_pmaxpe;
+    l.pcribar = table.pmaxpe * pascal_per_bar;
+    e.hasphaseenv = true;
+  }
+  return true;
+}
+
+}  // namespace tessarel::interface

@@ -1,0 +1,133 @@
+// The traced envelope against reference extrema and points, and against the conditions it has to meet.
+#include <memory>
+
+#include "common/test_fluid.hpp"
+#include "envelope/queries.hpp"
+#include "flash/pt_flash.hpp"
+
+namespace tessarel::testing {
+namespace {
+
+using namespace envelope;
+
+/// A mixture of a reference row and its envelope.
+struct Traced {
+  Traced(const std::string& components, const std::string& kij)
+      : fluid(Mixture(components).names, Mixture(components).x) {
+    set_kij(fluid.session, kij);
+    fluid.session.update();
+    EXPECT_EQ(calc_phaseenv(fluid.fluid(), *table), 0);
+  }
+  TestFluid fluid;
+  std::unique_ptr<Table> table = std::make_unique<Table>();
+};
+
+/// Calls `check(traced, quantity, value)` for each row.
+template <class Check>
+void for_each_row(Check&& check) {
+  std::unique_ptr<Traced> traced;
+  std::string last;
+  for (const auto& row : read_reference("envelopes.csv")) {
+    if (row[0] + row[1] != last) {
+      last = row[0] + row[1];
+      traced = std::make_unique<Traced>(row[0], row[1]);
+    }
+    SCOPED_TRACE(row[0] + " " + row[1] + " " + row[2]);
+    check(*traced, row[2], std::strtod(row[3].c_str(), nullptr));
+  }
+}
+
+TEST(Envelope, ReferenceExtrema) {
+  int rows = 0;
+  for_each_row([&](const Traced& traced, const std::string& quantity, double value) {
+    const Table& t = *traced.table;
+    const std::pair<const char*, double> values[] = {{"tcrit", t.tcrtpe},     {"pcrit", t.pcrtpe * 1e5},
+                                                     {"tcritherm", t.tmaxpe}, {"pcritherm", t.p_tmaxpe * 1e5},
+                                                     {"tcribar", t.t_pmaxpe}, {"pcribar", t.pmaxpe * 1e5}};
+    for (const auto& [name, got] : values)
+      if (quantity == name) {
+        // The cricondentherm of methanol/ethanol lies 5 micro-kelvin above the critical point: its pressure is open.
+        const double tolerance = traced.fluid.parameters.compname[0].trimmed() == "methanol" ? 1e-7 : 1e-8;
+        EXPECT_NEAR(got, value, tolerance * value);
+        ++rows;
+      }
+  });
+  EXPECT_GT(rows, 80);
+}
+
+TEST(Envelope, ReferencePoints) {
+  int rows = 0, out_of_range = 0;
+  for_each_row([&](const Traced& traced, const std::string& quantity, double value) {
+    const auto mark = quantity.find('@');
+    if (mark == std::string::npos) return;
+    const bool by_t = quantity.find("_p@") != std::string::npos;
+    const double given = std::strtod(quantity.c_str() + mark + 1, nullptr);
+    SaturationPoint point;
+    bool interpolated = true;
+    const eos::Fluid fluid = traced.fluid.fluid();
+    const int code = calc_bubdew(fluid, *traced.table, by_t ? 'T' : 'P', quantity[0] == 'b' ? 'B' : 'D',
+                                 by_t ? given : given / 1e5, point, interpolated);
+    if (code == 457 || code == 458) {
+      // Below the lowest temperature of the fluid.
+      EXPECT_LT(by_t ? given : value, fluid.limits.tlowest);
+      ++out_of_range;
+      return;
+    }
+    ASSERT_EQ(code, 0);
+    EXPECT_FALSE(interpolated);
+    EXPECT_NEAR(by_t ? point.result * 1e5 : point.result, value, 1e-9 * value);
+    ++rows;
+  });
+  EXPECT_GT(rows, 200);
+  EXPECT_LT(out_of_range, 12);
+}
+
+/// Every point of a table: equal fugacities at roots that are there, the critical point in its place.
+TEST(Envelope, PointsAreSaturated) {
+  const Traced traced("methane:0.7|ethane:0.1|propane:0.1|n-hexane:0.05|n-octane:0.05", "");
+  const Table& table = *traced.table;
+  const TestFluid& f = traced.fluid;
+  const auto n = static_cast<std::size_t>(f.n);
+  for (int j = 1; j <= table.npnt; ++j) {
+    const Point& point = table.point(j);
+    double x[5], y[5];
+    unwrap(f.n, f.z, 0, point, x, y);
+    double sum = 0, largest = 0;
+    for (std::size_t i = 0; i < n; ++i) {
+      sum += y[i];
+      largest = std::max(largest, std::abs(point[i]));
+    }
+    if (j == table.idx_cp) {
+      EXPECT_EQ(largest, 0);
+      continue;
+    }
+    EXPECT_NEAR(sum, 1, 1e-9);
+    const flash::Conditions c{f.eos, f.n, std::exp(point[n]), std::exp(point[n + 1]) * 1e5};
+    flash::Phase feed, other;
+    flash::set_composition(feed, f.n, x);
+    flash::set_composition(other, f.n, y);
+    flash::evaluate(c, feed);
+    flash::evaluate(c, other);
+    for (std::size_t i = 0; i < n; ++i) EXPECT_NEAR(point[i] + other.lnphi[i] - feed.lnphi[i], 0, 1e-9) << j;
+    EXPECT_EQ(other.rho < feed.rho, j < table.idx_cp) << j;
+  }
+}
+
+/// States of a given vapour fraction are those of the flash.
+TEST(Envelope, StatesOfAVapourFraction) {
+  const TestFluid f({"methane", "n-butane"}, {0.5, 0.5});
+  for (const double beta : {0.0, 1e-6, 0.3, 0.9, 1.0})
+    for (const char given : {'T', 'P'}) {
+      SaturationPoint point;
+      ASSERT_EQ(calc_prop_q(f.fluid(), beta, given, given == 'T' ? 290.0 : 35.0, point), 0) << beta << given;
+      const double t = given == 'T' ? 290.0 : point.result, p = (given == 'T' ? point.result : 35.0) * 1e5;
+      if (beta == 0 || beta == 1) continue;
+      const auto flashed = flash::flmain(f.fluid(), t, p, false, nullptr, nullptr);
+      ASSERT_EQ(flashed.code, 0);
+      EXPECT_NEAR(flashed.beta, beta, 1e-9);
+      EXPECT_NEAR(flashed.x[0], point.x[0], 1e-9);
+    }
+}
+
+}  // namespace
+}  // namespace tessarel::testing

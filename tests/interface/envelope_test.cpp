@@ -1,0 +1,90 @@
+// The phase envelope as a host reads it: in any order, with its texts.
+#include "interface/host.hpp"
+#include "tessarel/routines.h"
+
+namespace {
+
+using Query = void (*)(const double*, double*, double*, char*, std::size_t);
+
+double ask(Query query, double value, const std::string& expected = "No errors") {
+  std::array<char, 100> err{};
+  std::array<double, 20> phase{};
+  double result = 0;
+  query(&value, phase.data(), &result, err.data(), err.size());
+  EXPECT_EQ(host::text(err.data(), err.size()), expected) << value;
+  return result;
+}
+
+std::array<double, 4> maxima() {
+  std::array<double, 4> m{};
+  tessarel_getmaxima(&m[0], &m[1], &m[2], &m[3]);
+  return m;
+}
+
+std::string bubdew(const char* given, const char* what, double value, std::int32_t n = 2, double first = 0.5) {
+  std::array<char, 100> err{};
+  std::array<double, 20> x{}, y{};
+  const double z[] = {first, 0.5};
+  double result = 0;
+  tessarel_calc_bubdew(&n, z, given, what, &value, x.data(), y.data(), &result, err.data(), 1, 1, err.size());
+  return host::text(err.data(), err.size());
+}
+
+TEST(EnvelopeReading, DoesNotDependOnTheOrder) {
+  std::array<double, 4> first[2];
+  double dew[2];
+  for (const int order : {0, 1}) {
+    ASSERT_EQ(host::select({"methane", "n-butane"}, {0.5, 0.5}), "No errors");
+    const auto limits = host::session().limits;
+    EXPECT_EQ(limits.tcritherm, limits.tc);  // the averages, until a query
+    if (order == 0) {
+      first[order] = maxima();
+      EXPECT_EQ(host::session().limits.tcritherm, limits.tc);
+    }
+    dew[order] = ask(tessarel_calc_dew_p, 350);
+    if (order == 1) first[order] = maxima();
+    EXPECT_EQ(host::session().limits.tcritherm, first[order][0]);
+    EXPECT_EQ(host::session().limits.pcribar, first[order][2] * 1e5);
+  }
+  EXPECT_EQ(first[0], first[1]);
+  EXPECT_EQ(dew[0], dew[1]);
+  // A new composition is not answered from the old line, and the old one comes back.
+  ASSERT_EQ(host::select({"methane", "n-butane"}, {0.4, 0.6}), "No errors");
+  EXPECT_GT(std::abs(ask(tessarel_calc_dew_p, 350) / dew[0] - 1), 0.01);
+  ASSERT_EQ(host::select({"methane", "n-butane"}, {0.5, 0.5}), "No errors");
+  EXPECT_EQ(ask(tessarel_calc_dew_p, 350), dew[0]);
+}
+
+TEST(EnvelopeReading, RoundTripsAndTexts) {
+  ASSERT_EQ(host::select({"methane", "n-butane"}, {0.5, 0.5}), "No errors");
+  for (const double t : {200.0, 250.0, 300.0})
+    EXPECT_NEAR(ask(tessarel_calc_bubble_t, ask(tessarel_calc_bubble_p, t)), t, 1e-8);
+  for (const double t : {200.0, 250.0, 300.0})
+    EXPECT_NEAR(ask(tessarel_calc_dew_t, ask(tessarel_calc_dew_p, t)), t, 1e-8);
+  const auto m = maxima();
+  // At the turning points themselves, and next to them on the outer side.
+  EXPECT_NEAR(ask(tessarel_calc_dew_p, m[0]), m[1] * 1e5, 1e-6 * m[1] * 1e5);
+  EXPECT_EQ(ask(tessarel_calc_dew_p, m[0] + 0.01, "Dew point calculation: input temperature out of range."), -8888.8);
+  EXPECT_EQ(ask(tessarel_calc_bubble_t, m[2] * 1.0001e5, "Bubble point calculation: input pressure out of range."),
+            -8888.8);
+  EXPECT_EQ(ask(tessarel_calc_bubble_p, 20, "Bubble point calculation: input temperature out of range."), -8888.8);
+  EXPECT_EQ(bubdew("T", "B", 250), "No errors");
+  EXPECT_EQ(bubdew("T", "b", 250), "Bubble/dew point calc.: enter 'B' for bubble or 'D' for dew point.");
+  EXPECT_EQ(bubdew("t", "x", 250), "Bubble/dew point calc.: enter 'P' for pressure or 'T' for temperature.");
+  EXPECT_TRUE(bubdew("T", "B", 250, 1).starts_with("TESSAREL error: the envelope is that of all"));
+  EXPECT_TRUE(bubdew("T", "B", 250, 2, 0.6).starts_with("TESSAREL error: mole fractions"));
+  EXPECT_EQ(bubdew("T", "D", std::nan("")), "Dew point calculation: input temperature out of range.");
+  std::array<char, 100> err{};
+  const std::int32_t code = 1234;
+  tessarel_errorstring(&code, err.data(), err.size());
+  EXPECT_EQ(host::text(err.data(), err.size()), "Bubble/dew point unknown error. Code =1234");
+  std::int32_t count = 0;
+  static double t[5000], p[5000], x[100000], y[100000];
+  tessarel_getphaseenv(&count, t, p, x, y);
+  ASSERT_GT(count, 20);
+  EXPECT_NEAR(*std::max_element(p, p + count), m[2], 0.02 * m[2]);
+  ASSERT_EQ(host::select({"propane"}, {1.0}), "No errors");
+  ask(tessarel_calc_dew_p, 300, "TESSAREL error: a phase envelope needs a mixture...");
+}
+
+}  // namespace
