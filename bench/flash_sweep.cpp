@@ -31,7 +31,7 @@ struct Count {
   const char* what;
 };
 constexpr Count counts[] = {
-    {&eos::Statistics::stated_splits, "splits left to the substitutions"},
+    {&eos::Statistics::substituted_splits, "splits left to the substitutions"},
     {&eos::Statistics::minimisers, "of these to the minimiser"},
     {&eos::Statistics::rescued_splits, "found from a trial phase after that"},
     {&eos::Statistics::wide_splits, "found only by the wider starts"},

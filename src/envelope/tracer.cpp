@@ -151,7 +151,7 @@ class Tracer {
   double last_density_ratio_ = 0, last_scale_ = 0;  ///< of the point before, and its largest |ln K|
 };
 
-/// The first point; `start_pressure` [bar] of the dew side, where it is not the stated one if positive.
+/// The first point; `start_pressure` [bar] of the dew side, if positive, in place of the usual one.
 void Tracer::start(int beta, double start_pressure, Point& x) {
   const fluid::Parameters& p = fluid_.eos.parameters();
   double value = 0;

@@ -27,13 +27,13 @@ struct Model {
 struct Statistics {
   long long pressures = 0, site_passes = 0;  ///< calls of p_eta12, and passes of the site iterations inside
   long long fugacities = 0;                  ///< phases evaluated by the phase-split calculations
-  // Phase splits: those left to the stated substitutions; of these, to the minimiser; found from the stated trial phase
-  // though the stated steps led nowhere; found only by the wider starts; reported though a third phase exists.
-  long long stated_splits = 0, minimisers = 0, rescued_splits = 0, wide_splits = 0, three_phases = 0;
+  // Phase splits: those left to the substitutions; of these, to the minimiser; found from the trial phase of a usual
+  // test though the usual steps led nowhere; found only by the wider starts; reported though a third phase exists.
+  long long substituted_splits = 0, minimisers = 0, rescued_splits = 0, wide_splits = 0, three_phases = 0;
   // General flashes: those left to the search in t and p, and to the bracket behind it.
   long long state_function_searches = 0, bracketed_searches = 0;
   long long interpolated_queries = 0;  ///< bubble and dew points read from the table without convergence
-  long long critical_scans = 0;  ///< critical points of mixtures left to the search along the limit of stability
+  long long critical_scans = 0;        ///< critical points of mixtures left to the search along the limit of stability
 };
 
 /// Mean segment number of a composition and the coefficients of I1 and I2 at that number, with derivatives by it: what

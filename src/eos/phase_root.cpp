@@ -96,8 +96,8 @@ Search find_liquid(const MixtureState<double>& state, double p, double remembere
   return search(state, p, Side::liquid, liquid_start);
 }
 
-/// The stated iteration from its start, where the search has not ended.
-double stated_root(const MixtureState<double>& state, double p, Side side) {
+/// The density iteration from its usual start, where the search has not ended.
+double iterated_root(const MixtureState<double>& state, double p, Side side) {
   double eta = side == Side::liquid ? liquid_start : vapour_start;
   densiter(state, p, eta);
   return eta;
@@ -119,8 +119,8 @@ double find_root(const MixtureState<double>& state, double p, Root root, RootMem
   double dilute = vapour.eta, dense = liquid.eta;
   if (vapour.outcome == Outcome::failed || liquid.outcome == Outcome::failed || !(has_vapour || has_liquid)) {
     memory = {};
-    dilute = stated_root(state, p, Side::vapour);
-    dense = stated_root(state, p, Side::liquid);
+    dilute = iterated_root(state, p, Side::vapour);
+    dense = iterated_root(state, p, Side::liquid);
   } else if (!has_vapour) {
     return dense;
   } else if (!has_liquid) {

@@ -61,7 +61,7 @@ void dirsub(const Feed& feed, Substitution& s) {
 
 namespace {
 
-/// One flash: the stated search with what stands around it.
+/// One flash: Michelsen's scheme with what stands around it.
 class Flash {
  public:
   Flash(const eos::Fluid& fluid, double t, double p) : feed_(make_feed(fluid, t, p)), z_(fluid.z), n_(fluid.n) {}
@@ -76,7 +76,7 @@ class Flash {
   void start_from_trial();
   [[nodiscard]] Split substituted_split() const;
   bool split_by_quick_route();
-  void split_as_stated();
+  void split_by_substitution();
   void decide_again();
   bool split_from(const double* trial);
   void keep_if_stable();
@@ -94,13 +94,13 @@ class Flash {
   double tm1_ = 0, tm2_ = 0;  ///< distances of the liquid-like and the vapour-like trial phase
   bool proven_ = false;       ///< the feed was shown to be unstable
   bool into_feed_ = false;    ///< a test ended by running into the feed
-  bool two_phases_ = false;   ///< the stated steps found a split, whatever became of it
+  bool two_phases_ = false;   ///< the scheme's steps found a split, whatever became of it
   int code_ = 0;
   bool accepted_ = false;  ///< `split_` is the answer
   Split split_{};
-  std::array<Vector, 2> minima_{};  ///< at which the stated tests converged
+  std::array<Vector, 2> minima_{};  ///< at which the two usual tests converged
   std::size_t minima_count_ = 0;
-  Vector trial_{};  ///< a non-trivial trial phase at a distance too small for the stated test
+  Vector trial_{};  ///< a non-trivial trial phase at a distance too small for the usual test
   bool has_trial_ = false;
 };
 
@@ -198,8 +198,8 @@ bool Flash::split_by_quick_route() {
 }
 
 /// Three cycles of three substitutions and a dominant-eigenvalue step, then the minimiser if they have not converged.
-void Flash::split_as_stated() {
-  ++statistics().stated_splits;
+void Flash::split_by_substitution() {
+  ++statistics().substituted_splits;
   const auto n = at(n_);
   bool stopped = false;
   for (int cycle = 0; cycle < 3 && !stopped; ++cycle) {
@@ -249,7 +249,7 @@ bool Flash::split_from(const double* trial) {
   return accepted_ = true;
 }
 
-/// Where the stated steps end without two phases, or with a failure: more starts, and the minimiser from what they
+/// Where the scheme's steps end without two phases, or with a failure: more starts, and the minimiser from what they
 /// find.
 void Flash::decide_again() {
   if (std::count_if(z_, z_ + n_, [](double v) { return v > 0; }) < 2) {
@@ -333,7 +333,7 @@ PtResult Flash::run(bool warm, const double* x, const double* y) {
   if (next == Next::stability) next = test_stability();
   if (next != Next::stability) {
     if (next == Next::from_trial) start_from_trial();
-    if (!split_by_quick_route()) split_as_stated();
+    if (!split_by_quick_route()) split_by_substitution();
   }
   if (!accepted_) decide_again();
   if (accepted_) keep_if_stable();

@@ -97,7 +97,7 @@ TEST(CriticalPoint, ReferenceMixtures) {
   EXPECT_EQ(mixtures, 16);
 }
 
-/// From a start nearby the stated iterations find the same point; from far away they end with their codes.
+/// From a start nearby the two-level iterations find the same point; from far away they end with their codes.
 TEST(CriticalPoint, TwoLevelSearch) {
   const TestFluid f({"methane", "n-butane"}, {0.5, 0.5});
   double t = 0, rho = 0;

@@ -49,7 +49,7 @@ TEST(PtFlash, ReferenceStates) {
   });
 }
 
-/// The stated substitutions, which the quick route forestalls, end in the same split, and the minimiser too.
+/// The substitutions, which the quick route forestalls, end in the same split, and the minimiser too.
 TEST(PtFlash, StepsLeadToTheSolution) {
   const TestFluid f({"methane", "n-butane", "propane"}, {0.5, 0.3, 0.2});
   const eos::Fluid fluid = f.fluid();
