@@ -196,12 +196,11 @@ int calc_bubdew(const Fluid& fluid, const Table& table, char given, char what, d
   Saturation system(fluid.eos, fluid.n, fluid.z, beta);
   if (labels_turned(table, found.lower)) system.selectors = {-1, 1};
   Point x{};
-  bool solved = false;
   if (exact) {
     x = found.a;
-    solved = system.prepare(x, static_cast<int>(spec), x[spec]);
+    if (!system.prepare(x, static_cast<int>(spec), x[spec])) return no_convergence;
   } else {
-    if (estimatepoint(table, found.lower, spec, target, size, x)) solved = solve(system, x, spec, target);
+    bool solved = estimatepoint(table, found.lower, spec, target, size, x) && solve(system, x, spec, target);
     const auto off = [&] {
       // A solution elsewhere on the line is another point.
       const double p = by_t ? x[n + 1] : x[n], a = by_t ? found.a[n + 1] : found.a[n],
