@@ -608,7 +608,8 @@ TESSAREL_API void tessarel_calc_phaseenv(const int32_t* n, const double* z, int3
 TESSAREL_API void tessarel_calc_bubdew(const int32_t* n, const double* z, const char* given, const char* what,
                                        const double* value, double* x, double* y, double* result, char* errormsg,
                                        size_t given_len, size_t what_len, size_t errormsg_len);
-/* The same for the selected composition in K and Pa, with the incipient phase (n). */
+/* The same for the selected composition in K and Pa, with the incipient phase (n). The first query after a selection
+ * makes tc, pc, cricondentherm and cricondenbar of the session those of the line. */
 TESSAREL_API void tessarel_calc_bubble_p(const double* t, double* y, double* p, char* errormsg, size_t errormsg_len);
 TESSAREL_API void tessarel_calc_bubble_t(const double* p, double* y, double* t, char* errormsg, size_t errormsg_len);
 TESSAREL_API void tessarel_calc_dew_p(const double* t, double* x, double* p, char* errormsg, size_t errormsg_len);

@@ -172,7 +172,8 @@ TESSAREL_API void tessarel_capeopenderiv(const double* t, const double* p, const
 
 /*
  * tessarel_criticalpoint: the critical point of the selection, of a mixture the true one, where its vapour and its
- * liquid become the same; tessarel_fluidinfo gives the mole-fraction average. Nothing of the session changes.
+ * liquid become the same; tessarel_fluidinfo gives the mole-fraction average until a bubble or dew point has been asked
+ * for. Nothing of the session changes.
  *
  *   tc, pc, rhoc  out  K, Pa, mol/m3
  *   err           out  "No errors"; "Critical point calulation failed..." for a mixture that has none that is stable,

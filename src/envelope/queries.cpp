@@ -4,9 +4,6 @@
 #include <cmath>
 #include <cstdio>
 
-#include "flash/adapters.hpp"
-#include "flash/pt_flash.hpp"
-
 namespace tessarel::envelope {
 
 using eos::Fluid;
@@ -22,32 +19,8 @@ struct Stretch {
   Point a{}, b{};
 };
 
-/// Newton's method at a fixed value of T or P. True when it converged.
-bool solve(Saturation& system, Point& x, std::size_t spec, double value) {
-  const auto size = at(system.size());
-  double last = 1e300;
-  for (int pass = 0; pass < 10; ++pass) {
-    Point step{};
-    if (!system.prepare(x, static_cast<int>(spec), value) || !system.correction(step)) return false;
-    double sum = 0, largest = 0;
-    for (std::size_t i = 0; i < size; ++i) {
-      sum += step[i] * step[i];
-      largest = std::max(largest, std::abs(step[i]));
-    }
-    if (!(largest < 2.0)) return false;
-    for (std::size_t i = 0; i < size; ++i) x[i] += step[i];
-    const double error = std::sqrt(sum / static_cast<double>(size));
-    if (error <= 1e-12 || (error < 1e-8 && error >= 0.5 * last && system.residual() < 1e-10)) return true;
-    last = error;
-  }
-  return false;
-}
-
 bool is_trivial(const Fluid& fluid, const Point& x, const Saturation& system) {
-  double largest = 0;
-  for (int i = 0; i < fluid.n; ++i)
-    if (fluid.z[i] > 0) largest = std::max(largest, std::abs(x[at(i)]));
-  return largest < 1e-7 && std::abs(system.liquid().rho / system.vapour().rho - 1.0) < 1e-6;
+  return largest_lnk(fluid.n, fluid.z, x) < 1e-7 && std::abs(system.liquid().rho / system.vapour().rho - 1.0) < 1e-6;
 }
 
 /// Whether the run of point j labels its phases the usual way round there: it does up to the critical point.
@@ -73,20 +46,8 @@ bool estimatepoint(const Table& table, int lower, std::size_t spec, double value
   int last = table.vap_idx > 1 && lower < table.vap_idx - 1 ? table.vap_idx - 1 : table.npnt;
   if (last - first < 3) return false;
   const int from = std::clamp(lower - 1, first, last - 3);
-  double s[4];
-  for (int k = 0; k < 4; ++k) s[k] = table.point(from + k)[spec];
-  const bool rising = s[0] < s[1] && s[1] < s[2] && s[2]<s[3], falling = s[0]> s[1] && s[1] > s[2] && s[2] > s[3];
-  if (!rising && !falling) return false;
-  for (std::size_t i = 0; i < size; ++i) {
-    double p[4];
-    for (int k = 0; k < 4; ++k) p[k] = table.point(from + k)[i];
-    for (int level = 1; level < 4; ++level)
-      for (int k = 0; k + level < 4; ++k)
-        p[k] = ((value - s[k + level]) * p[k] - (value - s[k]) * p[k + 1]) / (s[k] - s[k + level]);
-    x[i] = p[0];
-  }
-  x[spec] = value;
-  return true;
+  return interpolate_four({&table.point(from), &table.point(from + 1), &table.point(from + 2), &table.point(from + 3)},
+                          spec, value, size, x);
 }
 
 /// Walks along the line from one end and calls `visit` for each stretch until it returns true.
@@ -112,20 +73,12 @@ bool walk(const Table& table, bool upwards, Visit&& visit) {
 /// From the end of the stretch that is further from the value in steps that are halved where Newton's method fails.
 bool approach(Saturation& system, const Stretch& stretch, std::size_t spec, double value, std::size_t size, Point& x) {
   for (const Point* end : {&stretch.a, &stretch.b}) {
-    Point at_end = *end;
-    double here = at_end[spec], step = value - here;
+    double here = (*end)[spec], step = value - here;
     for (int tries = 0; tries < 60; ++tries) {
-      Point next = at_end;
-      // Along the stretch for the first guess.
-      const Point guess = share_of(stretch, spec, here + step, size);
-      for (std::size_t i = 0; i < size; ++i) next[i] = guess[i];
-      if (solve(system, next, spec, here + step)) {
-        at_end = next;
+      x = share_of(stretch, spec, here + step, size);
+      if (system.solve(x, static_cast<int>(spec), here + step)) {
         here += step;
-        if (here == value || std::abs(here - value) < 1e-15) {
-          x = at_end;
-          return true;
-        }
+        if (std::abs(here - value) < 1e-15) return true;
         step = value - here;
       } else {
         step *= 0.5;
@@ -200,7 +153,8 @@ int calc_bubdew(const Fluid& fluid, const Table& table, char given, char what, d
     x = found.a;
     if (!system.prepare(x, static_cast<int>(spec), x[spec])) return no_convergence;
   } else {
-    bool solved = estimatepoint(table, found.lower, spec, target, size, x) && solve(system, x, spec, target);
+    bool solved =
+        estimatepoint(table, found.lower, spec, target, size, x) && system.solve(x, static_cast<int>(spec), target);
     const auto off = [&] {
       // A solution elsewhere on the line is another point.
       const double p = by_t ? x[n + 1] : x[n], a = by_t ? found.a[n + 1] : found.a[n],
@@ -210,7 +164,7 @@ int calc_bubdew(const Fluid& fluid, const Table& table, char given, char what, d
     };
     if (!solved || off()) {
       x = share_of(found, spec, target, size);
-      solved = solve(system, x, spec, target) && !off();
+      solved = system.solve(x, static_cast<int>(spec), target) && !off();
     }
     if (!solved) solved = approach(system, found, spec, target, size, x) && !off();
     if (!solved) {
@@ -236,7 +190,7 @@ int calc_prop_q(const Fluid& fluid, double beta, char given, double value, Satur
   idealsolution(fluid, beta, spec, value, x);
   successsubst(fluid, beta, by_t ? fluid.n + 1 : fluid.n + 2, x);
   x[at(spec - 1)] = std::log(value);
-  if (!solve(system, x, at(spec - 1), std::log(value)) || is_trivial(fluid, x, system)) return no_convergence;
+  if (!system.solve(x, spec - 1, std::log(value)) || is_trivial(fluid, x, system)) return no_convergence;
   assign_phases(fluid, system, point);
   point.result = std::exp(by_t ? x[n + 1] : x[n]);
   return 0;

@@ -2,43 +2,39 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
+#include <functional>
 
 #include "flash/adapters.hpp"
+#include "numerics/linear_algebra.hpp"
 
 namespace tessarel::envelope {
 
 using fluid::at;
 using fluid::Vector;
 
-bool lu(int count, double* a, int* pivots) {
-  const auto n = at(count);
-  for (std::size_t j = 0; j < n; ++j) {
-    std::size_t pivot = j;
-    for (std::size_t i = j + 1; i < n; ++i)
-      if (std::abs(a[i * n + j]) > std::abs(a[pivot * n + j])) pivot = i;
-    pivots[j] = static_cast<int>(pivot);
-    if (!(std::abs(a[pivot * n + j]) > 0)) return false;
-    if (pivot != j) std::swap_ranges(a + j * n, a + (j + 1) * n, a + pivot * n);
-    const double inverse = 1.0 / a[j * n + j];
-    for (std::size_t i = j + 1; i < n; ++i) {
-      const double ratio = a[i * n + j] *= inverse;
-      if (ratio == 0) continue;
-      for (std::size_t k = j + 1; k < n; ++k) a[i * n + k] -= ratio * a[j * n + k];
-    }
-  }
-  return true;
+double largest_lnk(int n, const double* z, const Point& x) {
+  double largest = 0;
+  for (int i = 0; i < n; ++i)
+    if (z[i] > 0) largest = std::max(largest, std::abs(x[at(i)]));
+  return largest;
 }
 
-void aback(int count, const double* a, const int* pivots, double* b) {
-  const auto n = at(count);
-  for (std::size_t i = 0; i < n; ++i) std::swap(b[i], b[at(pivots[i])]);
-  for (std::size_t i = 1; i < n; ++i)
-    for (std::size_t k = 0; k < i; ++k) b[i] -= a[i * n + k] * b[k];
-  for (std::size_t i = n; i-- > 0;) {
-    for (std::size_t k = i + 1; k < n; ++k) b[i] -= a[i * n + k] * b[k];
-    b[i] /= a[i * n + i];
+bool interpolate_four(const std::array<const Point*, 4>& points, std::size_t spec, double value, std::size_t size,
+                      Point& x) {
+  std::array<double, 4> s;
+  for (std::size_t k = 0; k < 4; ++k) s[k] = (*points[k])[spec];
+  const auto in_order = [&s](auto before) { return before(s[0], s[1]) && before(s[1], s[2]) && before(s[2], s[3]); };
+  if (!in_order(std::less<>()) && !in_order(std::greater<>())) return false;
+  for (std::size_t i = 0; i < size; ++i) {
+    std::array<double, 4> p;
+    for (std::size_t k = 0; k < 4; ++k) p[k] = (*points[k])[i];
+    for (std::size_t level = 1; level < 4; ++level)
+      for (std::size_t k = 0; k + level < 4; ++k)
+        p[k] = ((value - s[k + level]) * p[k] - (value - s[k]) * p[k + 1]) / (s[k] - s[k + level]);
+    x[i] = p[0];
   }
+  x[spec] = value;
+  return true;
 }
 
 void unwrap(int n, const double* z, double beta, const Point& x, double* liquid, double* vapour) {
@@ -86,35 +82,55 @@ bool Saturation::prepare(const Point& x, int spec, double value) {
   f_[n + 1] = x[at(spec)] - value;
   // d l_j / d ln K_j = -beta y_j l_j / z_j, d v_j / d ln K_j = y_j (1 - beta y_j / z_j) in the amounts.
   std::fill_n(jacobian_, size * size, 0.0);
-  const auto row = [&](std::size_t i) { return jacobian_ + i * size; };
+  const numerics::HostSquare<double> jacobian{jacobian_, size};
   for (std::size_t j = 0; j < n; ++j) {
     const double d = z_[j] > 0 ? l[j] / z_[j] : 1.0;  // 1 / (1 + beta (K - 1))
     const double l_j = -beta_ * v[j] * d, v_j = v[j] - beta_ * v[j] * v[j] * (z_[j] > 0 ? 1.0 / z_[j] : 0.0);
     for (std::size_t i = 0; i < n; ++i)
-      row(i)[j] = (i == j ? 1.0 : 0.0) + vapour_dn_[i + n * j] * v_j / sum_v - liquid_dn_[i + n * j] * l_j / sum_l;
-    row(n)[j] = v_j - l_j;
+      jacobian(i, j) = (i == j ? 1.0 : 0.0) + vapour_dn_[i + n * j] * v_j / sum_v - liquid_dn_[i + n * j] * l_j / sum_l;
+    jacobian(n, j) = v_j - l_j;
   }
   for (std::size_t i = 0; i < n; ++i) {
-    row(i)[n] = t * (t_v[i] - t_l[i]);
-    row(i)[n + 1] = p * (p_v[i] - p_l[i]);
+    jacobian(i, n) = t * (t_v[i] - t_l[i]);
+    jacobian(i, n + 1) = p * (p_v[i] - p_l[i]);
   }
-  row(n + 1)[at(spec)] = 1.0;
+  jacobian(n + 1, at(spec)) = 1.0;
   for (std::size_t i = 0; i < size; ++i)
     if (!std::isfinite(f_[i])) return false;
   return true;
 }
 
 bool Saturation::correction(Point& step) {
-  if (!lu(size(), jacobian_, pivots_.data())) return false;
+  double parity = 0;
+  if (numerics::lu_dcmp(size(), jacobian_, pivots_.data(), parity) != 0) return false;
   for (std::size_t i = 0; i < at(size()); ++i) step[i] = -f_[i];
-  aback(size(), jacobian_, pivots_.data(), step.data());
+  numerics::lu_bksb(size(), jacobian_, pivots_.data(), step.data());
   return std::all_of(step.begin(), step.begin() + size(), [](double v) { return std::isfinite(v); });
 }
 
 void Saturation::tangent(Point& dx) {
   dx = {};
   dx[at(n_ + 1)] = 1.0;
-  aback(size(), jacobian_, pivots_.data(), dx.data());
+  numerics::lu_bksb(size(), jacobian_, pivots_.data(), dx.data());
+}
+
+bool Saturation::solve(Point& x, int spec, double value) {
+  double last = 1e300;
+  for (int pass = 0; pass < 10; ++pass) {
+    Point step{};
+    if (!prepare(x, spec, value) || !correction(step)) return false;
+    double sum = 0, largest = 0;
+    for (std::size_t i = 0; i < at(size()); ++i) {
+      sum += step[i] * step[i];
+      largest = std::max(largest, std::abs(step[i]));
+    }
+    if (!(largest < 2.0)) return false;
+    for (std::size_t i = 0; i < at(size()); ++i) x[i] += step[i];
+    const double error = std::sqrt(sum / size());
+    if (error <= 1e-12 || (error < 1e-8 && error >= 0.5 * last && residual() < 1e-10)) return true;
+    last = error;
+  }
+  return false;
 }
 
 double Saturation::residual() const {

@@ -32,6 +32,10 @@ class Saturation {
   /// Solves with the factors of the last correction: dX for a unit change of the specified variable.
   void tangent(Point& dx);
 
+  /// At most ten steps of Newton's method from `x` with `spec` held at `value`. True to 1e-12, or to the rounding of
+  /// the fugacities.
+  bool solve(Point& x, int spec, double value);
+
   [[nodiscard]] const flash::Phase& liquid() const { return liquid_; }
   [[nodiscard]] const flash::Phase& vapour() const { return vapour_; }
   /// Largest |F_i| over the fugacities and the material balance.
@@ -45,17 +49,20 @@ class Saturation {
   double beta_;
   flash::Phase liquid_{}, vapour_{};
   double *liquid_dn_, *vapour_dn_;
-  double* jacobian_;  ///< rows of n + 2
-  std::array<int, fluid::nmax + 2> pivots_{};
+  double* jacobian_;  ///< (n + 2) x (n + 2)
+  std::array<std::int32_t, fluid::nmax + 2> pivots_{};
   Point f_{};
 };
 
 /// Compositions at K: x_i = z_i / (1 + beta (K_i - 1)), y_i = K_i x_i.
 void unwrap(int n, const double* z, double beta, const Point& x, double* liquid, double* vapour);
 
-/// Gauss elimination with partial pivoting of rows of n, in place; false for a singular matrix.
-bool lu(int n, double* a, int* pivots);
-/// Solves with the factors, in place.
-void aback(int n, const double* a, const int* pivots, double* b);
+/// Largest |ln K| of the components that are there.
+double largest_lnk(int n, const double* z, const Point& x);
+
+/// Neville's interpolation of all `size` variables through four points, at the `value` of the variable `spec`; false
+/// where that variable turns or stands still between them.
+bool interpolate_four(const std::array<const Point*, 4>& points, std::size_t spec, double value, std::size_t size,
+                      Point& x);
 
 }  // namespace tessarel::envelope

@@ -6,7 +6,7 @@
 #include "envelope/criticality.hpp"
 #include "eos/pressure.hpp"
 #include "flash/adapters.hpp"
-#include "flash/pt_flash.hpp"
+#include "flash/wilson.hpp"
 
 namespace tessarel::envelope {
 
@@ -16,19 +16,15 @@ using fluid::at;
 using fluid::Vector;
 
 namespace {
-constexpr double wilson_factor = 5.373;
-}
-
-namespace {
 
 /// ln p [bar] of the ideal solution at its bubble (beta 0) or dew point (1), and its derivative by t.
 double ideal_pressure(const Fluid& fluid, bool bubble, double t, double& slope) {
-  const Vector lnk = flash::wilson_lnk(fluid, t, pascal_per_bar, wilson_factor);  // ln psat
+  const Vector lnk = flash::wilson_lnk(fluid, t, pascal_per_bar);  // ln psat
   double sum = 0, weighted = 0;
-  for (std::size_t i = 0; i < at(fluid.n); ++i) {
-    const double term = fluid.z[i] * flash::bounded_exp(bubble ? lnk[i] : -lnk[i]);
+  for (int i = 0; i < fluid.n; ++i) {
+    const double lnp = lnk[at(i)], term = fluid.z[i] * flash::bounded_exp(bubble ? lnp : -lnp);
     sum += term;
-    weighted += term * wilson_factor * (1.0 + fluid.eos.parameters().omega[i]) * fluid.limits.tci[i];
+    weighted += term * flash::wilson_heat(fluid, i);
   }
   slope = weighted / sum / (t * t);
   return bubble ? std::log(sum) : -std::log(sum);
@@ -59,7 +55,7 @@ void idealsolution(const Fluid& fluid, double beta, int spec, double value, Poin
       if (!(std::abs(step) > 0.05)) break;
     }
   }
-  const Vector lnk = flash::wilson_lnk(fluid, t, p * pascal_per_bar, wilson_factor);
+  const Vector lnk = flash::wilson_lnk(fluid, t, p * pascal_per_bar);
   std::copy_n(lnk.begin(), n, x.begin());
   x[n] = std::log(t);
   x[n + 1] = std::log(p);
@@ -75,12 +71,9 @@ void successsubst(const Fluid& fluid, double beta, int spec, Point& x) {
     unwrap(fluid.n, fluid.z, beta, x, l.data(), v.data());
     flash::set_composition(liquid, fluid.n, l.data());
     flash::set_composition(vapour, fluid.n, v.data());
-    const auto evaluate = [&](flash::Phase& phase, eos::Root root, Vector& dt, Vector& dp) {
-      eos::calc_lnphi_near(fluid.eos, fluid.n, phase.x.data(), t, p, root, phase.roots,
-                           {.lnphi = phase.lnphi.data(), .dt = dt.data(), .dp = dp.data()});
-    };
-    evaluate(liquid, eos::Root::liquid, t_l, p_l);
-    evaluate(vapour, eos::Root::vapour, t_v, p_v);
+    const flash::Conditions c{fluid.eos, fluid.n, t, p};
+    flash::evaluate(c, liquid, {.dt = t_l.data(), .dp = p_l.data()}, eos::Root::liquid);
+    flash::evaluate(c, vapour, {.dt = t_v.data(), .dp = p_v.data()}, eos::Root::vapour);
     double change = 0, sum = 0, slope = 0;
     for (std::size_t i = 0; i < n; ++i) {
       const double lnk = liquid.lnphi[i] - vapour.lnphi[i];
@@ -120,7 +113,7 @@ class Tracer {
   int run(int beta, double start_pressure);
   void start(int beta, double start_pressure, Point& x);
   Corrected newtonsolver(Saturation& system, bool first, Point& x, Point& dx);
-  [[nodiscard]] int selectspecvar(const Point& dx) const;
+  [[nodiscard]] std::size_t selectspecvar(const Point& dx) const;
   [[nodiscard]] double calcstepsize(int iterations, double dsmax) const;
   void extrapolate(double ds, Point& x) const;
   void update_cubic(bool has_last, const Point& x, const Point& dx);
@@ -129,12 +122,7 @@ class Tracer {
   void turn_selectors(Saturation& system, const Point& x) const;
   void refine_extremum(std::size_t variable, double s, double& value, double& companion);
   [[nodiscard]] bool is_critical_crossing() const;
-  [[nodiscard]] double scale_of(const Point& x) const {
-    double m = 0;
-    for (std::size_t i = 0; i < n_; ++i)
-      if (fluid_.z[i] > 0) m = std::max(m, std::abs(x[i]));
-    return m;
-  }
+  [[nodiscard]] double scale_of(const Point& x) const { return largest_lnk(fluid_.n, fluid_.z, x); }
 
   const Fluid& fluid_;
   Table& table_;
@@ -248,7 +236,8 @@ Tracer::Corrected Tracer::newtonsolver(Saturation& system, bool first, Point& x,
   }
 }
 
-int Tracer::selectspecvar(const Point& dx) const {
+/// The variable that changes most along `dx`, T and P counted twice; the present one along none.
+std::size_t Tracer::selectspecvar(const Point& dx) const {
   double largest = 0;
   std::size_t spec = spec_;
   for (std::size_t i = 0; i < n_ + 2; ++i) {
@@ -258,7 +247,7 @@ int Tracer::selectspecvar(const Point& dx) const {
       spec = i;
     }
   }
-  return static_cast<int>(spec);
+  return spec;
 }
 
 double Tracer::calcstepsize(int iterations, double dsmax) const {
@@ -291,38 +280,11 @@ void Tracer::update_cubic(bool has_last, const Point& x, const Point& dx) {
 void Tracer::extrapolate(double ds, Point& x) const {
   const int last = table_.npnt;
   const Point& newest = table_.point(last);
-  const double target = newest[spec_] + ds;
-  if (table_.vap_idx + 4 <= last) {
-    double s[4];
-    for (int k = 0; k < 4; ++k) s[k] = table_.point(last - 3 + k)[spec_];
-    const bool rising = s[0] < s[1] && s[1] < s[2] && s[2] < s[3];
-    const bool falling = s[0] > s[1] && s[1] > s[2] && s[2] > s[3];
-    if (rising || falling) {
-      for (std::size_t i = 0; i < n_ + 2; ++i) {
-        double p[4];
-        for (int k = 0; k < 4; ++k) p[k] = table_.point(last - 3 + k)[i];
-        for (int level = 1; level < 4; ++level)
-          for (int k = 0; k + level < 4; ++k)
-            p[k] = ((target - s[k + level]) * p[k] - (target - s[k]) * p[k + 1]) / (s[k] - s[k + level]);
-        x[i] = p[0];
-      }
-      x[spec_] = target;
-      return;
-    }
-  }
-  std::size_t widest = spec_;
-  if (last > 1) {
-    const Point& tangent = table_.tangent(last - 1);
-    double largest = 0;
-    for (std::size_t i = 0; i < n_ + 2; ++i) {
-      const double weight = (i < n_ ? 1.0 : 2.0) * std::abs(tangent[i]);
-      if (weight > largest) {
-        largest = weight;
-        widest = i;
-      }
-    }
-  }
-  const bool cubic = last > 1 && widest == spec_;
+  if (table_.vap_idx + 4 <= last &&
+      interpolate_four({&table_.point(last - 3), &table_.point(last - 2), &table_.point(last - 1), &newest}, spec_,
+                       newest[spec_] + ds, n_ + 2, x))
+    return;
+  const bool cubic = last > 1 && selectspecvar(table_.tangent(last - 1)) == spec_;
   for (std::size_t i = 0; i < n_ + 2; ++i) x[i] = cubic ? cubic_.value(i, ds) : cubic_.c[0][i] + cubic_.c[1][i] * ds;
 }
 
@@ -340,18 +302,8 @@ void Tracer::refine_extremum(std::size_t variable, double s, double& value, doub
   double target = x[by];
   bool converged = false;
   for (int pass = 0; pass < 12 && !converged; ++pass) {
-    Point step{}, dx{};
-    double error = 1;
-    for (int newton = 0; newton < 12; ++newton) {
-      if (!system.prepare(x, static_cast<int>(by), target) || !system.correction(step)) return;
-      error = 0;
-      for (std::size_t i = 0; i < n_ + 2; ++i) {
-        x[i] += step[i];
-        error = std::max(error, std::abs(step[i]));
-      }
-      if (error < 1e-11) break;
-    }
-    if (!(error < 1e-8)) break;
+    Point dx{};
+    if (!system.solve(x, static_cast<int>(by), target)) break;
     system.tangent(dx);
     const double slope = dx[variable];
     double change = 0;
@@ -480,7 +432,7 @@ int Tracer::run(int beta, double start_pressure) {
     table_.point(table_.npnt) = x;
     table_.tangent(table_.npnt) = dx;
     t = std::exp(x[n_]);
-    spec_ = at(selectspecvar(dx));
+    spec_ = selectspecvar(dx);
     const double dsmax = 1.0 + 0.15 * scale_of(x);
     if (!first) ds_ = calcstepsize(corrected.iterations, dsmax);
     update_cubic(!first, x, dx);

@@ -10,22 +10,24 @@ namespace tessarel::eos {
 
 using fluid::gas_constant;
 
+IdealPart ideal_part(const fluid::Parameters& p, int n, const double* x, double t) {
+  double formation = 0, mixing = 0;
+  for (int i = 0; i < n; ++i) {
+    formation += x[i] * p.delhf0[at(i)];
+    if (x[i] != 0) mixing += x[i] * std::log(x[i]);
+  }
+  return {fluid::calc_icp0mix_dt(p, n, x, t) + formation, fluid::calc_icp0mix_t_dt(p, n, x, t) - gas_constant * mixing};
+}
+
 Message calc_hsu(const Eos& eos, int n, const double* x, double t, double p, double v, double& h, double& s,
                  double& u) {
-  const fluid::Parameters& parameters = eos.parameters();
   double a = 0, a_t = 0;
   calc_a_da_dt(eos, n, x, t, fluid::avogadro_factor / v, a, a_t);
   const double zc = p * v / (gas_constant * t);
-  double formation = 0, mixing = 0;
-  for (int i = 0; i < n; ++i) {
-    const auto k = at(i);
-    formation += x[i] * parameters.delhf0[k];
-    if (x[i] != 0) mixing += x[i] * std::log(x[i]);
-  }
-  h = fluid::calc_icp0mix_dt(parameters, n, x, t) + formation + gas_constant * t * (zc - 1.0 - t * a_t);
+  const IdealPart ideal = ideal_part(eos.parameters(), n, x, t);
+  h = ideal.h + gas_constant * t * (zc - 1.0 - t * a_t);
   // ln(p / 1 bar) - ln z as one logarithm.
-  s = fluid::calc_icp0mix_t_dt(parameters, n, x, t) -
-      gas_constant * (std::log(std::abs(p / (1e5 * zc))) + mixing + t * a_t + a);
+  s = ideal.s - gas_constant * (std::log(std::abs(p / (1e5 * zc))) + t * a_t + a);
   u = h - p * v;
   return no_errors;
 }

@@ -9,6 +9,13 @@ namespace tessarel::eos {
 
 /// h, u [J/mol], s [J/(mol K)] of the mixture `x` at consistent `t` [K], `p` [Pa], `v` [m3/mol].
 Message calc_hsu(const Eos& eos, int n, const double* x, double t, double p, double v, double& h, double& s, double& u);
+/// Of the ideal-gas mixture at `t` and 1 bar: h with the heats of formation [J/mol], s with the term of mixing
+/// [J/(mol K)].
+struct IdealPart {
+  double h, s;
+};
+IdealPart ideal_part(const fluid::Parameters& p, int n, const double* x, double t);
+
 /// Isochoric heat capacity [J/(mol K)] at `t` [K], `rho` [1/A3].
 double calc_cv(const Eos& eos, int n, const double* x, double t, double rho);
 /// d cv / dT at constant density [J/(mol K2)].

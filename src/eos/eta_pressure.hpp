@@ -12,6 +12,9 @@ struct EtaDerivatives {
   double value, first, second;
 };
 
+/// Packing fraction of closest packed spheres.
+inline constexpr double closest_packing = 0.74;
+
 /// Where a Newton step in eta may land: within (0, 0.9], or one of two places to start again.
 constexpr double bounded_eta(double eta) {
   return eta > 0.9 ? 0.6 : eta <= 0 ? 1e-10 : eta;

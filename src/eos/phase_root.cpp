@@ -23,7 +23,6 @@ struct Search {
 };
 
 constexpr int max_passes = 50;
-constexpr double highest_eta = 0.74;  // closest packing of spheres
 
 /// True when the error that a step of Halley's method leaves behind is below rounding. Its third-order constant is
 /// estimated from the curvature, and from the third derivative of a dense fluid.
@@ -67,7 +66,7 @@ Search search(const MixtureState<double>& state, double p, Side side, double eta
     eta -= step;
     if (std::abs(step) <= 2e-16 * from || step_is_last(at_eta, step, from, ideal * from)) return {Outcome::found, eta};
     stretched = bend < 1.0;
-    if (eta >= highest_eta) eta = 0.5 * (from + highest_eta);
+    if (eta >= closest_packing) eta = 0.5 * (from + closest_packing);
     if (eta <= 0) {
       if (side == Side::liquid) return {Outcome::none, from};
       eta = 0.1 * from;

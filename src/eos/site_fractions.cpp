@@ -3,35 +3,13 @@
 #include <algorithm>
 #include <limits>
 
+#include "numerics/small_lu.hpp"
+
 namespace tessarel::eos {
 
+using numerics::factor, numerics::solve_factored;
+
 namespace {
-
-/// L U of a matrix of rows, in place and without pivoting: with the sites' amounts as weights of the rows the matrices
-/// here are symmetric and positive definite.
-bool factor(std::size_t n, double* a) {
-  for (std::size_t j = 0; j < n; ++j) {
-    const double pivot = a[j * n + j];
-    if (!(std::abs(pivot) > 1e-300) || !std::isfinite(pivot)) return false;
-    const double inverse = 1.0 / pivot;
-    a[j * n + j] = inverse;
-    for (std::size_t i = j + 1; i < n; ++i) {
-      const double ratio = a[i * n + j] * inverse;
-      a[i * n + j] = ratio;
-      for (std::size_t k = j + 1; k < n; ++k) a[i * n + k] -= ratio * a[j * n + k];
-    }
-  }
-  return true;
-}
-
-void solve_factored(std::size_t n, const double* lu, double* b) {
-  for (std::size_t i = 1; i < n; ++i)
-    for (std::size_t k = 0; k < i; ++k) b[i] -= lu[i * n + k] * b[k];
-  for (std::size_t i = n; i-- > 0;) {
-    for (std::size_t k = i + 1; k < n; ++k) b[i] -= lu[i * n + k] * b[k];
-    b[i] *= lu[i * n + i];
-  }
-}
 
 double bound(std::size_t n, const double* bond, const double* x, std::size_t k) {
   double sum = 0;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "eos/caloric.hpp"
 #include "flash/adapters.hpp"
 #include "fluid/ideal_gas.hpp"
 #include "numerics/symmetric.hpp"
@@ -15,21 +16,24 @@ Properties phase_properties(const eos::Eos& eos, int n, const Phase& phase, doub
   double pressure = p;
   const double* x = phase.x.data();
   auxprop_rho(eos, n, x, t, phase.rho, pressure, aux.data());
-  const fluid::Parameters& parameters = eos.parameters();
-  double formation = 0, mixing = 0;
-  for (int i = 0; i < n; ++i) {
-    formation += x[i] * parameters.delhf0[at(i)];
-    if (x[i] > 0) mixing += x[i] * std::log(x[i]);
-  }
+  const eos::IdealPart ideal = eos::ideal_part(eos.parameters(), n, x, t);
   Properties r;
-  r.h = aux[2] + (fluid::calc_icp0mix_dt(parameters, n, x, t) + formation) / gas_constant;
-  r.s = aux[3] - mixing + fluid::calc_icp0mix_t_dt(parameters, n, x, t) / gas_constant - std::log(p);
+  r.h = aux[2] + ideal.h / gas_constant;
+  r.s = aux[3] + ideal.s / gas_constant - std::log(p);
   r.v = fluid::avogadro_factor / phase.rho / gas_constant * pascal_per_bar;
-  r.h_t = aux[4] + fluid::calc_cp0mix(parameters, n, x, t) / gas_constant;
+  r.h_t = aux[4] + fluid::calc_cp0mix(eos.parameters(), n, x, t) / gas_constant;
   r.v_t = aux[8];
   r.v_p = 1.0 / aux[7];
   r.h_p = r.v - t * r.v_t;
   return r;
+}
+
+Properties mix(const Properties& liquid, const Properties& vapour, double beta) {
+  Properties whole;
+  for (double Properties::*member : {&Properties::h, &Properties::s, &Properties::v, &Properties::h_t, &Properties::h_p,
+                                     &Properties::v_t, &Properties::v_p})
+    whole.*member = (1.0 - beta) * liquid.*member + beta * vapour.*member;
+  return whole;
 }
 
 Equilibrium::Equilibrium(const eos::Eos& eos, int n, const double* z)
@@ -45,11 +49,8 @@ bool Equilibrium::linearise(double t_now, double p_now, const Split& from, Mixin
   p = p_now;
   split = from;
   const auto evaluate_phase = [&](Phase& phase, Vector& dt, Vector& dp, double* dn) {
-    ++eos_.work.statistics.fugacities;
     const bool real = mixing == Mixing::real;
-    phase.rho = eos::calc_lnphi_near(
-        eos_, n_, phase.x.data(), t, p * pascal_per_bar, Root::lower_gibbs, phase.roots,
-        {.lnphi = phase.lnphi.data(), .dt = dt.data(), .dp = dp.data(), .dn = real ? dn : nullptr});
+    evaluate({eos_, n_, t, p * pascal_per_bar}, phase, {.dt = dt.data(), .dp = dp.data(), .dn = real ? dn : nullptr});
     if (!real) std::fill_n(dn, n_ * n_, 0.0);
     for (std::size_t i = 0; i < at(n_); ++i) dp[i] *= pascal_per_bar;
   };
@@ -67,18 +68,13 @@ bool Equilibrium::linearise(double t_now, double p_now, const Split& from, Mixin
   respond(g_p, scaled_p);
   liquid = phase_properties(eos_, n_, split.liquid, t, p);
   vapour = phase_properties(eos_, n_, split.vapour, t, p);
-  const double of_vapour = split.beta, of_liquid = 1.0 - of_vapour;
-  const auto mix = [&](double Properties::*member) { return of_liquid * liquid.*member + of_vapour * vapour.*member; };
-  overall = {};
-  overall.h = mix(&Properties::h);
-  overall.s = mix(&Properties::s);
-  overall.v = mix(&Properties::v);
+  overall = mix(liquid, vapour, split.beta);
   // Partial molar differences vapour - liquid: of h -t^2 g_t, of v t g_p, of s (those of h - mu) / t.
   const double by_tt = over_amounts(g_t, scaled_t), by_tp = over_amounts(g_t, scaled_p);
-  overall.h_t = mix(&Properties::h_t) - t * t * by_tt;
-  overall.h_p = mix(&Properties::h_p) - t * t * by_tp;
-  overall.v_t = mix(&Properties::v_t) + t * over_amounts(g_p, scaled_t);
-  overall.v_p = mix(&Properties::v_p) + t * over_amounts(g_p, scaled_p);
+  overall.h_t -= t * t * by_tt;
+  overall.h_p -= t * t * by_tp;
+  overall.v_t += t * over_amounts(g_p, scaled_t);
+  overall.v_p += t * over_amounts(g_p, scaled_p);
   h_g = -t * t * over_amounts(g_t, scaled_g);
   s_g = h_g / t - over_amounts(g, scaled_g);
   v_g = t * over_amounts(g_p, scaled_g);

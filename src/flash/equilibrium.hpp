@@ -26,6 +26,9 @@ struct Properties {
 /// Of one phase at its density; p [bar].
 Properties phase_properties(const eos::Eos& eos, int n, const Phase& phase, double t, double p);
 
+/// Of the whole at fixed amounts of the phases.
+Properties mix(const Properties& liquid, const Properties& vapour, double beta);
+
 /// How the phases enter the matrix: with their derivatives by composition, or as ideal mixtures, which is successive
 /// substitution.
 enum class Mixing { real, ideal };

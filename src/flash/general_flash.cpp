@@ -4,7 +4,6 @@
 
 #include "eos/pressure.hpp"
 #include "flash/adapters.hpp"
-#include "flash/rachford_rice.hpp"
 #include "flash/stability.hpp"
 #include "fluid/ideal_gas.hpp"
 
@@ -25,6 +24,19 @@ struct Specification {
 
   [[nodiscard]] bool varies_t() const { return given == Given::ph || given == Given::ps || given == Given::vu; }
   [[nodiscard]] bool varies_p() const { return given == Given::tv || given == Given::vu; }
+  /// How far h, s or u are from the target; for (T, v) the volume.
+  [[nodiscard]] double residual(const Properties& whole, double p) const {
+    switch (given) {
+      case Given::ps:
+        return whole.s - first;
+      case Given::vu:
+        return whole.u(p) - first;
+      case Given::tv:
+        return whole.v - second;
+      default:
+        return whole.h - first;
+    }
+  }
   /// The steps of t and p that bring the properties, with their first-order change by the amounts, to the targets.
   /// False for a singular system.
   bool step(const Properties& whole, double t, double p, double h_g, double s_g, double v_g, double& dt,
@@ -120,8 +132,7 @@ End GeneralFlash::iterate(Equilibrium& e, Mixing mixing, int passes) {
     for (int halving = 0;; ++halving) {
       for (std::size_t i = 0; i < n; ++i) next.lnk[i] = e.split.lnk[i] + factor * delta[i];
       next.beta = e.split.beta;
-      const bool solved =
-          solve_balance(fluid_.n, fluid_.z, next.lnk.data(), next.liquid.x.data(), next.vapour.x.data(), next.beta);
+      const bool solved = balance(fluid_.n, fluid_.z, next);
       if (solved && next.beta > 0 && next.beta < 1) break;
       if (halving == 3) return solved && next.beta >= 1 ? End::liquid_vanished : End::vapour_vanished;
       factor *= 0.5;
@@ -136,9 +147,7 @@ End GeneralFlash::iterate(Equilibrium& e, Mixing mixing, int passes) {
 /// The two-phase solution from `split` at the present t and p, if it is the stable state.
 bool GeneralFlash::from_split(const Split& split, int substitutions) {
   state_.split = split;
-  if (!solve_balance(fluid_.n, fluid_.z, state_.split.lnk.data(), state_.split.liquid.x.data(),
-                     state_.split.vapour.x.data(), state_.split.beta))
-    return false;
+  if (!balance(fluid_.n, fluid_.z, state_.split)) return false;
   const Arena::Frame frame(eos().arena());
   Equilibrium e(eos(), fluid_.n, fluid_.z);
   End end = iterate(e, Mixing::ideal, substitutions);
@@ -175,8 +184,7 @@ bool GeneralFlash::single_phase() {
   double lo = 90.0, hi = 1100.0, t = std::clamp(state_.t, lowest_t, highest_t), last_t = 0, last_error = 0;
   for (int pass = 0; pass < 100; ++pass) {
     const Properties one = properties_at(t);
-    const double value = spec_.given == Given::ph ? one.h : spec_.given == Given::ps ? one.s : one.u(state_.p);
-    const double error = value - spec_.first;
+    const double error = spec_.residual(one, state_.p);
     if (!std::isfinite(error)) return false;
     (error > 0 ? hi : lo) = t;
     double step = error > 0 ? -30.0 : 30.0;
@@ -228,18 +236,15 @@ bool GeneralFlash::single_is_stable() {
 Properties GeneralFlash::whole_at_state() {
   exhausted_ = exhausted_ || eos().work.statistics.fugacities - fugacities_before_ > most_fugacities;
   flash_ = flmain(fluid_, state_.t, state_.p * pascal_per_bar, false, nullptr, nullptr);
-  const Arena::Frame frame(eos().arena());
-  if (flash_.two_phases()) {
-    Equilibrium e(eos(), fluid_.n, fluid_.z);
-    state_.split = flash_.split;
-    state_.two_phases = true;
-    if (e.linearise(state_.t, state_.p, flash_.split)) return e.overall;
-    // At the limit of stability the derivatives do not exist; those of one phase steer a search.
-    Properties steering = phase_properties(eos(), fluid_.n, flash_.single, state_.t, state_.p);
-    return steering;
-  }
-  state_.two_phases = false;
+  state_.two_phases = flash_.two_phases();
+  state_.split = flash_.split;
   state_.single = flash_.single;
+  if (state_.two_phases) {
+    const Arena::Frame frame(eos().arena());
+    Equilibrium e(eos(), fluid_.n, fluid_.z);
+    if (e.linearise(state_.t, state_.p, flash_.split)) return e.overall;
+    // At the limit of stability the derivatives do not exist; the properties of one phase steer a search.
+  }
   return phase_properties(eos(), fluid_.n, flash_.single, state_.t, state_.p);
 }
 
@@ -364,7 +369,7 @@ bool GeneralFlash::search_in_bracket() {
       state_.t = t;
       state_.p = spec_.second;
       whole_ = whole_at_state();
-      const double error = (spec_.given == Given::ps ? whole_.s : whole_.h) - spec_.first;
+      const double error = spec_.residual(whole_, state_.p);
       if (!std::isfinite(error) || exhausted_) return false;
       (error > 0 ? hi : lo) = t;
       next = t - error / (spec_.given == Given::ps ? whole_.s_t(t) : whole_.h_t);
@@ -435,9 +440,7 @@ void write_results(const eos::Fluid& fluid, GeneralState& s) {
     const Properties vapour = phase_properties(fluid.eos, fluid.n, s.split.vapour, s.t, s.p);
     s.bv = s.split.beta;
     s.bl = 1.0 - s.bv;
-    whole.h = s.bl * liquid.h + s.bv * vapour.h;
-    whole.s = s.bl * liquid.s + s.bv * vapour.s;
-    whole.v = s.bl * liquid.v + s.bv * vapour.v;
+    whole = mix(liquid, vapour, s.bv);
     s.x = s.split.liquid.x;
     s.y = s.split.vapour.x;
   } else {

@@ -4,6 +4,7 @@
 #include "flash/adapters.hpp"
 #include "flash/general_flash.hpp"
 #include "flash/rachford_rice.hpp"
+#include "flash/wilson.hpp"
 #include "fluid/ideal_gas.hpp"
 
 namespace tessarel::flash {
@@ -11,8 +12,6 @@ namespace tessarel::flash {
 using fluid::gas_constant;
 
 namespace {
-
-constexpr double wilson_factor = 5.373;
 
 /// The mixture of two ideal solutions at t and p.
 struct IdealSolution {
@@ -24,20 +23,20 @@ struct IdealSolution {
   void split(double t_now, double p_now) {
     t = t_now;
     p = p_now;
-    lnk = wilson_lnk(fluid, t, p * pascal_per_bar, wilson_factor);
+    lnk = wilson_lnk(fluid, t, p * pascal_per_bar);
     beta = 0.5;
     solrac(fluid.n, fluid.z, lnk.data(), x.data(), y.data(), beta);
   }
   /// Reduced enthalpy and entropy; those of the liquid from ln f_i = ln (x_i K_i p).
   void caloric(double& h, double& s) const {
-    h = s = -std::log(p);
     h = 0;
+    s = -std::log(p);
     const fluid::Parameters& parameters = fluid.eos.parameters();
     for (int i = 0; i < fluid.n; ++i) {
       const auto k = at(i);
-      const double ideal_h = (fluid::calc_icp0_dt(parameters, i, t) + parameters.delhf0[k]) / gas_constant;
+      const double ideal_h = fluid::ideal_enthalpy(parameters, i, t) / gas_constant;
       const double ideal_s = fluid::calc_icp0_t_dt(parameters, i, t) / gas_constant;
-      const double heat = wilson_factor * (1.0 + parameters.omega[k]) * fluid.limits.tci[k];  // t^2 dlnK/dt
+      const double heat = wilson_heat(fluid, i);
       const double liquid = (1.0 - beta) * x[k], vapour = beta * y[k];
       h += fluid.z[i] * ideal_h - liquid * heat;
       s += fluid.z[i] * ideal_s - liquid * (lnk[k] + heat / t);
@@ -45,8 +44,7 @@ struct IdealSolution {
       if (vapour > 0) s -= vapour * std::log(y[k]);
     }
   }
-  /// Reduced volume: the vapour an ideal gas, the liquid at 1.25 times van der Waals' covolume as a cubic equation of
-  /// state has it.
+  /// Reduced volume: the vapour an ideal gas, the liquid at 1.25 times the covolume of Peng & Robinson (1976).
   [[nodiscard]] double volume() const {
     double liquid = 0;
     for (int i = 0; i < fluid.n; ++i)

@@ -27,11 +27,13 @@ struct Phase {
   eos::RootMemory roots{};  ///< starts for the next evaluation
 };
 
-/// Evaluates a phase at its composition, and, unless null, n lnphi derivatives by amounts at one mole, dn[i + n j].
-inline void evaluate(const Conditions& c, Phase& phase, double* dn = nullptr, Root root = Root::lower_gibbs) {
+/// Evaluates a phase at its composition, with those derivatives of ln phi that `slopes` asks for: by t, p [1/Pa], and
+/// amounts at one mole, dn[i + n j].
+inline void evaluate(const Conditions& c, Phase& phase, eos::FugacityOutputs slopes = {},
+                     Root root = Root::lower_gibbs) {
   ++c.eos.work.statistics.fugacities;
-  phase.rho = eos::calc_lnphi_near(c.eos, c.n, phase.x.data(), c.t, c.p, root, phase.roots,
-                                   {.lnphi = phase.lnphi.data(), .dn = dn});
+  slopes.lnphi = phase.lnphi.data();
+  phase.rho = eos::calc_lnphi_near(c.eos, c.n, phase.x.data(), c.t, c.p, root, phase.roots, slopes);
 }
 
 /// Sets the composition to amounts of any sum, which is returned.

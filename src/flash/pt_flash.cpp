@@ -3,21 +3,11 @@
 #include <algorithm>
 #include <limits>
 
-#include "flash/adapters.hpp"
 #include "flash/rachford_rice.hpp"
 #include "flash/stability.hpp"
+#include "flash/wilson.hpp"
 
 namespace tessarel::flash {
-
-Vector wilson_lnk(const eos::Fluid& fluid, double t, double p, double factor) {
-  Vector lnk{};
-  for (int i = 0; i < fluid.n; ++i) {
-    double tc = 0, pc = 0, omega = 0;
-    fluiddata(fluid.eos.parameters(), fluid.limits, i + 1, tc, pc, omega);
-    lnk[at(i)] = std::log(pc * pascal_per_bar / p) + factor * (1.0 + omega) * (1.0 - tc / t);
-  }
-  return lnk;
-}
 
 Feed make_feed(const eos::Fluid& fluid, double t, double p) {
   Feed feed{{fluid.eos, fluid.n, t, p}, fluid.z, {}};
@@ -25,7 +15,7 @@ Feed make_feed(const eos::Fluid& fluid, double t, double p) {
   evaluate(feed.c, feed.phase);
   feed.d = log_fugacities(fluid.n, feed.phase);
   for (int i = 0; i < fluid.n; ++i) feed.gibbs += fluid.z[i] * feed.d[at(i)];
-  feed.wilson = wilson_lnk(fluid, t, p, 5.373);
+  feed.wilson = wilson_lnk(fluid, t, p);
   return feed;
 }
 
@@ -190,7 +180,7 @@ Split Flash::substituted_split() const {
 bool Flash::split_by_quick_route() {
   if (!(s_.beta > 0 && s_.beta < 1)) return false;
   Split split = substituted_split();
-  if (!solve_balance(n_, z_, split.lnk.data(), split.liquid.x.data(), split.vapour.x.data(), split.beta)) return false;
+  if (!balance(n_, z_, split)) return false;
   if (!(split.beta > 0 && split.beta < 1)) return false;
   if (!minimise(conditions(), z_, d(), split) || !acceptable(conditions(), z_, split)) return false;
   split_ = split;
@@ -295,11 +285,8 @@ bool Flash::improve_with(const double* trial) {
     Split candidate;
     candidate.liquid = *partner;
     set_composition(candidate.vapour, n_, trial);
-    for (std::size_t i = 0; i < at(n_); ++i)
-      candidate.lnk[i] = z_[i] > 0 ? std::log(candidate.vapour.x[i] / candidate.liquid.x[i]) : 0.0;
-    if (solve_balance(n_, z_, candidate.lnk.data(), candidate.liquid.x.data(), candidate.vapour.x.data(),
-                      candidate.beta) &&
-        candidate.beta > 0 && candidate.beta < 1)
+    candidate.lnk = log_ratios(n_, z_, candidate);
+    if (balance(n_, z_, candidate) && candidate.beta > 0 && candidate.beta < 1)
       consider(candidate, minimise(conditions(), z_, d(), candidate));
   }
   Split candidate;

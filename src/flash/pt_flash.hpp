@@ -25,9 +25,6 @@ struct Feed {
 };
 Feed make_feed(const eos::Fluid& fluid, double t, double p);
 
-/// Wilson's estimate ln(pc / p) + factor (1 + omega) (1 - tc / t); p [Pa].
-Vector wilson_lnk(const eos::Fluid& fluid, double t, double p, double factor);
-
 /// The running values of the successive substitution.
 struct Substitution {
   Phase liquid, vapour;

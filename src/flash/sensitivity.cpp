@@ -21,7 +21,7 @@ Partial partial_molar(const eos::Fluid& fluid, const Phase& phase, double t, dou
   Partial r;
   for (int i = 0; i < fluid.n; ++i) {
     const auto k = at(i);
-    r.h[k] = (fluid::calc_icp0_dt(parameters, i, t) + parameters.delhf0[k]) / gas_constant - t * t * lnphi_t[k];
+    r.h[k] = fluid::ideal_enthalpy(parameters, i, t) / gas_constant - t * t * lnphi_t[k];
     r.v[k] = t * (lnphi_p[k] + 1.0 / p);
     r.s[k] = phase.x[k] > 0 ? fluid::calc_icp0_t_dt(parameters, i, t) / gas_constant - std::log(phase.x[k] * p) -
                                   phase.lnphi[k] - t * lnphi_t[k]
@@ -104,8 +104,7 @@ void of_two_phases(const eos::Fluid& fluid, const Equilibrium& e, Sensitivity& r
 void of_one_phase(const eos::Fluid& fluid, double t, double p, Phase phase, Sensitivity& r) {
   const Conditions c{fluid.eos, fluid.n, t, p * pascal_per_bar};
   Vector lnphi_t{}, lnphi_p{};
-  phase.rho = eos::calc_lnphi_near(c.eos, c.n, phase.x.data(), c.t, c.p, Root::lower_gibbs, phase.roots,
-                                   {.lnphi = phase.lnphi.data(), .dt = lnphi_t.data(), .dp = lnphi_p.data()});
+  evaluate(c, phase, {.dt = lnphi_t.data(), .dp = lnphi_p.data()});
   for (double& slope : lnphi_p) slope *= pascal_per_bar;
   const bool vapour = is_vapour_like(c, phase);
   r.beta = vapour ? 1.0 : 0.0;

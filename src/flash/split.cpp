@@ -16,6 +16,12 @@ namespace {
 constexpr double converged_error = 1e-12;  // what Newton's method is asked for
 constexpr double enough = 1e-11;           // what a solution has to meet
 
+/// Gibbs energy of a split against the feed, by the feed's tangent plane.
+double change_of_gibbs(int n, const double* z, const double* d, const Split& split) {
+  return (1.0 - split.beta) * tangent_distance(n, z, d, split.liquid) +
+         split.beta * tangent_distance(n, z, d, split.vapour);
+}
+
 /// The phases of a split with their derivatives, evaluated together.
 struct Point {
   Split split;
@@ -26,49 +32,77 @@ struct Point {
       : split(s), liquid_dn(arena.take<double>(n * n)), vapour_dn(arena.take<double>(n * n)) {}
 
   void evaluate(const Conditions& c, const double* z, const double* d) {
-    flash::evaluate(c, split.liquid, liquid_dn);
-    flash::evaluate(c, split.vapour, vapour_dn);
+    flash::evaluate(c, split.liquid, {.dn = liquid_dn});
+    flash::evaluate(c, split.vapour, {.dn = vapour_dn});
     g = compare_fugacities(c.n, z, split);
-    split.change = (1.0 - split.beta) * tangent_distance(c.n, z, d, split.liquid) +
-                   split.beta * tangent_distance(c.n, z, d, split.vapour);
+    split.change = change_of_gibbs(c.n, z, d, split);
   }
 };
 
-/// Work arrays of a step.
-struct StepWork {
+/// Newton's method at work: the point reached and the one tried, and room for a step.
+struct Iteration {
+  const Conditions& c;
+  const double *z, *d;
+  Arena::Frame frame;
+  Point now, next;
   Square<double> hessian;
   double* work;
-  StepWork(Arena& arena, std::size_t n)
-      : hessian{arena.take<double>(n * n), n}, work(arena.take<double>(2 * n * (n + 1))) {}
+  Vector delta{};  ///< the change of ln K of the last step
+
+  Iteration(const Conditions& conditions, const double* feed, const double* plane, const Split& start)
+      : c(conditions),
+        z(feed),
+        d(plane),
+        frame(c.eos.arena()),
+        now(start, c.eos.arena(), at(c.n)),
+        next(start, c.eos.arena(), at(c.n)),
+        hessian{c.eos.arena().take<double>(at(c.n * c.n)), at(c.n)},
+        work(c.eos.arena().take<double>(at(2 * c.n * (c.n + 1)))) {
+    now.evaluate(c, z, d);
+  }
+
+  /// Makes `delta`, a step within `radius`; returns the change of the Gibbs energy / (beta (1 - beta)) it predicts.
+  double step(double radius) {
+    Vector scale, gradient, scaled_step;
+    scaled_hessian(c.n, z, now.split, now.liquid_dn, now.vapour_dn, scale, hessian);
+    for (std::size_t i = 0; i < at(c.n); ++i) gradient[i] = scale[i] * now.g[i];
+    const double predicted = numerics::restricted_step(hessian, gradient.data(), radius, work, scaled_step.data());
+    delta = lnk_of_step(c.n, scale, scaled_step);
+    return predicted;
+  }
+  [[nodiscard]] double largest_change() const {
+    double largest = 0;
+    for (std::size_t i = 0; i < at(c.n); ++i) largest = keep_largest(largest, std::abs(delta[i]));
+    return largest;
+  }
+  /// Makes the material balance of `next` after `factor` times the step; false if it has no solution.
+  bool balance_next(double factor) {
+    const Split& from = now.split;
+    Split& to = next.split;
+    to.liquid.roots = from.liquid.roots;
+    to.vapour.roots = from.vapour.roots;
+    to.beta = from.beta;
+    for (std::size_t i = 0; i < at(c.n); ++i) to.lnk[i] = from.lnk[i] + factor * delta[i];
+    return balance(c.n, z, to);
+  }
+  bool finish(Split& split) const {
+    split = now.split;
+    return split.error <= enough;
+  }
 };
 
-/// The change of ln K by a step within `radius`, and the change of the Gibbs energy / (beta (1 - beta)) it predicts.
-double step_of(const Conditions& c, const double* z, const Point& point, double radius, StepWork& w, Vector& delta) {
-  const auto n = at(c.n);
-  Vector scale, gradient, scaled_step;
-  scaled_hessian(c.n, z, point.split, point.liquid_dn, point.vapour_dn, scale, w.hessian);
-  for (std::size_t i = 0; i < n; ++i) gradient[i] = scale[i] * point.g[i];
-  const double predicted = numerics::restricted_step(w.hessian, gradient.data(), radius, w.work, scaled_step.data());
-  delta = lnk_of_step(c.n, scale, scaled_step);
-  return predicted;
-}
-
-/// The split after a change of ln K; false if the material balance has no solution.
-bool stepped(const Conditions& c, const double* z, const Split& from, const Vector& delta, double factor, Split& to) {
-  to.liquid.roots = from.liquid.roots;
-  to.vapour.roots = from.vapour.roots;
-  to.beta = from.beta;
-  for (std::size_t i = 0; i < at(c.n); ++i) to.lnk[i] = from.lnk[i] + factor * delta[i];
-  return solve_balance(c.n, z, to.lnk.data(), to.liquid.x.data(), to.vapour.x.data(), to.beta);
-}
-
-double largest(std::size_t n, const Vector& v) {
-  double m = 0;
-  for (std::size_t i = 0; i < n; ++i) m = keep_largest(m, std::abs(v[i]));
-  return m;
-}
-
 }  // namespace
+
+bool balance(int n, const double* z, Split& split) {
+  return solve_balance(n, z, split.lnk.data(), split.liquid.x.data(), split.vapour.x.data(), split.beta);
+}
+
+Vector log_ratios(int n, const double* z, const Split& split) {
+  Vector lnk{};
+  for (std::size_t i = 0; i < at(n); ++i)
+    if (z[i] > 0 && split.vapour.x[i] > 0) lnk[i] = std::log(split.vapour.x[i] / split.liquid.x[i]);
+  return lnk;
+}
 
 void scaled_hessian(int count, const double* z, const Split& split, const double* liquid_dn, const double* vapour_dn,
                     Vector& scale, Square<double> hessian) {
@@ -109,39 +143,42 @@ Vector lnk_of_step(int n, const Vector& scale, const Vector& step) {
 }
 
 bool minimise(const Conditions& c, const double* z, const double* d, Split& split) {
-  Arena& arena = c.eos.arena();
-  const Arena::Frame frame(arena);
-  const auto n = at(c.n);
-  Point now(split, arena, n), next(split, arena, n);
-  StepWork w(arena, n);
-  now.evaluate(c, z, d);
+  Iteration it(c, z, d, split);
+  const Split &now = it.now.split, &next = it.next.split;
   double radius = 1.0;
-  Vector delta;
-  for (int tries = 0; tries < 80 && now.split.error > converged_error; ++tries) {
-    const double predicted = step_of(c, z, now, radius, w, delta);
+  for (int tries = 0; tries < 80 && now.error > converged_error; ++tries) {
+    const double predicted = it.step(radius);
     if (!std::isfinite(predicted)) break;
     // In ln K a step beyond 4 means nothing: the phases have changed by then.
-    const double size = largest(n, delta), factor = size > 4.0 ? 4.0 / size : 1.0;
-    const bool inside =
-        stepped(c, z, now.split, delta, factor, next.split) && next.split.beta > 0 && next.split.beta < 1;
-    if (inside) next.evaluate(c, z, d);
-    const double change = next.split.change - now.split.change;
+    const bool inside = it.balance_next(std::min(1.0, 4.0 / it.largest_change())) && next.beta > 0 && next.beta < 1;
+    if (inside) it.next.evaluate(c, z, d);
+    const double change = next.change - now.change;
     // Where the change is rounding, the fugacities decide.
-    const bool in_rounding = now.split.error < 1e-6 || std::abs(change) < 1e-13;
-    const bool lower = inside && (in_rounding ? next.split.error < now.split.error : change <= 1e-14);
+    const bool in_rounding = now.error < 1e-6 || std::abs(change) < 1e-13;
+    const bool lower = inside && (in_rounding ? next.error < now.error : change <= 1e-14);
     if (!lower) {
-      if (in_rounding && inside && now.split.error < enough) break;
+      if (in_rounding && inside && now.error < enough) break;
       radius = 0.25 * std::min(radius, 1.0);
       if (radius < 1e-9) break;
       continue;
     }
-    const double expected = now.split.beta * (1.0 - now.split.beta) * predicted;
+    const double expected = now.beta * (1.0 - now.beta) * predicted;
     if (change > 0.25 * expected && !in_rounding) radius *= 0.5;
     if (change < 0.75 * expected || in_rounding) radius = std::min(2.0 * radius, 8.0);
-    std::swap(now, next);
+    std::swap(it.now, it.next);
   }
-  split = now.split;
-  return split.error <= enough;
+  return it.finish(split);
+}
+
+bool polish(const Conditions& c, const double* z, const double* d, Split& split) {
+  Iteration it(c, z, d, split);
+  for (int step = 0; step < 15 && it.now.split.error > converged_error; ++step) {
+    if (!std::isfinite(it.step(1e3)) || it.largest_change() > 2.0 || !it.balance_next(1.0)) break;
+    it.next.evaluate(c, z, d);
+    if (!(it.next.split.error < it.now.split.error)) break;
+    std::swap(it.now, it.next);
+  }
+  return it.finish(split);
 }
 
 bool solmin(const Conditions& c, const double* z, double gibbs, double* x, double* y) {
@@ -149,42 +186,20 @@ bool solmin(const Conditions& c, const double* z, double gibbs, double* x, doubl
   Split split;
   double total = 0;
   for (std::size_t i = 0; i < n; ++i) total += z[i];
-  // Amounts that the feed does not have, or that one phase alone has, cannot be compared by K.
   split.beta = set_composition(split.vapour, c.n, y) / total;
   set_composition(split.liquid, c.n, x);
-  for (std::size_t i = 0; i < n; ++i) split.lnk[i] = z[i] > 0 ? std::log(split.vapour.x[i] / split.liquid.x[i]) : 0.0;
+  split.lnk = log_ratios(c.n, z, split);
   Vector fractions{}, plane{};
   for (std::size_t i = 0; i < n; ++i) fractions[i] = z[i] / total;
   std::fill_n(plane.begin(), n, gibbs / total);  // any plane through the Gibbs energy of the feed
-  if (!solve_balance(c.n, fractions.data(), split.lnk.data(), split.liquid.x.data(), split.vapour.x.data(),
-                     split.beta) ||
-      !(split.beta > 0 && split.beta < 1))
-    return false;
+  // Amounts that one phase alone has cannot be compared by K.
+  if (!balance(c.n, fractions.data(), split) || !(split.beta > 0 && split.beta < 1)) return false;
   const bool solved = minimise(c, fractions.data(), plane.data(), split);
   for (std::size_t i = 0; i < n; ++i) {
     x[i] = (1.0 - split.beta) * split.liquid.x[i] * total;
     y[i] = split.beta * split.vapour.x[i] * total;
   }
   return solved;
-}
-
-bool polish(const Conditions& c, const double* z, const double* d, Split& split) {
-  Arena& arena = c.eos.arena();
-  const Arena::Frame frame(arena);
-  const auto n = at(c.n);
-  Point now(split, arena, n), next(split, arena, n);
-  StepWork w(arena, n);
-  now.evaluate(c, z, d);
-  Vector delta;
-  for (int step = 0; step < 15 && now.split.error > converged_error; ++step) {
-    if (!std::isfinite(step_of(c, z, now, 1e3, w, delta)) || largest(n, delta) > 2.0) break;
-    if (!stepped(c, z, now.split, delta, 1.0, next.split)) break;
-    next.evaluate(c, z, d);
-    if (!(next.split.error < now.split.error)) break;
-    std::swap(now, next);
-  }
-  split = now.split;
-  return split.error <= enough;
 }
 
 bool minimise_from_trial(const Conditions& c, const double* z, const double* d, const double* trial, Split& split) {
@@ -196,14 +211,12 @@ bool minimise_from_trial(const Conditions& c, const double* z, const double* d, 
     if (z[i] > 0 && start.vapour.x[i] > 0) most = std::min(most, z[i] / start.vapour.x[i]);
   // With less and less of it the Gibbs energy falls along the tangent, which the trial phase lies below.
   for (start.beta = 0.5 * most; start.beta > 1e-14 * most; start.beta *= 0.25) {
-    for (std::size_t i = 0; i < n; ++i) {
+    for (std::size_t i = 0; i < n; ++i)
       start.liquid.x[i] = (z[i] - start.beta * start.vapour.x[i]) / (1.0 - start.beta);
-      start.lnk[i] = z[i] > 0 && start.vapour.x[i] > 0 ? std::log(start.vapour.x[i] / start.liquid.x[i]) : 0.0;
-    }
+    start.lnk = log_ratios(c.n, z, start);
     evaluate(c, start.liquid);
     evaluate(c, start.vapour);
-    start.change = (1.0 - start.beta) * tangent_distance(c.n, z, d, start.liquid) +
-                   start.beta * tangent_distance(c.n, z, d, start.vapour);
+    start.change = change_of_gibbs(c.n, z, d, start);
     if (start.change < 0) {
       split = start;
       return minimise(c, z, d, split) && acceptable(c, z, split);

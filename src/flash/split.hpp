@@ -19,6 +19,12 @@ struct Split {
   double error = 1e300;  ///< largest |ln f_v - ln f_l|
 };
 
+/// The material balance at the split's ln K, to rounding (rachford_rice.hpp).
+bool balance(int n, const double* z, Split& split);
+
+/// ln (y / x) of the split's phases, 0 for a component that is absent.
+Vector log_ratios(int n, const double* z, const Split& split);
+
 /// Hessian of the Gibbs energy times beta (1 - beta) in the scaled amounts, I + s_i s_j ((1 - beta) (V_ij - 1) +
 /// beta (L_ij - 1)) with the derivatives V, L of lnphi of vapour and liquid; `scale` becomes s = sqrt(x y / z).
 void scaled_hessian(int n, const double* z, const Split& split, const double* liquid_dn, const double* vapour_dn,

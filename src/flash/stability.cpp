@@ -24,7 +24,13 @@ struct TrialPhase {
 
   void evaluate(double* dn = nullptr) {
     sum = set_composition(phase, c.n, y);
-    flash::evaluate(c, phase, dn);
+    flash::evaluate(c, phase, {.dn = dn});
+  }
+  [[nodiscard]] Vector log_amounts() const {
+    Vector ylog{};
+    for (int i = 0; i < c.n; ++i)
+      if (!absent(i)) ylog[at(i)] = std::log(y[i]);
+    return ylog;
   }
   void set_log(const Vector& ylog) {
     for (int i = 0; i < c.n; ++i) y[i] = absent(i) ? 0.0 : bounded_exp(ylog[at(i)]);
@@ -44,7 +50,7 @@ struct TrialPhase {
 };
 
 /// sqrt of the sum of (sqrt(a) - sqrt(b))^2: the distance of two compositions, or sets of amounts.
-double distance_of(int n, const double* a, const Vector& b) {
+double distance_of(int n, const double* a, const double* b) {
   double sum = 0;
   for (std::size_t i = 0; i < at(n); ++i) sum += a[i] + b[i] - 2.0 * std::sqrt(a[i] * b[i]);
   return std::sqrt(std::max(sum, 0.0));
@@ -66,16 +72,12 @@ Pass look(const TrialPhase& trial, const Vector& error) {
   }
   for (const double* other : trial.known) {
     // tm against its value by the distance to the known phase: 1 as the trial runs into it.
-    double w = 0, s2 = 0;
-    for (int i = 0; i < trial.c.n; ++i) {
-      const double root = std::sqrt(trial.y[i] * other[i]);
-      w -= (trial.y[i] - root) * error[at(i)];
-      s2 += other[i] + trial.y[i] - 2.0 * root;
-    }
-    pass.into_known = pass.into_known || (std::sqrt(s2) < 0.1 && pass.tm / w > 0.8);
+    double w = 0;
+    for (int i = 0; i < trial.c.n; ++i) w -= (trial.y[i] - std::sqrt(trial.y[i] * other[i])) * error[at(i)];
+    pass.into_known = pass.into_known || (distance_of(trial.c.n, trial.y, other) < 0.1 && pass.tm / w > 0.8);
   }
   for (const Vector& minimum : trial.minima)
-    pass.into_known = pass.into_known || distance_of(trial.c.n, trial.y, minimum) < 0.05;
+    pass.into_known = pass.into_known || distance_of(trial.c.n, trial.y, minimum.data()) < 0.05;
   return pass;
 }
 
@@ -189,10 +191,7 @@ TestResult search_from_log(TrialPhase& trial, Vector ylog, bool stop_early) {
 
 TestResult hebmin(const Conditions& c, const double* z, const double* d, Known known, bool stop_early, double* y) {
   TrialPhase trial{c, z, d, known, y};
-  Vector ylog{};
-  for (int i = 0; i < c.n; ++i)
-    if (!trial.absent(i)) ylog[at(i)] = std::log(y[i]);
-  trial.set_log(ylog);
+  trial.set_log(trial.log_amounts());
   trial.evaluate();
   return search_from_log(trial, trial.substituted(), stop_early);
 }
@@ -221,10 +220,7 @@ class WideSearch {
       return;
     }
     TrialPhase trial{c_, z_, d_, known_, y.data(), {minima_.data(), count_}};
-    Vector ylog{};
-    for (int i = 0; i < c_.n; ++i)
-      if (!trial.absent(i)) ylog[at(i)] = std::log(y[at(i)]);
-    const TestResult test = search_from_log(trial, ylog, true);
+    const TestResult test = search_from_log(trial, trial.log_amounts(), true);
     best.all_converged = best.all_converged && test.conv != 0;
     best.into_known = best.into_known || test.trivial;
     // A distance this small counts where the search converged on a composition of its own.
@@ -239,14 +235,10 @@ class WideSearch {
   }
   /// The first substitution from far away that lands this close to a minimum is on its way there.
   [[nodiscard]] bool is_on_its_way(const Vector& y) const {
-    for (const double* phase : known_) {
-      Vector composition{};
-      std::copy_n(phase, c_.n, composition.begin());
-      if (distance_of(c_.n, y.data(), composition) < 0.03) return true;
-    }
-    for (std::size_t i = 0; i < count_; ++i)
-      if (distance_of(c_.n, y.data(), minima_[i]) < 0.03) return true;
-    return false;
+    const auto is_near = [&](const double* other) { return distance_of(c_.n, y.data(), other) < 0.03; };
+    return std::any_of(known_.begin(), known_.end(), is_near) ||
+           std::any_of(minima_.begin(), minima_.begin() + static_cast<std::ptrdiff_t>(count_),
+                       [&](const Vector& minimum) { return is_near(minimum.data()); });
   }
 
   const Conditions& c_;
@@ -309,7 +301,7 @@ bool locally_stable(const Conditions& c, const Phase& feed, double* y) {
   double* dn = c.eos.arena().take<double>(n * n);
   const Square<double> matrix{c.eos.arena().take<double>(n * n), n}, copy{c.eos.arena().take<double>(n * n), n};
   Phase same = feed;
-  evaluate(c, same, dn);
+  evaluate(c, same, {.dn = dn});
   for (std::size_t i = 0; i < n; ++i)
     for (std::size_t j = 0; j < n; ++j)
       matrix(i, j) = copy(i, j) = (i == j ? 1.0 : 0.0) + std::sqrt(feed.x[i] * feed.x[j]) * dn[i + n * j];

@@ -11,7 +11,7 @@ extern "C" void tessarel_criticalpoint(double* tc, double* pc, double* rhoc, cha
   Session& session = current_session();
   report(session, {tc, pc, rhoc}, {err, err_len}, [&]() -> Message {
     *tc = *pc = *rhoc = fluid::not_computed;
-    if (!adds_up(session)) return bad_fractions;
+    if (!adds_up(session.n(), session.z.data())) return bad_fractions;
     const eos::Fluid f = session.fluid();
     if (f.pure()) {
       fluid::Limits limits = session.limits;
@@ -20,7 +20,8 @@ extern "C" void tessarel_criticalpoint(double* tc, double* pc, double* rhoc, cha
       return no_errors;
     }
     double t = 0, rho = 0;
-    if (!envelope::critical_point(f.eos, f.n, f.z, session.limits.tc, t, rho))
+    // From the average of the selection, whatever a query of the envelope has made of the limits since.
+    if (!envelope::critical_point(f.eos, f.n, f.z, session.envelope.at_selection.tc, t, rho))
       return "Critical point calulation failed...";
     *tc = t;
     *pc = eos::calc_p_rho(f.eos, f.n, f.z, t, rho);

@@ -14,9 +14,13 @@ inline constexpr Message no_model = "TESSAREL error: temperature must be 1 to 1e
 inline bool positive(double value) {
   return value > 0 && std::isfinite(value);
 }
-inline bool adds_up(const Session& session) {
+/// None negative, a sum of 1 within 1e-6.
+inline bool adds_up(int n, const double* z) {
   double sum = 0;
-  for (int i = 0; i < session.n(); ++i) sum += session.z[fluid::at(i)];
+  for (int i = 0; i < n; ++i) {
+    if (!(z[i] >= 0)) return false;
+    sum += z[i];
+  }
   return std::abs(sum - 1.0) <= 1e-6;
 }
 /// The checks of a flash at t and p.
@@ -24,7 +28,7 @@ inline Message check_flash(const Session& session, double t, double p) {
   if (!positive(t) || !positive(p)) return bad_state;
   // Beyond this the equation of state gives no numbers, or none that mean a fluid.
   if (t < 1.0 || t > 1e5 || p > 1e12) return no_model;
-  return adds_up(session) ? no_errors : bad_fractions;
+  return adds_up(session.n(), session.z.data()) ? no_errors : bad_fractions;
 }
 
 }  // namespace tessarel::interface

@@ -18,21 +18,12 @@ namespace {
 constexpr Message no_envelope = "Error calculating phase envelope...";
 constexpr Message only_mixtures = "TESSAREL error: a phase envelope needs a mixture...";
 constexpr Message wrong_count = "TESSAREL error: the envelope is that of all selected components...";
-constexpr int32_t refused_code = -1;
 
-bool fractions_add_up(int n, const double* z) {
-  double sum = 0;
-  for (int i = 0; i < n; ++i) {
-    if (!(z[i] >= 0)) return false;
-    sum += z[i];
-  }
-  return std::abs(sum - 1.0) <= 1e-6;
-}
 /// What a call that traces refuses.
 Message check(const Session& session, const int32_t* n, const double* z) {
   if (session.n() < 2) return only_mixtures;
   if (*n != session.n()) return wrong_count;
-  return fractions_add_up(*n, z) ? no_errors : bad_fractions;
+  return adds_up(*n, z) ? no_errors : bad_fractions;
 }
 bool can_trace(const Session& session) {
   const int32_t n = session.n();

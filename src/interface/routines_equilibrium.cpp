@@ -17,8 +17,6 @@ bool valid_size(const int32_t* n) {
   return n != nullptr && *n >= 1 && *n <= nmax;
 }
 
-constexpr int32_t refused_code = -1;
-
 bool from_host(const int32_t* logical) {
   return logical != nullptr && from_logical(*logical);
 }

@@ -20,8 +20,6 @@ namespace {
 constexpr Message bad_pair =
     "TESSAREL error: the values given must be finite, and pressure, temperature, volume positive...";
 constexpr Message too_dense = "TESSAREL error: the volume is below that of closest packing...";
-constexpr double closest_packing = 0.74;
-constexpr int32_t refused_code = -1;
 constexpr Message bad_start = "TESSAREL error: the compositions to start from must be finite numbers, none negative...";
 
 /// Amounts of which at least one is positive.
@@ -49,6 +47,16 @@ void flash_at_tp(PtFlash flash, const double* t, const double* p, double* x, dou
     }
     return flash(session.fluid(), *t, *p, x, y, *beta);
   });
+}
+
+using Balance = void (*)(int, const double*, const double*, double*, double*, double&);
+
+/// The solutions of the material balance: their checks.
+void material_balance(Balance solve, const int32_t* n, double* x, double* y, const double* z, const double* lnk,
+                      double* beta) {
+  run(!valid_count(current_session(), n) || any_null({x, y, z, lnk, beta}) || !usable_amounts(*n, z) ||
+          !finite(*n, lnk) || !std::isfinite(*beta),
+      [&] { solve(*n, z, lnk, x, y, *beta); });
 }
 
 /// Conditions of a step that hosts call by itself; pressures there are in bar.
@@ -90,14 +98,10 @@ void tessarel_auxprop_v(const int32_t* n, const double* x, const double* t, doub
 }
 
 void tessarel_solrac(const int32_t* n, double* x, double* y, const double* z, const double* lnk, double* beta) {
-  run(!valid_count(current_session(), n) || any_null({x, y, z, lnk, beta}) || !usable_amounts(*n, z) ||
-          !finite(*n, lnk) || !std::isfinite(*beta),
-      [&] { flash::solrac(*n, z, lnk, x, y, *beta); });
+  material_balance(flash::solrac, n, x, y, z, lnk, beta);
 }
 void tessarel_rr_solve(const int32_t* n, double* x, double* y, const double* z, const double* lnk, double* beta) {
-  run(!valid_count(current_session(), n) || any_null({x, y, z, lnk, beta}) || !usable_amounts(*n, z) ||
-          !finite(*n, lnk) || !std::isfinite(*beta),
-      [&] { flash::rr_solve(*n, z, lnk, x, y, *beta); });
+  material_balance(flash::rr_solve, n, x, y, z, lnk, beta);
 }
 void tessarel_dirsub(const int32_t* n, const double* t, const double* p_bar, double* x, double* y, const double* z,
                      const double* lnk, double* lnk_new, double* beta, double* dlnk, double* errk, double* errmax,
@@ -189,7 +193,7 @@ void tessarel_calc_ab_flash(const int32_t* mode, const double* a, const double* 
     // A component is smallest when hot.
     const double v_given = *mode == 4 ? *b : *mode == 5 ? *a : 1.0, hot = *mode == 4 ? *a : 1000.0;
     if (eos::calc_eta_rho(session.eos(), session.n(), session.z.data(), 0, hot, fluid::avogadro_factor / v_given) >
-        closest_packing)
+        eos::closest_packing)
       return too_dense;
     flash::AbResult r;
     const Message message = flash::calc_ab_flash(session.fluid(), *mode, *a, *b, r);

@@ -15,6 +15,7 @@
 
 namespace tessarel::interface {
 
+inline constexpr std::int32_t refused_code = -1;  ///< where a routine reports by a code
 inline constexpr double not_a_number = std::numeric_limits<double>::quiet_NaN();
 
 inline bool valid_count(const Session& session, const std::int32_t* n) noexcept {

@@ -8,7 +8,7 @@
 namespace tessarel::numerics {
 
 namespace {
-constexpr int capacity = 20;
+constexpr int capacity = 22;  // the components, T and P
 constexpr double smallest_pivot = 1e-20;
 }  // namespace
 

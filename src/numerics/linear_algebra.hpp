@@ -1,6 +1,6 @@
 // Small dense kernels: Crout LU with implicit pivoting, null vector, determinant (Press et al. 1992, sec. 2.3).
 //
-// Matrices are n x n, n at most 20, element (i, j) at [i + n j]; pivots count from 1, as hosts see them.
+// Matrices are n x n, n at most 22, element (i, j) at [i + n j]; pivots count from 1, as hosts see them.
 #pragma once
 
 #include <cstdint>

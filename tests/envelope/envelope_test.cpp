@@ -2,8 +2,10 @@
 #include <memory>
 
 #include "common/test_fluid.hpp"
+#include "envelope/critical_point.hpp"
 #include "envelope/queries.hpp"
 #include "flash/pt_flash.hpp"
+#include "solvers/psat_tsat.hpp"
 
 namespace tessarel::testing {
 namespace {
@@ -80,6 +82,33 @@ TEST(Envelope, ReferencePoints) {
   });
   EXPECT_GT(rows, 200);
   EXPECT_LT(out_of_range, 12);
+}
+
+/// Pressures and incipient phases of bubble and dew points computed with 30 digits.
+TEST(Envelope, ReferenceEquilibria) {
+  int values = 0;
+  for (const auto& row : read_reference("equilibria.csv")) {
+    if (row[0] != "bubble" && row[0] != "dew") continue;
+    SCOPED_TRACE(row[0] + " " + row[1] + " " + row[4]);
+    TestFluid f(Mixture(row[1]), row[2], false);
+    ASSERT_EQ(critpoint(f.eos, f.n, f.z, f.session.limits), no_errors);
+    ASSERT_EQ(solvers::calc_ptrange(f.parameters, f.session.limits), no_errors);
+    const auto table = std::make_unique<Table>();
+    ASSERT_EQ(calc_phaseenv(f.fluid(), *table), 0);
+    SaturationPoint point;
+    bool interpolated = true;
+    ASSERT_EQ(calc_bubdew(f.fluid(), *table, 'T', row[0] == "bubble" ? 'B' : 'D', std::strtod(row[3].c_str(), nullptr),
+                          point, interpolated),
+              0);
+    const double expected = std::strtod(row[5].c_str(), nullptr);
+    const Vector& incipient = row[0] == "bubble" ? point.y : point.x;
+    const Vector& feed = row[0] == "bubble" ? point.x : point.y;
+    const double value = row[4] == "p" ? point.result * 1e5 : incipient[static_cast<std::size_t>(row[4].back() - '1')];
+    EXPECT_NEAR(value, expected, 1e-9 * expected);
+    for (std::size_t i = 0; i < 2; ++i) EXPECT_NEAR(feed[i], f.z[i], 1e-12);
+    ++values;
+  }
+  EXPECT_GE(values, 6);
 }
 
 /// Every point of a table: equal fugacities at roots that are there, the critical point in its place.

@@ -92,4 +92,54 @@ TEST(Flash, OnePhaseLeavesTheFeedAndZeros) {
   EXPECT_EQ(three.x[2] + three.y[2], 0);
 }
 
+/// The exported steps by their definitions: also with all of the feed in one phase, which is then the feed itself.
+TEST(Flash, ExportedStepsAreThoseOfTheirDefinitions) {
+  ASSERT_EQ(host::select({"methane", "n-butane"}, {0.5, 0.5}), "No errors");
+  const std::int32_t n = 2, phase = 0, icon = 1;
+  const double z[] = {0.5, 0.5}, t = 300, p = 40;
+  const auto lnphi = [&](const double* x) {
+    std::array<double, 2> result{};
+    std::int32_t ic = 0, ierr = 0;
+    tessarel_fugacoeff(&icon, &phase, &n, x, &t, &p, result.data(), nullptr, nullptr, nullptr, &ic, &ierr);
+    return result;
+  };
+  const auto of_feed = lnphi(z);
+  const double fz[] = {std::log(0.5) + of_feed[0], std::log(0.5) + of_feed[1]};
+  const double starts[][2] = {{1.5, -2.0}, {3.0, 2.0}, {-3.0, -2.0}};
+  for (const auto& lnk : starts) {
+    double x[2], y[2], lnk_new[2], dlnk[2], beta = 0.5, errk = 0, errmax = 0, tmx = 0, tmy = 0, gmix = 0;
+    tessarel_dirsub(&n, &t, &p, x, y, z, lnk, lnk_new, &beta, dlnk, &errk, &errmax, fz, &tmx, &tmy, &gmix);
+    EXPECT_EQ(beta, lnk[0] * lnk[1] < 0 ? beta : lnk[0] > 0 ? 1.0 : 0.0);
+    const auto l = lnphi(x), v = lnphi(y);
+    double of_x = 0, of_y = 0;
+    for (std::size_t i = 0; i < 2; ++i) {
+      EXPECT_NEAR(lnk_new[i], l[i] - v[i], 1e-12);
+      EXPECT_NEAR(dlnk[i], lnk_new[i] - lnk[i], 1e-14);
+      of_x += x[i] * (std::log(x[i]) + l[i] - fz[i]);
+      of_y += y[i] * (std::log(y[i]) + v[i] - fz[i]);
+    }
+    EXPECT_NEAR(tmx, of_x, 1e-12);
+    EXPECT_NEAR(tmy, of_y, 1e-12);
+    EXPECT_NEAR(gmix, (1 - beta) * of_x + beta * of_y, 1e-12);
+  }
+  // The minimiser through its own entry ends where the flash does, in amounts.
+  const Flash flash = Flash().run(t, p * 1e5);
+  double x[] = {0.2, 0.4}, y[] = {0.3, 0.1};
+  const double gibbs = 0.5 * (fz[0] + fz[1]);
+  std::int32_t ifail = 7;
+  tessarel_solmin(&n, &ifail, &t, &p, x, y, z, &gibbs, &phase);
+  EXPECT_EQ(ifail, 0);
+  EXPECT_NEAR(y[0], flash.beta * flash.y[0], 1e-11);
+  EXPECT_NEAR(x[0] + y[0], 0.5, 1e-14);
+  // genflash in reduced units is calc_ab_flash in SI.
+  const std::int32_t by_tp = 1;
+  std::int32_t icode = 7;
+  double gt = 0, gp = 0, bv = 0, bl = 0, h = 0, s = 0, u = 0, v = 0;
+  tessarel_genflash(&by_tp, &t, &p, &n, &gt, &gp, z, &bv, &bl, x, y, &h, &s, &u, &v, &phase, &icode);
+  EXPECT_EQ(icode, 0);
+  EXPECT_NEAR(bv, flash.beta, 1e-12);
+  EXPECT_NEAR(bl, 1 - flash.beta, 1e-12);
+  EXPECT_NEAR(h - u, gp * v, 1e-9 * std::abs(h));
+}
+
 }  // namespace
