@@ -20,10 +20,7 @@ void move_down(Table& table, int from, int to) {
     else if (extremum.after >= to)
       extremum.after = -1;  // on the part that goes
   }
-  for (int k = 0; k < count; ++k) {
-    table.point(to + k) = table.point(from + k);
-    table.tangent(to + k) = table.tangent(from + k);
-  }
+  for (int k = 0; k < count; ++k) table.copy_point(from + k, to + k);
 }
 
 void removewrinkles(int n, Table& table) {
@@ -118,26 +115,34 @@ void removeoverlap(int n, Table& table) {
 
 }  // namespace
 
+void drop_first_run(Table& table) {
+  const int count = table.npnt - table.vap_idx + 1;
+  move_down(table, table.vap_idx, 1);
+  table.npnt = count;
+  table.vap_idx = 1;
+}
+
+void turn_second_run(Table& table) {
+  for (int a = table.vap_idx, b = table.npnt; a < b; ++a, --b) table.swap_points(a, b);
+  for (int e = 0; e < table.extrema_count; ++e)
+    if (table.extrema[at(e)].after >= table.vap_idx)
+      table.extrema[at(e)].after = table.vap_idx + table.npnt - 1 - table.extrema[at(e)].after;
+}
+
 void postprocphaseenv(int n, int beta, Table& table, int& ierr) {
   table.gap = false;
   if (ierr == bad_start) return;
   if (beta == 1 && ierr == 0) {
-    move_down(table, table.vap_idx, 1);
-    table.npnt = table.npnt - table.vap_idx + 1;
-    table.vap_idx = 1;
+    drop_first_run(table);
     return;
   }
   if (beta == 1) {
     removewrinkles(n, table);
-    // The dew side turned round, so that the line runs from one end to the other.
-    for (int a = table.vap_idx, b = table.npnt; a < b; ++a, --b) {
-      std::swap(table.point(a), table.point(b));
-      std::swap(table.tangent(a), table.tangent(b));
+    // The line runs from one end to the other; a second run that is left alone begins it with its dew end.
+    if (table.vap_idx > 1) {
+      turn_second_run(table);
+      removeoverlap(n, table);
     }
-    for (int e = 0; e < table.extrema_count; ++e)
-      if (table.extrema[at(e)].after >= table.vap_idx)
-        table.extrema[at(e)].after = table.vap_idx + table.npnt - 1 - table.extrema[at(e)].after;
-    removeoverlap(n, table);
   }
   ierr = 0;
 }
@@ -206,10 +211,7 @@ int insertcritpnt(int n, double tc, double pc, Table& table) {
     }
   }
   if (place == 0) return no_critical_point;
-  for (int j = table.npnt; j > place; --j) {
-    table.point(j + 1) = table.point(j);
-    table.tangent(j + 1) = table.tangent(j);
-  }
+  for (int j = table.npnt; j > place; --j) table.copy_point(j, j + 1);
   for (int e = 0; e < table.extrema_count; ++e)
     if (Table::Extremum& extremum = table.extrema[at(e)];
         extremum.after > place ||
@@ -221,6 +223,7 @@ int insertcritpnt(int n, double tc, double pc, Table& table) {
   inserted[size] = lnt;
   inserted[size + 1] = lnp;
   table.tangent(place + 1) = {};
+  table.turned[at(place)] = table.turned[at(place + 1)];
   if (place < table.vap_idx) ++table.vap_idx;
   table.idx_cp = place + 1;
   return 0;

@@ -23,13 +23,6 @@ bool is_trivial(const Fluid& fluid, const Point& x, const Saturation& system) {
   return largest_lnk(fluid.n, fluid.z, x) < 1e-7 && std::abs(system.liquid().rho / system.vapour().rho - 1.0) < 1e-6;
 }
 
-/// Whether the run of point j labels its phases the usual way round there: it does up to the critical point.
-bool labels_turned(const Table& table, int j) {
-  if (table.idx_cp == 0) return false;
-  const bool dew_run = table.vap_idx > 1 && j >= table.vap_idx;
-  return dew_run ? table.idx_cp > table.vap_idx && j < table.idx_cp : j >= table.idx_cp;
-}
-
 /// Start on a stretch: the point at which the specified variable has the value, by the share of the way.
 Point share_of(const Stretch& s, std::size_t spec, double value, std::size_t size) {
   const double length = s.b[spec] - s.a[spec], share = length != 0 ? (value - s.a[spec]) / length : 0.0;
@@ -145,9 +138,8 @@ int calc_bubdew(const Fluid& fluid, const Table& table, char given, char what, d
   });
   if (!bracketed) return not_found;
   const Arena::Frame frame(fluid.eos.arena());
-  const double beta = table.vap_idx != 0 && table.vap_idx <= found.lower ? 1.0 : 0.0;
-  Saturation system(fluid.eos, fluid.n, fluid.z, beta);
-  if (labels_turned(table, found.lower)) system.selectors = {-1, 1};
+  Saturation system(fluid.eos, fluid.n, fluid.z, table.beta(found.lower));
+  system.selectors = selectors_of(table.turned[at(found.lower - 1)]);
   Point x{};
   if (exact) {
     x = found.a;

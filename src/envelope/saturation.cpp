@@ -40,7 +40,7 @@ bool interpolate_four(const std::array<const Point*, 4>& points, std::size_t spe
 void unwrap(int n, const double* z, double beta, const Point& x, double* liquid, double* vapour) {
   for (int i = 0; i < n; ++i) {
     const double k = flash::bounded_exp(x[at(i)]);
-    liquid[i] = z[i] / (1.0 + beta * (k - 1.0));
+    liquid[i] = z[i] / ((1.0 - beta) + beta * k);
     vapour[i] = k * liquid[i];
   }
 }

@@ -16,7 +16,11 @@ namespace tessarel::envelope {
 /// like, -1 the vapour-like. Both turn round at a critical point.
 struct Selectors {
   int liquid = 1, vapour = -1;
+  [[nodiscard]] bool turned() const { return liquid < 0; }
 };
+inline Selectors selectors_of(bool turned) {
+  return turned ? Selectors{-1, 1} : Selectors{1, -1};
+}
 
 /// The equations at one iterate and their Jacobian, factored on demand. Arrays belong to the caller's arena frame.
 class Saturation {
@@ -38,6 +42,8 @@ class Saturation {
 
   [[nodiscard]] const flash::Phase& liquid() const { return liquid_; }
   [[nodiscard]] const flash::Phase& vapour() const { return vapour_; }
+  /// The phase of the feed; at its end of the line the other one is there in traces.
+  [[nodiscard]] const flash::Phase& bulk() const { return beta_ < 0.5 ? liquid_ : vapour_; }
   /// Largest |F_i| over the fugacities and the material balance.
   [[nodiscard]] double residual() const;
   [[nodiscard]] int size() const { return n_ + 2; }
@@ -54,7 +60,7 @@ class Saturation {
   Point f_{};
 };
 
-/// Compositions at K: x_i = z_i / (1 + beta (K_i - 1)), y_i = K_i x_i.
+/// Compositions at K: x_i = z_i / (1 - beta + beta K_i), y_i = K_i x_i.
 void unwrap(int n, const double* z, double beta, const Point& x, double* liquid, double* vapour);
 
 /// Largest |ln K| of the components that are there.

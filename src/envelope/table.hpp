@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <utility>
 
 #include "fluid/parameters.hpp"
 
@@ -15,6 +16,7 @@ struct Table {
 
   std::array<Point, capacity> points;    ///< point j, counted from 1, at [j - 1]
   std::array<Point, capacity> tangents;  ///< derivatives by the variable that was specified at the point
+  std::array<bool, capacity> turned{};   ///< the phase labelled liquid takes the vapour-like root
   int npnt = 0;                          ///< points in use
   int vap_idx = 0;                       ///< first point of the dew side, 0 while there is none
   int idx_cp = 0;                        ///< the critical point, 0 if none
@@ -39,6 +41,19 @@ struct Table {
   [[nodiscard]] const Point& point(int j) const { return points[fluid::at(j - 1)]; }
   [[nodiscard]] Point& tangent(int j) { return tangents[fluid::at(j - 1)]; }
   [[nodiscard]] const Point& tangent(int j) const { return tangents[fluid::at(j - 1)]; }
+  /// Vapour fraction of point j and of the line behind it.
+  [[nodiscard]] int beta(int j) const { return vap_idx != 0 && vap_idx <= j ? 1 : 0; }
+
+  void copy_point(int from, int to) {
+    point(to) = point(from);
+    tangent(to) = tangent(from);
+    turned[fluid::at(to - 1)] = turned[fluid::at(from - 1)];
+  }
+  void swap_points(int a, int b) {
+    std::swap(point(a), point(b));
+    std::swap(tangent(a), tangent(b));
+    std::swap(turned[fluid::at(a - 1)], turned[fluid::at(b - 1)]);
+  }
 };
 
 }  // namespace tessarel::envelope

@@ -6,7 +6,7 @@
 #include "envelope/criticality.hpp"
 #include "eos/pressure.hpp"
 #include "flash/adapters.hpp"
-#include "flash/wilson.hpp"
+#include "flash/pt_flash.hpp"
 
 namespace tessarel::envelope {
 
@@ -14,80 +14,6 @@ using eos::Fluid;
 using flash::pascal_per_bar;
 using fluid::at;
 using fluid::Vector;
-
-namespace {
-
-/// ln p [bar] of the ideal solution at its bubble (beta 0) or dew point (1), and its derivative by t.
-double ideal_pressure(const Fluid& fluid, bool bubble, double t, double& slope) {
-  const Vector lnk = flash::wilson_lnk(fluid, t, pascal_per_bar);  // ln psat
-  double sum = 0, weighted = 0;
-  for (int i = 0; i < fluid.n; ++i) {
-    const double lnp = lnk[at(i)], term = fluid.z[i] * flash::bounded_exp(bubble ? lnp : -lnp);
-    sum += term;
-    weighted += term * flash::wilson_heat(fluid, i);
-  }
-  slope = weighted / sum / (t * t);
-  return bubble ? std::log(sum) : -std::log(sum);
-}
-
-/// Between the two, by the vapour fraction: what a start needs.
-double ideal_pressure(const Fluid& fluid, double beta, double t, double& slope) {
-  if (beta <= 0) return ideal_pressure(fluid, true, t, slope);
-  if (beta >= 1) return ideal_pressure(fluid, false, t, slope);
-  double dew_slope = 0;
-  const double bubble = ideal_pressure(fluid, true, t, slope), dew = ideal_pressure(fluid, false, t, dew_slope);
-  slope = (1.0 - beta) * slope + beta * dew_slope;
-  return (1.0 - beta) * bubble + beta * dew;
-}
-
-}  // namespace
-
-void idealsolution(const Fluid& fluid, double beta, int spec, double value, Point& x) {
-  const auto n = at(fluid.n);
-  double t = spec == fluid.n + 1 ? value : 250.0, p = value, slope = 0;
-  if (spec == fluid.n + 1) {
-    p = std::exp(ideal_pressure(fluid, beta, t, slope));
-  } else {
-    for (int pass = 0; pass < 50; ++pass) {
-      const double f = ideal_pressure(fluid, beta, t, slope) - std::log(value);
-      const double step = std::clamp(-f / slope, -0.2 * t, 0.2 * t);
-      t += step;
-      if (!(std::abs(step) > 0.05)) break;
-    }
-  }
-  const Vector lnk = flash::wilson_lnk(fluid, t, p * pascal_per_bar);
-  std::copy_n(lnk.begin(), n, x.begin());
-  x[n] = std::log(t);
-  x[n + 1] = std::log(p);
-}
-
-void successsubst(const Fluid& fluid, double beta, int spec, Point& x) {
-  const auto n = at(fluid.n);
-  const bool free_t = spec == fluid.n + 2;
-  flash::Phase liquid, vapour;
-  for (int pass = 0; pass < 10; ++pass) {
-    const double t = std::exp(x[n]), p = std::exp(x[n + 1]) * pascal_per_bar;
-    Vector l{}, v{}, t_l{}, t_v{}, p_l{}, p_v{};
-    unwrap(fluid.n, fluid.z, beta, x, l.data(), v.data());
-    flash::set_composition(liquid, fluid.n, l.data());
-    flash::set_composition(vapour, fluid.n, v.data());
-    const flash::Conditions c{fluid.eos, fluid.n, t, p};
-    flash::evaluate(c, liquid, {.dt = t_l.data(), .dp = p_l.data()}, eos::Root::liquid);
-    flash::evaluate(c, vapour, {.dt = t_v.data(), .dp = p_v.data()}, eos::Root::vapour);
-    double change = 0, sum = 0, slope = 0;
-    for (std::size_t i = 0; i < n; ++i) {
-      const double lnk = liquid.lnphi[i] - vapour.lnphi[i];
-      change = std::max(change, std::abs(lnk - x[i]));
-      x[i] = lnk;
-      const double k = flash::bounded_exp(lnk), d = 1.0 + beta * (k - 1.0), li = fluid.z[i] / d;
-      sum += li * (k - 1.0);
-      slope += li / d * k * (free_t ? t * (t_l[i] - t_v[i]) : p * (p_l[i] - p_v[i]));
-    }
-    const double step = std::clamp(-sum / slope, -0.1, 0.1);
-    x[n + (free_t ? 0 : 1)] += step;
-    if (!std::isfinite(step) || change <= 1e-6) return;
-  }
-}
 
 namespace {
 
@@ -110,7 +36,11 @@ class Tracer {
     int ierr = 0;
   };
 
-  int run(int beta, double start_pressure);
+  int run(int beta, double start_pressure, const Point* from = nullptr);
+  int second_run();
+  [[nodiscard]] bool vapour_is_stable(const Point& x) const;
+  [[nodiscard]] bool liquid_is_stable(const Point& x) const;
+  [[nodiscard]] bool first_run_counts(int points, bool crossed) const;
   void start(int beta, double start_pressure, Point& x);
   Corrected newtonsolver(Saturation& system, bool first, Point& x, Point& dx);
   [[nodiscard]] std::size_t selectspecvar(const Point& dx) const;
@@ -137,6 +67,7 @@ class Tracer {
   Selectors at_point_{};                            ///< selectors at the newest point
   double density_ratio_ = 0;                        ///< ln (rho_liquid / rho_vapour) at the newest point
   double last_density_ratio_ = 0, last_scale_ = 0;  ///< of the point before, and its largest |ln K|
+  bool crossed_ = false;                            ///< the run has passed a critical point
 };
 
 /// The first point; `start_pressure` [bar] of the dew side, if positive, in place of the usual one.
@@ -170,7 +101,7 @@ void Tracer::turn_selectors(Saturation& system, const Point& x) const {
   std::size_t k = 0;
   for (std::size_t i = 0; i < n_; ++i)
     if (std::abs(last[i]) > std::abs(last[k])) k = i;
-  if (last[k] * x[k] < 0) system.selectors = {-at_point_.liquid, -at_point_.vapour};
+  if (last[k] * x[k] < 0) system.selectors = selectors_of(!at_point_.turned());
 }
 
 /// At a critical point the densities meet as ln K vanishes; at an azeotrope they do not.
@@ -407,11 +338,17 @@ void Tracer::critpntstrategy(Point& x) {
   }
 }
 
-int Tracer::run(int beta, double start_pressure) {
+int Tracer::run(int beta, double start_pressure, const Point* from) {
   Saturation& system = beta == 0 ? bubble_ : dew_;
   system_ = &system;
   Point x{}, dx{};
-  start(beta, start_pressure, x);
+  crossed_ = false;
+  if (from != nullptr) {
+    x = *from;
+    spec_ = n_ + 1;
+  } else {
+    start(beta, start_pressure, x);
+  }
   at_point_ = system.selectors = {1, -1};
   ds_ = 1;
   cubic_ = {};
@@ -431,6 +368,8 @@ int Tracer::run(int beta, double start_pressure) {
     ++table_.npnt;
     table_.point(table_.npnt) = x;
     table_.tangent(table_.npnt) = dx;
+    table_.turned[at(table_.npnt - 1)] = at_point_.turned();
+    if (at_point_.turned()) crossed_ = true;
     t = std::exp(x[n_]);
     spec_ = selectspecvar(dx);
     const double dsmax = 1.0 + 0.15 * scale_of(x);
@@ -446,6 +385,58 @@ int Tracer::run(int beta, double start_pressure) {
   }
 }
 
+/// Whether the feed is one phase a little hotter than at a point of its dew line. If not, another liquid is there
+/// before.
+bool Tracer::vapour_is_stable(const Point& x) const {
+  return flash::flmain(fluid_, std::exp(x[n_]) * (1.0 + 1e-4), std::exp(x[n_ + 1]) * pascal_per_bar, false, nullptr,
+                       nullptr)
+             .code == 3;
+}
+
+/// The same at a little more pressure than at a point of its bubble line.
+bool Tracer::liquid_is_stable(const Point& x) const {
+  return flash::flmain(fluid_, std::exp(x[n_]), std::exp(x[n_ + 1]) * pascal_per_bar * (1.0 + 1e-3), false, nullptr,
+                       nullptr)
+             .code == 3;
+}
+
+/// Whether a first run of so many points belongs beside a second one: it does not where it is the line of a liquid that
+/// is about to split, or a piece of what the second run has passed.
+bool Tracer::first_run_counts(int points, bool crossed) const {
+  if (crossed) {
+    Point critical{};
+    critical[n_] = std::log(tc_ * (1.0 + 1e-4));
+    critical[n_ + 1] = std::log(pc_ / pascal_per_bar);
+    return liquid_is_stable(critical);
+  }
+  if (crossed_ && table_.point(1)[n_] > table_.point(table_.npnt)[n_]) return false;
+  return liquid_is_stable(table_.point((points + 1) / 2));
+}
+
+/// The run from the low end of the dew line.
+int Tracer::second_run() {
+  const int first_run = table_.npnt;
+  int ierr = run(1, 0);
+  for (const double pressure : {1e-3, 1e-2, 0.1, 1.0, 5.0})
+    if (ierr == bad_start) ierr = run(1, pressure);
+  if (ierr != bad_start && vapour_is_stable(table_.point(first_run + 1))) return ierr;
+  // The liquid that Wilson's K expect is not the first that forms, or none at all.
+  Point x{};
+  const double pressure = 1e-5;
+  dew_.selectors = {1, -1};
+  if (!dew_of_nearly_pure(fluid_, dew_, pressure, x)) return ierr;
+  const int usual_end = ierr;
+  const int kept = table_.npnt;
+  if (ierr != bad_start && !(x[n_] > table_.point(first_run + 1)[n_] + 1e-6)) return usual_end;
+  table_.npnt = first_run;
+  ierr = run(1, 0, &x);
+  if (ierr == bad_start && usual_end != bad_start) {
+    table_.npnt = kept;
+    return usual_end;
+  }
+  return ierr;
+}
+
 int Tracer::trace() {
   table_.npnt = table_.vap_idx = table_.idx_cp = 0;
   table_.extrema_count = 0;
@@ -457,24 +448,44 @@ int Tracer::trace() {
   table_.valid = true;
   int beta = 0;
   int ierr = run(0, 0);
-  if (ierr != 0) {
-    beta = 1;
+  // A line that passes no critical point, or ends at a vapour that splits, is not the whole boundary.
+  const bool crossed = crossed_;
+  if (ierr != 0 || !crossed || !vapour_is_stable(table_.point(table_.npnt))) {
     const int first_run = table_.npnt, first_end = ierr;
-    ierr = run(1, 0);
-    for (const double pressure : {1e-3, 1e-2, 0.1, 1.0, 5.0})
-      if (ierr == bad_start) ierr = run(1, pressure);
+    const int extrema = table_.extrema_count;
+    beta = 1;
+    ierr = second_run();
     if (ierr == bad_start && first_run > 1) {
       // What the first run has is kept.
       beta = 0;
-      ierr = first_end;
+      ierr = first_end == bad_start ? bad_start : 0;
       table_.npnt = first_run;
+      table_.extrema_count = extrema;
       table_.vap_idx = 0;
+    } else if (ierr != bad_start && !(ierr == 0 && crossed_)) {
+      if (first_run == 0 || !first_run_counts(first_run, crossed)) {
+        drop_first_run(table_);
+        beta = 0;
+        ierr = 0;
+      } else {
+        ierr = pressure_too_high;
+      }
+    }
+  }
+  if (beta == 1 && ierr != 0 && ierr != bad_start) {
+    turn_second_run(table_);
+    if (cut_loops(fluid_, table_)) {
+      beta = 0;
+      ierr = 0;
+    } else {
+      turn_second_run(table_);
     }
   }
   postprocphaseenv(fluid_.n, beta, table_, ierr);
   if (ierr == 0) {
+    cut_loops(fluid_, table_);
     resetextrema(fluid_.n, table_);
-    ierr = insertcritpnt(fluid_.n, tc_, pc_ / pascal_per_bar, table_);
+    ierr = rho_critical_ > 0 ? insertcritpnt(fluid_.n, tc_, pc_ / pascal_per_bar, table_) : no_critical_point;
   }
   return ierr;
 }
