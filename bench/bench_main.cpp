@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "envelope/critical_point.hpp"
+#include "envelope/queries.hpp"
 #include "eos/caloric.hpp"
 #include "eos/compressibility.hpp"
 #include "eos/density.hpp"
@@ -370,6 +371,36 @@ void register_flash() {
   }
 }
 
+/// A trace, and a query in the middle of each branch of the traced table.
+void register_envelope() {
+  for (const std::size_t index : {std::size_t{0}, std::size_t{1}, std::size_t{4}}) {
+    const FlashCase& c = flash_cases()[index];
+    const std::string name(c.name, std::string_view(c.name).find(" 3") != std::string_view::npos
+                                       ? std::string_view(c.name).find(" 3")
+                                       : std::string_view(c.name).find(" 2"));
+    benchmark::RegisterBenchmark(("calc_phaseenv/" + name).c_str(), [&c](State& state) {
+      const Fluid f = select_case(c);
+      const auto table = std::make_unique<envelope::Table>();
+      const Counted counted(state);
+      for (auto _ : state) benchmark::DoNotOptimize(envelope::calc_phaseenv(f, *table));
+    });
+    for (const char what : {'B', 'D'})
+      benchmark::RegisterBenchmark(("calc_bubdew P " + std::string(1, what) + "/" + name).c_str(), [&c, what](
+                                                                                                       State& state) {
+        const Fluid f = select_case(c);
+        const auto table = std::make_unique<envelope::Table>();
+        envelope::calc_phaseenv(f, *table);
+        const envelope::Minima ends = envelope::getminima(f.n, *table);
+        double p = std::sqrt(std::max(what == 'B' ? ends.pbub : ends.pdew, 0.1) * table->pmaxpe);
+        envelope::SaturationPoint point;
+        bool interpolated = false;
+        const Counted counted(state);
+        for (auto _ : state)
+          benchmark::DoNotOptimize(envelope::calc_bubdew(f, *table, 'P', what, p *= 1.0 + 1e-10, point, interpolated));
+      });
+  }
+}
+
 /// Property calls on as many threads as the argument says, each with a session of its own.
 void threads(State& state) {
   std::int64_t number = 0;
@@ -401,6 +432,7 @@ int main(int argc, char** argv) {
   tessarel::bench::register_fugacity();
   tessarel::bench::register_saturation();
   tessarel::bench::register_flash();
+  tessarel::bench::register_envelope();
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
   return 0;

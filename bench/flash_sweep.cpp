@@ -248,26 +248,6 @@ std::string trimmed(const char* text, std::size_t size) {
   return out;
 }
 
-Vec select(const Mixture& mixture, Vec amounts) {
-  if (amounts.empty()) amounts.assign(mixture.fluids.size(), 1);
-  double total = 0;
-  for (const double a : amounts) total += a;
-  for (double& a : amounts) a /= total;
-  std::string names;
-  for (std::string name : mixture.fluids) {
-    name.resize(32, ' ');
-    names += name;
-  }
-  const auto n = static_cast<std::int32_t>(mixture.fluids.size());
-  char err[300];
-  tessarel_setfluid(&n, names.data(), amounts.data(), err, 32, sizeof err);
-  if (trimmed(err, sizeof err) != "No errors") {
-    std::fprintf(stderr, "%s: %s\n", mixture.name.c_str(), trimmed(err, sizeof err).c_str());
-    std::exit(2);
-  }
-  return amounts;
-}
-
 Flash flash(const State& state) {
   Flash out;
   out.x.resize(state.z->size()), out.y.resize(state.z->size());

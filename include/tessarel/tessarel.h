@@ -182,6 +182,16 @@ TESSAREL_API void tessarel_capeopenderiv(const double* t, const double* p, const
 TESSAREL_API void tessarel_criticalpoint(double* tc, double* pc, double* rhoc, char* err, size_t err_len);
 
 /*
+ * tessarel_phaseenvelope: the phase envelope of the selected mixture, traced if that has not happened yet. The points
+ * run along the line from its bubble end to its dew end, or the other way round.
+ *
+ *   n     out  number of points; 0 without a mixture or without a line
+ *   t, p  out  degrees C, bar; room for 5000 values each
+ *   x, y  out  mole fractions of liquid and vapour at the points, (20, 5000) values each, first index fastest
+ */
+TESSAREL_API void tessarel_phaseenvelope(int32_t* n, double* t, double* p, double* x, double* y);
+
+/*
  * tessarel_flash_sensitivity: the state at given t and p, one phase or two, and its exact derivatives by t, p and the
  * amounts of the feed along the equilibrium. Molar SI, one mole of the selected composition.
  *

@@ -143,8 +143,10 @@ void cut(std::size_t n, Table& table, const Crossing& c, const OnLine& first, co
     table.vap_idx = c.i + 2;
 }
 
-/// The largest T and P of what is left.
-void reset_maxima(std::size_t n, Table& table) {
+}  // namespace
+
+void reset_maxima(int components, Table& table) {
+  const auto n = at(components);
   Point hottest = table.point(1), highest = hottest;
   const auto consider = [&](const Point& x) {
     if (x[n] > hottest[n]) hottest = x;
@@ -159,8 +161,6 @@ void reset_maxima(std::size_t n, Table& table) {
   table.t_pmaxpe = std::exp(highest[n]);
 }
 
-}  // namespace
-
 bool cut_loops(const Fluid& fluid, Table& table) {
   const auto n = at(fluid.n);
   if (!may_have_loops(n, table)) return false;
@@ -173,7 +173,7 @@ bool cut_loops(const Fluid& fluid, Table& table) {
     any = true;
     c = {};
   }
-  if (any) reset_maxima(n, table);
+  if (any) reset_maxima(fluid.n, table);
   return any;
 }
 

@@ -63,6 +63,18 @@ bool walk(const Table& table, bool upwards, Visit&& visit) {
   return false;
 }
 
+/// The lowest value of a variable on a branch, from its end to the critical point or the other run. On an open line
+/// that is not the value at the end.
+double lowest_on_branch(const Table& table, bool upwards, std::size_t spec) {
+  const int begin = upwards ? 1 : table.npnt, step = upwards ? 1 : -1;
+  double lowest = table.point(begin)[spec];
+  for (int j = begin; j >= 1 && j <= table.npnt; j += step) {
+    lowest = std::min(lowest, table.point(j)[spec]);
+    if (j == table.idx_cp || (table.vap_idx > 1 && j + (upwards ? 1 : 0) == table.vap_idx)) break;
+  }
+  return std::exp(lowest);
+}
+
 /// From the end of the stretch that is further from the value in steps that are halved where Newton's method fails.
 bool approach(Saturation& system, const Stretch& stretch, std::size_t spec, double value, std::size_t size, Point& x) {
   for (const Point* end : {&stretch.a, &stretch.b}) {
@@ -79,13 +91,6 @@ bool approach(Saturation& system, const Stretch& stretch, std::size_t spec, doub
     }
   }
   return false;
-}
-
-/// The phases of a solution: the feed and the incipient one, the denser of them as the liquid.
-void assign_phases(const Fluid& fluid, const Saturation& system, SaturationPoint& point) {
-  const bool turned = system.vapour().rho > system.liquid().rho;
-  std::copy_n((turned ? system.vapour() : system.liquid()).x.begin(), fluid.n, point.x.begin());
-  std::copy_n((turned ? system.liquid() : system.vapour()).x.begin(), fluid.n, point.y.begin());
 }
 
 }  // namespace
@@ -117,13 +122,11 @@ int calc_bubdew(const Fluid& fluid, const Table& table, char given, char what, d
     return 0;
   }
   if (table.npnt < 2) return not_found;
-  const Minima ends = getminima(fluid.n, table);
-  const double low = by_t ? (bubble ? ends.tbub : ends.tdew) : (bubble ? ends.pbub : ends.pdew);
-  const double high = by_t ? table.tmaxpe : table.pmaxpe;
   const std::size_t spec = by_t ? n : n + 1;
+  const bool upwards = bubble == (table.vap_idx != 1);
+  const double low = lowest_on_branch(table, upwards, spec), high = by_t ? table.tmaxpe : table.pmaxpe;
   const double target = std::log(value);
   if (!(value >= low * (1.0 - 1e-12) && value <= high * (1.0 + 1e-12))) return (bubble ? 457 : 459) + (by_t ? 1 : 0);
-  const bool upwards = bubble == (table.vap_idx != 1);
   Stretch found;
   bool exact = false;
   const bool bracketed = walk(table, upwards, [&](const Stretch& s) {
@@ -138,7 +141,8 @@ int calc_bubdew(const Fluid& fluid, const Table& table, char given, char what, d
   });
   if (!bracketed) return not_found;
   const Arena::Frame frame(fluid.eos.arena());
-  Saturation system(fluid.eos, fluid.n, fluid.z, table.beta(found.lower));
+  const double beta = table.beta(found.lower);
+  Saturation system(fluid.eos, fluid.n, fluid.z, beta);
   system.selectors = selectors_of(table.turned[at(found.lower - 1)]);
   Point x{};
   if (exact) {
@@ -165,9 +169,24 @@ int calc_bubdew(const Fluid& fluid, const Table& table, char given, char what, d
       if (!system.prepare(x, static_cast<int>(spec), target)) return no_convergence;
     }
   }
-  assign_phases(fluid, system, point);
+  // The feed is the liquid of a bubble query and the vapour of a dew query, whatever the labels are at the point.
+  Vector liquid{}, vapour{};
+  unwrap(fluid.n, fluid.z, beta, x, liquid.data(), vapour.data());
+  (bubble ? point.y : point.x) = beta < 0.5 ? vapour : liquid;
   point.result = std::exp(by_t ? x[n + 1] : x[n]);
   return 0;
+}
+
+bool dew_without_trace(const Fluid& fluid, double p, double& t) {
+  const auto n = at(fluid.n);
+  const Arena::Frame frame(fluid.eos.arena());
+  Saturation system(fluid.eos, fluid.n, fluid.z, 1.0);
+  Point x{};
+  idealsolution(fluid, 1.0, fluid.n + 2, p, x);
+  successsubst(fluid, 1.0, fluid.n + 2, x, 3);
+  if (!system.solve(x, fluid.n + 1, std::log(p)) || is_trivial(fluid, x, system)) return false;
+  t = std::exp(x[n]);
+  return system.vapour().rho < system.liquid().rho;
 }
 
 int calc_prop_q(const Fluid& fluid, double beta, char given, double value, SaturationPoint& point) {
@@ -183,7 +202,9 @@ int calc_prop_q(const Fluid& fluid, double beta, char given, double value, Satur
   successsubst(fluid, beta, by_t ? fluid.n + 1 : fluid.n + 2, x);
   x[at(spec - 1)] = std::log(value);
   if (!system.solve(x, spec - 1, std::log(value)) || is_trivial(fluid, x, system)) return no_convergence;
-  assign_phases(fluid, system, point);
+  // The denser phase is the liquid.
+  const bool turned = system.vapour().rho > system.liquid().rho;
+  unwrap(fluid.n, fluid.z, beta, x, (turned ? point.y : point.x).data(), (turned ? point.x : point.y).data());
   point.result = std::exp(by_t ? x[n + 1] : x[n]);
   return 0;
 }

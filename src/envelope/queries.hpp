@@ -20,6 +20,10 @@ struct SaturationPoint {
 int calc_bubdew(const eos::Fluid& fluid, const Table& table, char given, char what, double value,
                 SaturationPoint& point, bool& interpolated);
 
+/// A dew temperature [K] at `p` [bar] from nothing but the feed, to about the price of a flash. It may be a metastable
+/// one; false where Newton's method does not arrive.
+bool dew_without_trace(const eos::Fluid& fluid, double p, double& t);
+
 /// The state of the feed with the vapour fraction `beta` at given T [K] or P [bar]. Returns 0, 455 or 470.
 int calc_prop_q(const eos::Fluid& fluid, double beta, char given, double value, SaturationPoint& point);
 

@@ -114,23 +114,38 @@ void Saturation::tangent(Point& dx) {
   numerics::lu_bksb(size(), jacobian_, pivots_.data(), dx.data());
 }
 
-bool Saturation::solve(Point& x, int spec, double value) {
+bool Saturation::solve(Point& x, int spec, double value, Finish finish) {
   double last = 1e300;
-  for (int pass = 0; pass < 10; ++pass) {
+  for (int pass = 0; pass < 25; ++pass) {
     Point step{};
     if (!prepare(x, spec, value) || !correction(step)) return false;
-    double sum = 0, largest = 0;
-    for (std::size_t i = 0; i < at(size()); ++i) {
-      sum += step[i] * step[i];
-      largest = std::max(largest, std::abs(step[i]));
-    }
+    double largest = 0;
+    for (std::size_t i = 0; i < at(size()); ++i) largest = std::max(largest, std::abs(step[i]));
     if (!(largest < 2.0)) return false;
-    for (std::size_t i = 0; i < at(size()); ++i) x[i] += step[i];
-    const double error = std::sqrt(sum / size());
-    if (error <= 1e-12 || (error < 1e-8 && error >= 0.5 * last && residual() < 1e-10)) return true;
+    const double error = apply(step, x);
+    if (converged(error, last)) return true;
+    if (finish == Finish::early && next_is_rounding(error, last)) return true;
     last = error;
   }
   return false;
+}
+
+// Near a critical point the matrix is nearly singular, and rounding keeps the correction above 1e-12: by much where the
+// distance along the line is open while the equations are met.
+bool Saturation::converged(double error, double last) const {
+  if (error <= 1e-12) return true;
+  if (error < 0.5 * last || error >= 1e-4) return false;
+  const double unmet = residual();
+  return unmet < 1e-12 || (error < 1e-8 && unmet < 1e-11);
+}
+
+double Saturation::apply(const Point& step, Point& x) const {
+  double sum = 0;
+  for (std::size_t i = 0; i < at(size()); ++i) {
+    x[i] += step[i];
+    sum += step[i] * step[i];
+  }
+  return std::sqrt(sum / size());
 }
 
 double Saturation::residual() const {

@@ -22,6 +22,15 @@ inline Selectors selectors_of(bool turned) {
   return turned ? Selectors{-1, 1} : Selectors{1, -1};
 }
 
+/// Whether the last evaluation is spared that would only confirm the solution; phases and Jacobian are then those of
+/// the iterate before, some 1e-6 beside it.
+enum class Finish { early, confirmed };
+
+/// Whether the correction after two in a row is rounding, as Newton's method converges: with the square.
+inline bool next_is_rounding(double error, double last) {
+  return error < 1e-5 && last < 1e-2 && error * error * error < 1e-14 * last * last;
+}
+
 /// The equations at one iterate and their Jacobian, factored on demand. Arrays belong to the caller's arena frame.
 class Saturation {
  public:
@@ -38,7 +47,11 @@ class Saturation {
 
   /// At most ten steps of Newton's method from `x` with `spec` held at `value`. True to 1e-12, or to the rounding of
   /// the fugacities.
-  bool solve(Point& x, int spec, double value);
+  bool solve(Point& x, int spec, double value, Finish finish = Finish::early);
+  /// Whether Newton's method has arrived after a correction of this size and the one before it.
+  [[nodiscard]] bool converged(double error, double last) const;
+  /// Adds a correction; its root mean square.
+  double apply(const Point& step, Point& x) const;
 
   [[nodiscard]] const flash::Phase& liquid() const { return liquid_; }
   [[nodiscard]] const flash::Phase& vapour() const { return vapour_; }
@@ -59,6 +72,11 @@ class Saturation {
   std::array<std::int32_t, fluid::nmax + 2> pivots_{};
   Point f_{};
 };
+
+/// The point near `x` at which the tangent of the line has no part along `variable` (ln T or ln P: n or n + 1), found
+/// along the variable `by` or one that moves better there. `critical`: the critical point if it is known, else null.
+bool find_turning_point(Saturation& system, int n, std::size_t variable, std::size_t by, const Point* critical,
+                        Point& x);
 
 /// Compositions at K: x_i = z_i / (1 - beta + beta K_i), y_i = K_i x_i.
 void unwrap(int n, const double* z, double beta, const Point& x, double* liquid, double* vapour);

@@ -60,11 +60,11 @@ void idealsolution(const Fluid& fluid, double beta, int spec, double value, Poin
   x[n + 1] = std::log(p);
 }
 
-void successsubst(const Fluid& fluid, double beta, int spec, Point& x) {
+void successsubst(const Fluid& fluid, double beta, int spec, Point& x, int passes) {
   const auto n = at(fluid.n);
   const bool free_t = spec == fluid.n + 2;
   flash::Phase liquid, vapour;
-  for (int pass = 0; pass < 10; ++pass) {
+  for (int pass = 0; pass < passes; ++pass) {
     const double t = std::exp(x[n]), p = std::exp(x[n + 1]) * pascal_per_bar;
     Vector l{}, v{}, t_l{}, t_v{}, p_l{}, p_v{};
     unwrap(fluid.n, fluid.z, beta, x, l.data(), v.data());

@@ -52,6 +52,7 @@ class Tracer {
   void turn_selectors(Saturation& system, const Point& x) const;
   void refine_extremum(std::size_t variable, double s, double& value, double& companion);
   [[nodiscard]] bool is_critical_crossing() const;
+  [[nodiscard]] bool opposite(const Point& x, const Point& last) const;
   [[nodiscard]] double scale_of(const Point& x) const { return largest_lnk(fluid_.n, fluid_.z, x); }
 
   const Fluid& fluid_;
@@ -92,16 +93,20 @@ void Tracer::start(int beta, double start_pressure, Point& x) {
   spec_ = n_ + 1;
 }
 
+/// Whether the largest ln K of `last` has the other sign at x.
+bool Tracer::opposite(const Point& x, const Point& last) const {
+  std::size_t k = 0;
+  for (std::size_t i = 0; i < n_; ++i)
+    if (std::abs(last[i]) > std::abs(last[k])) k = i;
+  return last[k] * x[k] < 0;
+}
+
 /// The labels of the phases turn where the line passes the critical point: the predictor lies beyond it when the
 /// largest ln K has changed its sign.
 void Tracer::turn_selectors(Saturation& system, const Point& x) const {
   system.selectors = at_point_;
   if (table_.npnt == 0 || !is_critical_crossing()) return;
-  const Point& last = table_.point(table_.npnt);
-  std::size_t k = 0;
-  for (std::size_t i = 0; i < n_; ++i)
-    if (std::abs(last[i]) > std::abs(last[k])) k = i;
-  if (last[k] * x[k] < 0) system.selectors = selectors_of(!at_point_.turned());
+  if (opposite(x, table_.point(table_.npnt))) system.selectors = selectors_of(!at_point_.turned());
 }
 
 /// At a critical point the densities meet as ln K vanishes; at an azeotrope they do not.
@@ -116,7 +121,6 @@ Tracer::Corrected Tracer::newtonsolver(Saturation& system, bool first, Point& x,
   const double limit = 1e-4 * std::abs(ds_);
   double previous = 1, error = 1;
   Corrected result;
-  const int n = fluid_.n;
   double value = x[spec_];
   if (!first) turn_selectors(system, x);
   for (;;) {
@@ -126,17 +130,12 @@ Tracer::Corrected Tracer::newtonsolver(Saturation& system, bool first, Point& x,
     if (result.iterations <= 15) {
       evaluated = system.prepare(x, static_cast<int>(spec_), value) && system.correction(step);
       if (evaluated) {
-        double sum = 0;
-        for (std::size_t i = 0; i < n_ + 2; ++i) {
-          x[i] += step[i];
-          sum += step[i] * step[i];
+        error = system.apply(step, x);
+        done = system.converged(error, previous);
+        if (!done && result.iterations > 1 && next_is_rounding(error, previous)) {
+          done = true;
+          ++result.iterations;  // the one spared counts for the step length
         }
-        error = std::sqrt(sum / (n + 2));
-        // Near a critical point the matrix is nearly singular, and rounding keeps the correction above 1e-12: by much
-        // where the distance along the line is open while the equations are met.
-        const bool falls = error < 0.5 * previous;
-        done = error <= 1e-12 ||
-               (!falls && ((error < 1e-8 && system.residual() < 1e-11) || (error < 1e-4 && system.residual() < 1e-12)));
         if (done) system.tangent(dx);
       }
     }
@@ -219,44 +218,21 @@ void Tracer::extrapolate(double ds, Point& x) const {
   for (std::size_t i = 0; i < n_ + 2; ++i) x[i] = cubic ? cubic_.value(i, ds) : cubic_.c[0][i] + cubic_.c[1][i] * ds;
 }
 
-/// The turning point of T or P beside s on the line: the specified variable at which the tangent has no part along it.
+/// The turning point of T or P beside s on the line, refined; kept as interpolated where this leads away.
 void Tracer::refine_extremum(std::size_t variable, double s, double& value, double& companion) {
-  Saturation& system = *system_;
-  const Selectors kept = system.selectors;
   const std::size_t other = variable == n_ ? n_ + 1 : n_;
-  // A variable that moves along the extremum: the one of the step, unless that is the one that turns.
-  std::size_t by = spec_;
-  if (by == variable) by = other;
-  double last_s = 0, last_slope = 0;
   Point x;
   for (std::size_t i = 0; i < n_ + 2; ++i) x[i] = cubic_.value(i, s);
-  double target = x[by];
-  bool converged = false;
-  for (int pass = 0; pass < 12 && !converged; ++pass) {
-    Point dx{};
-    if (!system.solve(x, static_cast<int>(by), target)) break;
-    system.tangent(dx);
-    const double slope = dx[variable];
-    double change = 0;
-    if (pass == 0)
-      change = 1e-4 * (std::abs(target) > 1e-3 ? 1.0 : 0.1) * (slope > 0 ? 1.0 : -1.0);
-    else
-      change = -slope * (target - last_s) / (slope - last_slope);
-    if (!std::isfinite(change)) break;
-    if (pass > 0 && std::abs(change) < 1e-10) {
-      converged = true;
-      break;
-    }
-    change = std::clamp(change, -0.3, 0.3);
-    last_s = target;
-    last_slope = slope;
-    for (std::size_t i = 0; i < n_ + 2; ++i) x[i] += dx[i] * change;
-    target += change;
-  }
-  system.selectors = kept;
-  // Kept as interpolated where this leads away.
+  // The step may have passed a critical point behind the extremum.
+  const int last = table_.npnt;
+  const bool passed = table_.turned[at(last - 1)] != table_.turned[at(last - 2)];
+  system_->selectors = passed && opposite(x, table_.point(last)) ? selectors_of(!at_point_.turned()) : at_point_;
+  Point critical{};
+  critical[n_] = std::log(tc_);
+  critical[n_ + 1] = std::log(pc_ / pascal_per_bar);
+  if (!find_turning_point(*system_, fluid_.n, variable, spec_, rho_critical_ > 0 ? &critical : nullptr, x)) return;
   const double found = std::exp(x[variable]), beside = std::exp(x[other]);
-  if (!converged || std::abs(found / value - 1.0) > 0.05 || std::abs(beside / companion - 1.0) > 0.3) return;
+  if (std::abs(found / value - 1.0) > 0.05 || std::abs(beside / companion - 1.0) > 0.3) return;
   value = found;
   companion = beside;
   if (table_.extrema_count < static_cast<int>(table_.extrema.size()))
@@ -483,6 +459,7 @@ int Tracer::trace() {
   }
   postprocphaseenv(fluid_.n, beta, table_, ierr);
   if (ierr == 0) {
+    if (table_.vap_idx == 1) reset_maxima(fluid_.n, table_);  // without those of the run that is gone
     cut_loops(fluid_, table_);
     resetextrema(fluid_.n, table_);
     ierr = rho_critical_ > 0 ? insertcritpnt(fluid_.n, tc_, pc_ / pascal_per_bar, table_) : no_critical_point;

@@ -21,8 +21,8 @@ int calc_phaseenv(const eos::Fluid& fluid, Table& table);
 /// solution is at its bubble (beta 0) or dew point (beta 1). spec counts from 1.
 void idealsolution(const eos::Fluid& fluid, double beta, int spec, double value, Point& x);
 
-/// At most 10 substitutions of ln K, the free one of ln T and ln P corrected by the sum of y - x.
-void successsubst(const eos::Fluid& fluid, double beta, int spec, Point& x);
+/// At most `passes` substitutions of ln K, the free one of ln T and ln P corrected by the sum of y - x.
+void successsubst(const eos::Fluid& fluid, double beta, int spec, Point& x, int passes = 10);
 
 /// A cubic in the distance s from the newest point for each variable.
 struct Cubic {
@@ -41,6 +41,9 @@ bool dew_of_nearly_pure(const eos::Fluid& fluid, Saturation& system, double pres
 /// are in equilibrium with the feed, the line is metastable, returns at limits of stability and passes it again. The
 /// point comes into the table twice, once for each phase. True if anything was cut.
 bool cut_loops(const eos::Fluid& fluid, Table& table);
+
+/// Largest T and P of the points and the turning points that are left.
+void reset_maxima(int n, Table& table);
 
 /// The clean-up of two runs that both stopped early (clean_up.cpp).
 void drop_first_run(Table& table);

@@ -7,6 +7,7 @@
 #include "interface/envelope_state.hpp"
 #include "interface/flash_checks.hpp"
 #include "interface/routines_support.hpp"
+#include "tessarel/tessarel.h"
 
 using namespace tessarel;
 using namespace tessarel::interface;
@@ -141,8 +142,8 @@ void tessarel_getphaseenv(int32_t* npnt, double* t, double* p, double* x, double
       const auto row = at(j - 1);
       t[row] = std::exp(point[n]) - 273.15;
       p[row] = std::exp(point[n + 1]);
-      const double beta = table.vap_idx != 0 && table.vap_idx <= j ? 1.0 : 0.0;
-      envelope::unwrap(session.n(), session.z.data(), beta, point, x + row * fluid::nmax, y + row * fluid::nmax);
+      envelope::unwrap(session.n(), session.z.data(), table.beta(j), point, x + row * fluid::nmax,
+                       y + row * fluid::nmax);
     }
     *npnt = table.npnt;
   });
@@ -193,10 +194,18 @@ void tessarel_write_phaseenv(void) {
     const auto line = [](const char* name, double t, double p) {
       std::printf("%s%12.5f%12.5f%12.5f\n", name, t, t - 273.15, p);
     };
-    line("Crit. ", table.tcrtpe, table.pcrtpe);
+    if (table.tcrtpe > 0) line("Crit. ", table.tcrtpe, table.pcrtpe);
     line("Max.T ", table.tmaxpe, table.p_tmaxpe);
     line("Max.P ", table.t_pmaxpe, table.pmaxpe);
+    if (table.tminpe > 0) line("Min.T ", table.tminpe, table.p_tminpe);
+    if (table.pminpe > 0) line("Min.P ", table.t_pminpe, table.pminpe);
   });
 }
 
+void tessarel_phaseenvelope(int32_t* n, double* t, double* p, double* x, double* y) {
+  tessarel_getphaseenv(n, t, p, x, y);
+}
+
 }  // extern "C"
+
+TESSAREL_FORTRAN_TWIN(tessarel_phaseenvelope);
