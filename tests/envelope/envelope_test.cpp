@@ -26,10 +26,10 @@ struct Traced {
 
 /// Calls `check(traced, quantity, value)` for each row.
 template <class Check>
-void for_each_row(Check&& check) {
+void for_each_row(const char* file, Check&& check) {
   std::unique_ptr<Traced> traced;
   std::string last;
-  for (const auto& row : read_reference("envelopes.csv")) {
+  for (const auto& row : read_reference(file)) {
     if (row[0] + row[1] != last) {
       last = row[0] + row[1];
       traced = std::make_unique<Traced>(row[0], row[1]);
@@ -41,7 +41,7 @@ void for_each_row(Check&& check) {
 
 TEST(Envelope, ReferenceExtrema) {
   int rows = 0;
-  for_each_row([&](const Traced& traced, const std::string& quantity, double value) {
+  for_each_row("envelopes.csv", [&](const Traced& traced, const std::string& quantity, double value) {
     const Table& t = *traced.table;
     const std::pair<const char*, double> values[] = {{"tcrit", t.tcrtpe},     {"pcrit", t.pcrtpe * 1e5},
                                                      {"tcritherm", t.tmaxpe}, {"pcritherm", t.p_tmaxpe * 1e5},
@@ -59,7 +59,7 @@ TEST(Envelope, ReferenceExtrema) {
 
 TEST(Envelope, ReferencePoints) {
   int rows = 0, out_of_range = 0;
-  for_each_row([&](const Traced& traced, const std::string& quantity, double value) {
+  for_each_row("envelopes.csv", [&](const Traced& traced, const std::string& quantity, double value) {
     const auto mark = quantity.find('@');
     if (mark == std::string::npos) return;
     const bool by_t = quantity.find("_p@") != std::string::npos;
@@ -111,34 +111,70 @@ TEST(Envelope, ReferenceEquilibria) {
   EXPECT_GE(values, 6);
 }
 
-/// Every point of a table: equal fugacities at roots that are there, the critical point in its place.
-TEST(Envelope, PointsAreSaturated) {
-  const Traced traced("methane:0.7|ethane:0.1|propane:0.1|n-hexane:0.05|n-octane:0.05", "");
-  const Table& table = *traced.table;
-  const TestFluid& f = traced.fluid;
-  const auto n = static_cast<std::size_t>(f.n);
-  for (int j = 1; j <= table.npnt; ++j) {
-    const Point& point = table.point(j);
-    double x[5], y[5];
-    unwrap(f.n, f.z, 0, point, x, y);
-    double sum = 0, largest = 0;
-    for (std::size_t i = 0; i < n; ++i) {
-      sum += y[i];
-      largest = std::max(largest, std::abs(point[i]));
+/// Where there are two points at a temperature or pressure both lie on the line, and the query gives one of them.
+TEST(Envelope, RetrogradePoints) {
+  int rows = 0, queried = 0;
+  for_each_row("envelopes_retrograde.csv", [&](const Traced& traced, const std::string& quantity, double value) {
+    const double given = std::strtod(quantity.c_str() + quantity.find('@') + 1, nullptr);
+    const bool by_t = quantity.find("_p_") != std::string::npos;
+    const double t = by_t ? given : value, p = (by_t ? value : given) / 1e5;
+    const eos::Fluid fluid = traced.fluid.fluid();
+    const Table& table = *traced.table;
+    const auto n = static_cast<std::size_t>(fluid.n);
+    int nearest = 1;
+    const auto distance = [&](int j) {
+      return std::abs(table.point(j)[n] - std::log(t)) + 0.1 * std::abs(table.point(j)[n + 1] - std::log(p));
+    };
+    for (int j = 2; j <= table.npnt; ++j)
+      if (j != table.idx_cp && distance(j) < distance(nearest)) nearest = j;
+    // From the neighbours too: a critical point may lie between the nearest and the one sought.
+    double found = 0;
+    for (int j = std::max(nearest - 2, 1); j <= std::min(nearest + 2, table.npnt); ++j) {
+      Saturation line(fluid.eos, fluid.n, fluid.z, table.beta(j));
+      line.selectors = selectors_of(table.turned[static_cast<std::size_t>(j - 1)]);
+      Point x = table.point(j);
+      if (line.solve(x, fluid.n + 1, std::log(p)) && std::abs(std::exp(x[n]) - t) < std::abs(found - t))
+        found = std::exp(x[n]);
     }
-    if (j == table.idx_cp) {
-      EXPECT_EQ(largest, 0);
-      continue;
-    }
-    EXPECT_NEAR(sum, 1, 1e-9);
-    const flash::Conditions c{f.eos, f.n, std::exp(point[n]), std::exp(point[n + 1]) * 1e5};
-    flash::Phase feed, other;
-    flash::set_composition(feed, f.n, x);
-    flash::set_composition(other, f.n, y);
-    flash::evaluate(c, feed);
-    flash::evaluate(c, other);
-    for (std::size_t i = 0; i < n; ++i) EXPECT_NEAR(point[i] + other.lnphi[i] - feed.lnphi[i], 0, 1e-9) << j;
-    EXPECT_EQ(other.rho < feed.rho, j < table.idx_cp) << j;
+    EXPECT_NEAR(found, t, 1e-8 * t);
+    SaturationPoint point;
+    bool interpolated = true;
+    ASSERT_EQ(
+        calc_bubdew(fluid, table, by_t ? 'T' : 'P', quantity[0] == 'b' ? 'B' : 'D', by_t ? t : p, point, interpolated),
+        0);
+    if (std::abs(point.result / (by_t ? p : t) - 1) < 1e-9) ++queried;
+    ++rows;
+  });
+  EXPECT_EQ(rows, 48);
+  EXPECT_EQ(queried, 24);
+}
+
+/// Nothing changes to first order beside a turning point: differences of queries on both sides of it.
+TEST(Envelope, ExtremaAreFlat) {
+  for (const char* mixture : {
+           "methane:0.5|n-butane:0.5",
+           "methane:0.7|ethane:0.1|propane:0.1|n-hexane:0.05|n-octane:0.05",
+       }) {
+    const Traced traced(mixture, "");
+    const Table& t = *traced.table;
+    const auto at = [&](char given, char what, double value) {
+      SaturationPoint point;
+      bool interpolated = true;
+      EXPECT_EQ(calc_bubdew(traced.fluid.fluid(), t, given, what, value, point, interpolated), 0) << mixture;
+      EXPECT_FALSE(interpolated);
+      return point.result;
+    };
+    const double h = 1e-3;
+    const double below = at('P', 'D', t.p_tmaxpe * (1 - h)), above = at('P', 'D', t.p_tmaxpe * (1 + h));
+    EXPECT_LT(std::max(below, above), t.tmaxpe) << mixture;
+    EXPECT_LT(std::abs(above - below), 0.05 * (t.tmaxpe - std::min(above, below))) << mixture;
+    // The side of the cricondenbar that a walk meets first is the one it comes from.
+    const bool from_bubble = t.t_pmaxpe < t.tcrtpe;
+    const double colder = at('T', from_bubble ? 'B' : 'D', t.t_pmaxpe * (1 - h)),
+                 hotter = at('T', from_bubble ? 'B' : 'D', t.t_pmaxpe * (1 + h));
+    if (t.t_pmaxpe * (1 + h) > t.tcrtpe && !from_bubble) continue;
+    EXPECT_LT(std::max(colder, hotter), t.pmaxpe) << mixture;
+    EXPECT_LT(std::abs(hotter - colder), 0.05 * (t.pmaxpe - std::min(hotter, colder))) << mixture;
   }
 }
 

@@ -55,6 +55,54 @@ TEST(EnvelopeReading, DoesNotDependOnTheOrder) {
   EXPECT_EQ(ask(tessarel_calc_dew_p, 350), dew[0]);
 }
 
+/// Every entry that reads the envelope gives the same before and after every other one.
+TEST(EnvelopeReading, AnyTwoEntriesInAnyOrder) {
+  using Values = std::vector<double>;
+  static double t[5000], p[5000], x[100000], y[100000];
+  const std::vector<Values (*)()> readers = {[] { return Values{ask(tessarel_calc_dew_p, 350)}; },
+                                             [] { return Values{ask(tessarel_calc_bubble_t, 3e6)}; },
+                                             [] {
+                                               const auto m = maxima();
+                                               return Values(m.begin(), m.end());
+                                             },
+                                             [] {
+                                               Values m(4);
+                                               tessarel_getminima(&m[0], &m[1], &m[2], &m[3]);
+                                               return m;
+                                             },
+                                             [] {
+                                               std::int32_t n = 0;
+                                               tessarel_phaseenvelope(&n, t, p, x, y);
+                                               Values all(t, t + n);
+                                               all.insert(all.end(), p, p + n);
+                                               all.insert(all.end(), y, y + 20 * n);
+                                               return all;
+                                             },
+                                             [] {
+                                               Values c(3);
+                                               char err[80];
+                                               tessarel_criticalpoint(&c[0], &c[1], &c[2], err, sizeof err);
+                                               return c;
+                                             },
+                                             [] {
+                                               std::int32_t code = 0;
+                                               const std::int32_t n = 2;
+                                               const double z[] = {0.5, 0.5};
+                                               tessarel_calc_phaseenv(&n, z, &code);
+                                               return Values{static_cast<double>(code)};
+                                             }};
+  const auto fresh = [] { ASSERT_EQ(host::select({"methane", "n-butane"}, {0.5, 0.5}), "No errors"); };
+  for (const auto& first : readers) {
+    fresh();
+    const Values alone = first();
+    for (const auto& second : readers) {
+      fresh();
+      second();
+      EXPECT_EQ(first(), alone) << &first - readers.data() << " after " << &second - readers.data();
+    }
+  }
+}
+
 TEST(EnvelopeReading, RoundTripsAndTexts) {
   ASSERT_EQ(host::select({"methane", "n-butane"}, {0.5, 0.5}), "No errors");
   for (const double t : {200.0, 250.0, 300.0})
