@@ -112,6 +112,9 @@ class Sweep {
         {"metastable: another phase lies below the tangent plane", counts_.metastable},
         {"not at the boundary of the flash", counts_.off}};
     for (const auto& [what, count] : rows) std::printf("| %s | %d |\n", what, count);
+    const eos::Statistics& used = interface::current_session().work.statistics;
+    std::printf("| second runs after a first without error | %lld |\n", used.added_runs);
+    std::printf("| lines cut where they cross themselves | %lld |\n", used.cut_lines);
     std::printf("| largest difference of fugacities | %.1e |\n", counts_.largest);
     std::printf("| slowest trace, %s | %.1f ms |\n", slowest_name_.c_str(), slowest_);
     return counts_.unequal + counts_.wrong_root + counts_.jumps + counts_.critical_out_of_place +

@@ -77,6 +77,10 @@ Message critmixt_pseudo(const Eos& eos, int n, const double* z, Limits& limits) 
     limits.pci[at(i - 1)] = limits.pc;
     if (!ok(message)) return message;
   }
+  return average_critical_points(eos, n, z, limits);
+}
+
+Message average_critical_points(const Eos& eos, int n, const double* z, Limits& limits) {
   double tc = 0, pc = 0;
   for (std::size_t i = 0; i < at(n); ++i) {
     tc += z[i] * limits.tci[i];

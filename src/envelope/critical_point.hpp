@@ -23,6 +23,9 @@ Message critpure(const eos::Eos& eos, int n, const double* z, int i, fluid::Limi
 /// Critical points of all components and their averages over z.
 Message critmixt_pseudo(const eos::Eos& eos, int n, const double* z, fluid::Limits& limits);
 
+/// The averages alone, with tci and pci of the same components in place.
+Message average_critical_points(const eos::Eos& eos, int n, const double* z, fluid::Limits& limits);
+
 /// Reserved: "No errors" and no other effect.
 Message critmixt_brent();
 

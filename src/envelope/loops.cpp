@@ -173,7 +173,10 @@ bool cut_loops(const Fluid& fluid, Table& table) {
     any = true;
     c = {};
   }
-  if (any) reset_maxima(fluid.n, table);
+  if (any) {
+    ++fluid.eos.work.statistics.cut_lines;
+    reset_maxima(fluid.n, table);
+  }
   return any;
 }
 

@@ -1,5 +1,4 @@
-// Starts of a run of the tracer: the ideal solution of Wilson's K, substitutions, and incipient liquids that are nearly
-// one component.
+// Starts of a run of the tracer: the ideal solution of Wilson's K, and substitutions.
 #include <algorithm>
 #include <cmath>
 
@@ -86,39 +85,6 @@ void successsubst(const Fluid& fluid, double beta, int spec, Point& x, int passe
     x[n + (free_t ? 0 : 1)] += step;
     if (!std::isfinite(step) || change <= 1e-6) return;
   }
-}
-
-bool dew_of_nearly_pure(const Fluid& fluid, Saturation& system, double pressure, Point& x) {
-  const auto n = at(fluid.n);
-  const int by_pressure = fluid.n + 1;
-  bool found = false;
-  double hottest = 0;
-  for (std::size_t k = 0; k < n; ++k) {
-    if (!(fluid.z[k] > 0)) continue;
-    // The vapour pressure of k meets its partial pressure.
-    double t = 250.0, slope = 0;
-    const double lnp = std::log(pressure * fluid.z[k]);
-    for (int pass = 0; pass < 50; ++pass) {
-      const double psat = flash::wilson_lnk(fluid, t, pascal_per_bar)[k];
-      slope = flash::wilson_heat(fluid, static_cast<int>(k)) / (t * t);
-      const double step = std::clamp((lnp - psat) / slope, -0.2 * t, 0.2 * t);
-      t += step;
-      if (std::abs(step) < 0.05) break;
-    }
-    Point trial{};
-    const Vector lnk = flash::wilson_lnk(fluid, t, pressure * pascal_per_bar);
-    for (std::size_t i = 0; i < n; ++i) trial[i] = i == k ? std::log(fluid.z[i]) : std::max(lnk[i], 10.0);
-    trial[n] = std::log(t);
-    trial[n + 1] = std::log(pressure);
-    successsubst(fluid, 1.0, fluid.n + 2, trial);
-    if (!system.solve(trial, by_pressure, std::log(pressure)) || largest_lnk(fluid.n, fluid.z, trial) < 1e-3) continue;
-    if (trial[n] > hottest) {
-      hottest = trial[n];
-      x = trial;
-      found = true;
-    }
-  }
-  return found;
 }
 
 }  // namespace tessarel::envelope

@@ -36,7 +36,7 @@ class Tracer {
     int ierr = 0;
   };
 
-  int run(int beta, double start_pressure, const Point* from = nullptr);
+  int run(int beta, double start_pressure);
   int second_run();
   [[nodiscard]] bool vapour_is_stable(const Point& x) const;
   [[nodiscard]] bool liquid_is_stable(const Point& x) const;
@@ -314,17 +314,12 @@ void Tracer::critpntstrategy(Point& x) {
   }
 }
 
-int Tracer::run(int beta, double start_pressure, const Point* from) {
+int Tracer::run(int beta, double start_pressure) {
   Saturation& system = beta == 0 ? bubble_ : dew_;
   system_ = &system;
   Point x{}, dx{};
   crossed_ = false;
-  if (from != nullptr) {
-    x = *from;
-    spec_ = n_ + 1;
-  } else {
-    start(beta, start_pressure, x);
-  }
+  start(beta, start_pressure, x);
   at_point_ = system.selectors = {1, -1};
   ds_ = 1;
   cubic_ = {};
@@ -391,25 +386,9 @@ bool Tracer::first_run_counts(int points, bool crossed) const {
 
 /// The run from the low end of the dew line.
 int Tracer::second_run() {
-  const int first_run = table_.npnt;
   int ierr = run(1, 0);
   for (const double pressure : {1e-3, 1e-2, 0.1, 1.0, 5.0})
     if (ierr == bad_start) ierr = run(1, pressure);
-  if (ierr != bad_start && vapour_is_stable(table_.point(first_run + 1))) return ierr;
-  // The liquid that Wilson's K expect is not the first that forms, or none at all.
-  Point x{};
-  const double pressure = 1e-5;
-  dew_.selectors = {1, -1};
-  if (!dew_of_nearly_pure(fluid_, dew_, pressure, x)) return ierr;
-  const int usual_end = ierr;
-  const int kept = table_.npnt;
-  if (ierr != bad_start && !(x[n_] > table_.point(first_run + 1)[n_] + 1e-6)) return usual_end;
-  table_.npnt = first_run;
-  ierr = run(1, 0, &x);
-  if (ierr == bad_start && usual_end != bad_start) {
-    table_.npnt = kept;
-    return usual_end;
-  }
   return ierr;
 }
 
@@ -427,6 +406,7 @@ int Tracer::trace() {
   // A line that passes no critical point, or ends at a vapour that splits, is not the whole boundary.
   const bool crossed = crossed_;
   if (ierr != 0 || !crossed || !vapour_is_stable(table_.point(table_.npnt))) {
+    if (ierr == 0) ++fluid_.eos.work.statistics.added_runs;
     const int first_run = table_.npnt, first_end = ierr;
     const int extrema = table_.extrema_count;
     beta = 1;

@@ -33,10 +33,6 @@ struct Cubic {
   [[nodiscard]] double slope(std::size_t i, double s) const { return c[1][i] + s * (2 * c[2][i] + s * 3 * c[3][i]); }
 };
 
-/// A point of the dew line at `pressure` [bar] whose incipient liquid is nearly one component: of those that exist the
-/// one of highest temperature, at which a vapour meets its first liquid on cooling. False if there is none.
-bool dew_of_nearly_pure(const eos::Fluid& fluid, Saturation& system, double pressure, Point& x);
-
 /// Cuts away where the line crosses itself with the same feed phase: behind such a point, where two incipient phases
 /// are in equilibrium with the feed, the line is metastable, returns at limits of stability and passes it again. The
 /// point comes into the table twice, once for each phase. True if anything was cut.

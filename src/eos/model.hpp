@@ -32,6 +32,9 @@ struct Statistics {
   long long substituted_splits = 0, minimisers = 0, rescued_splits = 0, wide_splits = 0, three_phases = 0;
   // General flashes: those left to the search in t and p, and to the bracket behind it.
   long long state_function_searches = 0, bracketed_searches = 0;
+  // Envelopes: second runs after a first one that ended without an error but was not the whole line; lines cut where
+  // they cross themselves.
+  long long added_runs = 0, cut_lines = 0;
   long long interpolated_queries = 0;  ///< bubble and dew points read from the table without convergence
   long long critical_scans = 0;        ///< critical points of mixtures left to the search along the limit of stability
 };

@@ -24,7 +24,8 @@ struct Session {
         z(other.z),
         limits(other.limits),
         simplified(other.simplified),
-        sources(other.sources) {
+        sources(other.sources),
+        components(other.components) {
     if (other.envelope.table)
       envelope = Envelope{std::make_unique<envelope::Table>(*other.envelope.table), other.envelope};
     work.means = other.work.means;
@@ -40,6 +41,14 @@ struct Session {
   bool simplified = false;  ///< once set it stays for the session
   eos::Workspace work;
   fluid::Sources sources;
+
+  /// Critical points of the components of a mixture, which need no second search for another composition.
+  struct ComponentCriticalPoints {
+    bool valid = false;
+    bool simplified = false;
+    fluid::Vector tci{}, pci{};
+  };
+  ComponentCriticalPoints components;
 
   /// The traced phase envelope of a mixture, and what it belongs to.
   struct Envelope {
@@ -72,6 +81,7 @@ struct Session {
     model.update();
     work.reserve(model);
     envelope.traced = false;
+    components.valid = false;
   }
 };
 

@@ -61,7 +61,16 @@ Message select_components(Session& session, int nf, NameList names) {
 /// A failure is not reported: a host may need no more than single-phase states.
 void find_critical_point(Session& session) {
   fluid::Limits& limits = session.limits;
-  envelope::critpoint(session.eos(), session.n(), session.z.data(), limits);
+  Session::ComponentCriticalPoints& known = session.components;
+  if (session.n() > 1 && known.valid && known.simplified == session.simplified) {
+    // They depend on the parameters alone, not on the composition.
+    limits.tci = known.tci;
+    limits.pci = known.pci;
+    envelope::average_critical_points(session.eos(), session.n(), session.z.data(), limits);
+  } else {
+    const Message message = envelope::critpoint(session.eos(), session.n(), session.z.data(), limits);
+    known = {ok(message), session.simplified, limits.tci, limits.pci};
+  }
   if (session.n() < 2) return;
   // The extrema of the phase envelope, until one is traced.
   limits.tcritherm = limits.tcribar = limits.tc;
