@@ -59,29 +59,13 @@ void take_saturated_feed(const Context& context, bool bubble, State& state) {
   assign(state, values_at(context.fluid.eos, context.n(), context.fluid.z, state.t, state.p, v));
 }
 
-/// pq and tq: `given` 'P' or 'T'.
-Message at_quality(const Context& context, char given, State& state, double* x, double* y) {
-  if (!is_fraction(state.q)) return bad_quality;
-  const bool by_p = given == 'P';
-  if (context.pure()) {
-    PureSaturation saturation;
-    const Message message = by_p ? saturation_at_p(context.fluid, state.p, saturation)
-                                 : saturation_at_t(context.fluid, state.t, saturation);
-    if (ok(message)) take_saturation(context, saturation, state);
-    return message;
-  }
-  double& unknown = by_p ? state.t : state.p;
-  if (state.q == 0.0 || state.q == 1.0) {
-    const bool bubble = state.q == 0.0;
-    const Message message = saturation_of(context, given, bubble, state, unknown, bubble ? y : x);
-    if (ok(message)) take_saturated_feed(context, bubble, state);
-    return message;
-  }
-  if (quick_quality(context, given, state, x, y)) return no_errors;
+/// The search between the saturation points of a mixture.
+Message search_quality(const Context& context, char given, State& state, double* x, double* y) {
   double at_bubble = 0, at_dew = 0;
   if (const Message m = saturation_of(context, given, true, state, at_bubble, nullptr); !ok(m)) return m;
   if (const Message m = saturation_of(context, given, false, state, at_dew, nullptr); !ok(m)) return m;
   const fluid::Limits& limits = context.limits();
+  const bool by_p = given == 'P';
   double extreme = 0;
   Message message = no_errors;
   // Above the critical point q has an extreme between the two, and the search stays on one side of it.
@@ -102,6 +86,36 @@ Message at_quality(const Context& context, char given, State& state, double* x, 
   return message;
 }
 
+/// pq and tq: `given` 'P' or 'T'.
+Message at_quality(const Context& context, char given, State& state, double* x, double* y) {
+  if (!is_fraction(state.q)) return bad_quality;
+  const bool by_p = given == 'P';
+  if (context.pure()) {
+    PureSaturation saturation;
+    const Message message = by_p ? saturation_at_p(context.fluid, state.p, saturation)
+                                 : saturation_at_t(context.fluid, state.t, saturation);
+    if (ok(message)) take_saturation(context, saturation, state);
+    return message;
+  }
+  double& unknown = by_p ? state.t : state.p;
+  if (state.q == 0.0 || state.q == 1.0) {
+    const bool bubble = state.q == 0.0;
+    const Message message = saturation_of(context, given, bubble, state, unknown, bubble ? y : x);
+    if (ok(message)) take_saturated_feed(context, bubble, state);
+    return message;
+  }
+  if (quick_quality(context, given, state, x, y)) return no_errors;
+  const Message message = search_quality(context, given, state, x, y);
+  if (ok(message)) return message;
+  // Behind it the whole range, if the value given lies in it.
+  const fluid::Limits& limits = context.limits();
+  if (!(by_p ? within_limits(limits, limits.tlowest, state.p) : within_limits(limits, state.t, limits.plowest)))
+    return message;
+  const Bracket range = by_p ? Bracket{tp, kT, kQ, limits.tlowest, std::min(limits.thighest, 2.0 * limits.tc)}
+                             : Bracket{tp, kP, kQ, limits.plowest, limits.phighest};
+  return scan_for_state(context, range, state, x, y) ? no_errors : message;
+}
+
 }  // namespace
 
 Message pq(const Context& context, State& state, double* x, double* y) {
@@ -112,6 +126,11 @@ Message tq(const Context& context, State& state, double* x, double* y) {
 }
 
 namespace {
+
+/// tv by its quick route alone.
+Message quick_tv(const Context& context, State& state, double* x, double* y) {
+  return quick_state(context, Given::tv, state, x, y) ? no_errors : brent::no_convergence;
+}
 
 constexpr Message many_roots = "Input vq: v root not bracketed. Multiple v roots exist for q.";
 
@@ -150,73 +169,90 @@ Message temperature_on_line(const Context& context, const State& state, double& 
   return "3284";
 }
 
-}  // namespace
-
-Message vq(const Context& context, State& state, double* x, double* y) {
-  if (!is_fraction(state.q)) return bad_quality;
+/// Volumes at the ends of the line of q, and the temperature of its cold end. Where a line ends above the lowest
+/// pressure there is none, and `no_end` tells why.
+struct LineEnds {
+  double t_cold = 0, v_min = 0, v_max = HUGE_VAL;
+  Message no_end;
+};
+Message ends_of_line(const Context& context, double q, LineEnds& ends, double* x, double* y) {
   const fluid::Limits& limits = context.limits();
-  const double lowest = limits.plowest + 1.0;
-  const bool saturated = state.q == 0.0 || state.q == 1.0;
-  const auto at_cricondenbar = [&](double& v) {
+  const auto at_lowest = [&](double at_q, State& end) {
+    end = {0, limits.plowest + 1.0, 0, 0, 0, 0, at_q};
+    const Message message = pq(context, end, x, y);
+    if (!ok(message)) ends.no_end = message;
+    return ok(message);
+  };
+  const auto at_top = [&](double& v) -> Message {
+    if (context.pure()) {
+      v = 1.0 / limits.rhoc;
+      return no_errors;
+    }
     State there{limits.tcribar, limits.pcribar, 0, 0, 0, 0, 0};
     const Message message = tp(context, there, x, y);
     v = there.v;
     return message;
   };
-  // The volumes at the ends of the line of q. Where a line ends above the lowest pressure there is no such test.
-  const auto at_lowest = [&](double q, State& end) {
-    end = {0, lowest, 0, 0, 0, 0, q};
-    return pq(context, end, x, y);
-  };
-  double t1 = limits.tlowest, v_max = 0, v_min = 0;
-  Message no_end = no_errors;
   State end{};
-  if (state.q != 0.0) {
-    no_end = at_lowest(state.q, end);
-    if (ok(no_end)) t1 = end.t;
-    v_max = ok(no_end) ? end.v : HUGE_VAL;
-    t1 = std::max(t1, context.pure() ? limits.tlowest : context.boundary.table().tmindew);
-  } else if (context.pure()) {
-    v_max = 1.0 / limits.rhoc;
-  } else if (const Message m = at_cricondenbar(v_max); !ok(m)) {
-    return m;
+  ends.t_cold = limits.tlowest;
+  if (q == 0.0) {
+    if (const Message m = at_top(ends.v_max); !ok(m)) return m;
+  } else if (at_lowest(q, end)) {
+    ends.v_max = end.v;
+    ends.t_cold = std::max(end.t, context.pure() ? limits.tlowest : context.boundary.table().tmindew);
   }
-  if (state.v > v_max) return "Input vq: v > vmax(Pmin,q)";
-  if (state.q != 1.0) {
-    if (const Message m = at_lowest(0.0, end); ok(m))
-      v_min = end.v;
-    else
-      no_end = m;
-  } else if (context.pure()) {
-    v_min = 1.0 / limits.rhoc;
-  } else if (const Message m = at_cricondenbar(v_min); !ok(m)) {
-    return m;
-  }
-  if (state.v < v_min) return "Input vq: v < vmin(Pmin,q=0)";
-  if (!ok(no_end) && context.pure()) return no_end;
+  if (q == 1.0) return at_top(ends.v_min);
+  if (at_lowest(0.0, end)) ends.v_min = end.v;
+  return no_errors;
+}
 
-  Message message = no_errors;
-  if (context.pure()) {
-    const double near_critical = 0.99 * limits.tc;
-    message = find_state(context, {tq, kT, kV, near_critical, t1}, state, x, y, Behind::nothing);
-    if (!ok(message) && ok(find_state(context, {tq, kT, kV, near_critical, limits.tc}, state, x, y, Behind::nothing)))
-      return no_errors;
-    // Between volumes of liquid and vapour the line of q can have two roots in the bracket.
-    if (!ok(message) && ok(find_state(context, {tq, kT, kV, limits.tc, t1}, state, x, y))) return no_errors;
-  } else if (saturated) {
-    message = find_state(context, {pq, kP, kV, limits.pcribar, lowest}, state, x, y);
-  } else {
-    if (quick_quality_volume(context, state, x, y)) return no_errors;
-    double tx = 0, least = 0;
-    message = state.v < 1.0 / limits.rhoc ? brent_extreme(context, 2, 0, state.q, limits.tc, limits.tlowest, tx, least)
-                                          : temperature_on_line(context, state, tx, x, y);
-    const Message before = message;
-    if (ok(message)) message = find_state(context, {tv, kT, kQ, tx, t1}, state, x, y, Behind::nothing);
-    if (!ok(message) && ok(find_state(context, {tq, kT, kV, std::max(limits.tcritherm, limits.tc), t1}, state, x, y)))
-      return no_errors;
-    if (!ok(before)) return before;
+Message pure_vq(const Context& context, double t_cold, State& state, double* x, double* y) {
+  const double tc = context.limits().tc, near_critical = 0.99 * tc;
+  const Message message = find_state(context, {tq, kT, kV, near_critical, t_cold}, state, x, y, Behind::nothing);
+  if (ok(message)) return message;
+  if (ok(find_state(context, {tq, kT, kV, near_critical, tc}, state, x, y, Behind::nothing))) return no_errors;
+  // Between the volumes of liquid and vapour the line has a turn, the nearer to tc the nearer q is to a half.
+  for (const double cold : {t_cold, 0.98 * tc, 0.9995 * tc})
+    if (scan_for_state(context, {tq, kT, kV, tc, cold}, state, x, y)) return no_errors;
+  return message;
+}
+
+/// The quick routes of a mixture at 0 < q < 1: along the line of q, and along the isochore.
+bool quick_vq(const Context& context, State& state, double* x, double* y) {
+  if (quick_quality_volume(context, state, x, y)) return true;
+  const fluid::Limits& limits = context.limits();
+  const double hot = std::min(limits.thighest, 1.2 * std::max(limits.tcritherm, limits.tc));
+  return scan_for_state(context, {quick_tv, kT, kQ, limits.tlowest, hot}, state, x, y);
+}
+
+Message mixture_vq(const Context& context, double t_cold, State& state, double* x, double* y) {
+  const fluid::Limits& limits = context.limits();
+  if (state.q == 0.0 || state.q == 1.0)
+    return find_state(context, {pq, kP, kV, limits.pcribar, limits.plowest + 1.0}, state, x, y);
+  if (quick_vq(context, state, x, y)) return no_errors;
+  double t = 0, least = 0;
+  const Message message = state.v < 1.0 / limits.rhoc
+                              ? brent_extreme(context, 2, 0, state.q, limits.tc, limits.tlowest, t, least)
+                              : temperature_on_line(context, state, t, x, y);
+  return ok(message) ? find_state(context, {tv, kT, kQ, t, t_cold}, state, x, y, Behind::nothing) : message;
+}
+
+}  // namespace
+
+Message vq(const Context& context, State& state, double* x, double* y) {
+  if (!is_fraction(state.q)) return bad_quality;
+  LineEnds ends;
+  if (const Message m = ends_of_line(context, state.q, ends, x, y); !ok(m)) return m;
+  const bool above = state.v > ends.v_max, below = state.v < ends.v_min;
+  if (above || below) {
+    // The line that a query gives at the lowest pressure need not be the one of this state.
+    const bool inside = !context.pure() && state.q > 0 && state.q < 1;
+    if (inside && quick_vq(context, state, x, y)) return no_errors;
+    return above ? Message("Input vq: v > vmax(Pmin,q)") : Message("Input vq: v < vmin(Pmin,q=0)");
   }
-  if (!ok(message) && !ok(no_end)) return no_end;
+  const Message message =
+      context.pure() ? pure_vq(context, ends.t_cold, state, x, y) : mixture_vq(context, ends.t_cold, state, x, y);
+  if (!ok(message) && !ok(ends.no_end)) return ends.no_end;
   return message == brent::not_bracketed ? many_roots : message;
 }
 

@@ -78,53 +78,101 @@ Message search(const Bracket& bracket, Forward& forward, State& state, double* x
   return no_errors;
 }
 
-/// Points across the bracket; where the residual changes its sign between neighbours that can be calculated, a search.
-bool scan(const Context& context, const Bracket& bracket, State& state, double* x, double* y) {
-  constexpr int points = 40;
-  const bool logarithmic = bracket.unknown == kP && bracket.a > 0 && bracket.b > 0;
-  Forward forward(context, *bracket.forward);
-  Vars given = vars_of(state);
-  const double target = entry(given.data(), bracket.target);
-  double last_x = 0, last_residual = 0;
-  bool has_last = false;
-  for (int k = 0; k <= points && !forward.exhausted(); ++k) {
-    const double share = static_cast<double>(k) / points;
-    const double unknown = k == 0        ? bracket.a
-                           : k == points ? bracket.b
-                           : logarithmic ? bracket.a * std::pow(bracket.b / bracket.a, share)
-                                         : bracket.a + share * (bracket.b - bracket.a);
-    Vars vars = given;
-    entry(vars.data(), bracket.unknown) = unknown;
-    const Message message = forward(vars[0], vars[1], vars[2], vars[3], vars[4], vars[5], vars[6], x, y);
-    const double residual = entry(vars.data(), bracket.target) - target;
-    if (!ok(message) || !std::isfinite(residual)) {
-      has_last = false;
-      continue;
+/// The residual at points across a bracket.
+class Scan {
+ public:
+  Scan(const Context& context, const Bracket& bracket, const State& given, double* x, double* y)
+      : context_(context),
+        bracket_(bracket),
+        forward_(context, *bracket.forward),
+        given_(vars_of(given)),
+        target_(entry(given_.data(), bracket.target)),
+        x_(x),
+        y_(y) {}
+
+  /// Searches where the residual changes its sign between neighbours that can be calculated, or comes near 0 and turns.
+  bool run(State& state) {
+    constexpr int points = 60;
+    const bool logarithmic = bracket_.unknown == kP && bracket_.a > 0 && bracket_.b > 0;
+    std::array<Point, 3> last{};  // the newest is the last
+    for (int k = 0; k <= points && !forward_.exhausted(); ++k) {
+      const double share = static_cast<double>(k) / points;
+      const double unknown = k == 0        ? bracket_.a
+                             : k == points ? bracket_.b
+                             : logarithmic ? bracket_.a * std::pow(bracket_.b / bracket_.a, share)
+                                           : bracket_.a + share * (bracket_.b - bracket_.a);
+      last = {last[1], last[2], at(unknown)};
+      if (last[1].valid && last[2].valid && changes(last[1], last[2]) && searched(last[1], last[2], state)) return true;
+      if (last[0].valid && last[1].valid && last[2].valid && turns(last) && searched_at_turn(last, state)) return true;
     }
-    if (has_last && !(last_residual > 0 && residual > 0) && !(last_residual < 0 && residual < 0)) {
-      Bracket stretch = bracket;
-      stretch.a = last_x;
-      stretch.b = unknown;
-      if (ok(search(stretch, forward, state, x, y))) {
-        ++context.fluid.eos.work.statistics.scanned_states;
-        return true;
-      }
-    }
-    has_last = true;
-    last_x = unknown;
-    last_residual = residual;
+    return false;
   }
-  return false;
-}
+
+ private:
+  struct Point {
+    bool valid = false;
+    double unknown = 0, residual = 0;
+  };
+
+  Point at(double unknown) {
+    Vars vars = given_;
+    entry(vars.data(), bracket_.unknown) = unknown;
+    const Message message = forward_(vars[0], vars[1], vars[2], vars[3], vars[4], vars[5], vars[6], x_, y_);
+    const double residual = entry(vars.data(), bracket_.target) - target_;
+    return {ok(message) && std::isfinite(residual), unknown, residual};
+  }
+  static bool changes(const Point& a, const Point& b) { return (a.residual > 0) != (b.residual > 0); }
+  static bool turns(const std::array<Point, 3>& p) {
+    const double middle = std::abs(p[1].residual);
+    return !changes(p[0], p[1]) && !changes(p[1], p[2]) && middle < std::abs(p[0].residual) &&
+           middle <= std::abs(p[2].residual);
+  }
+  bool searched(const Point& a, const Point& b, State& state) {
+    Bracket stretch = bracket_;
+    stretch.a = a.unknown;
+    stretch.b = b.unknown;
+    if (!ok(search(stretch, forward_, state, x_, y_))) return false;
+    ++context_.fluid.eos.work.statistics.scanned_states;
+    return true;
+  }
+  /// Golden sections towards the turn until the residual has the other sign.
+  bool searched_at_turn(std::array<Point, 3> p, State& state) {
+    constexpr double golden = 0.381966;
+    for (int pass = 0; pass < 40 && !forward_.exhausted(); ++pass) {
+      const bool right = std::abs(p[2].unknown - p[1].unknown) > std::abs(p[1].unknown - p[0].unknown);
+      const Point next = at(p[1].unknown + golden * ((right ? p[2] : p[0]).unknown - p[1].unknown));
+      if (!next.valid) return false;
+      if (changes(next, p[1])) return searched(p[0], next, state) || searched(next, p[2], state);
+      const bool better = std::abs(next.residual) < std::abs(p[1].residual);
+      if (better)
+        p = right ? std::array<Point, 3>{p[1], next, p[2]} : std::array<Point, 3>{p[0], next, p[1]};
+      else
+        p[right ? 2 : 0] = next;
+      if (std::abs(p[2].unknown - p[0].unknown) < 1e-9 * std::abs(p[1].unknown)) return false;
+    }
+    return false;
+  }
+
+  const Context& context_;
+  const Bracket& bracket_;
+  Forward forward_;
+  Vars given_;
+  double target_;
+  double *x_, *y_;
+};
 
 }  // namespace
+
+bool scan_for_state(const Context& context, const Bracket& bracket, State& state, double* x, double* y) {
+  return Scan(context, bracket, state, x, y).run(state);
+}
 
 Message find_state(const Context& context, const Bracket& bracket, State& state, double* x, double* y, Behind behind) {
   ++context.fluid.eos.work.statistics.searched_states;
   Forward forward(context, *bracket.forward);
   const Message message = search(bracket, forward, state, x, y);
   if (ok(message) || behind == Behind::nothing) return message;
-  return scan(context, bracket, state, x, y) ? no_errors : message;
+  return Scan(context, bracket, state, x, y).run(state) ? no_errors : message;
 }
 
 Message find_state_retrying(const Context& context, Bracket bracket, int retries, State& state, double* x, double* y) {
@@ -139,7 +187,7 @@ Message find_state_retrying(const Context& context, Bracket bracket, int retries
     lower *= 1.05;
     upper *= 0.95;
   }
-  return scan(context, whole, state, x, y) ? no_errors : message;
+  return Scan(context, whole, state, x, y).run(state) ? no_errors : message;
 }
 
 }  // namespace tessarel::solvers

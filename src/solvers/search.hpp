@@ -26,6 +26,9 @@ Message find_state(const Context& context, const Bracket& bracket, State& state,
 /// times the last.
 Message find_state_retrying(const Context& context, Bracket bracket, int retries, State& state, double* x, double* y);
 
+/// The scan alone.
+bool scan_for_state(const Context& context, const Bracket& bracket, State& state, double* x, double* y);
+
 /// Bound on the work of a search over searches, in pressures evaluated.
 inline constexpr long long most_pressures = 200000;
 

@@ -201,9 +201,14 @@ Message ts(const Context& context, State& state, double* x, double* y) {
   dilute.p = limits.plowest;
   constexpr double slack = 1e-12 * fluid::gas_constant;
   if (const Message m = tp_lph(fluid, dense.t, dense.p, dense.v, dense.u, dense.h, dense.s); !ok(m)) return m;
-  if (state.s < dense.s - slack) return "Input Ts: s < s(T,Pmax)";
+  // A mixture that splits at the end of the range can lie beyond one phase there.
+  const auto beyond_stable = [&](State end, bool below) {
+    if (context.pure() || !ok(tp(context, end, x, y))) return true;
+    return below ? state.s < end.s - slack : state.s > end.s + slack;
+  };
+  if (state.s < dense.s - slack && beyond_stable(dense, true)) return "Input Ts: s < s(T,Pmax)";
   if (const Message m = tp_vph(fluid, dilute.t, dilute.p, dilute.v, dilute.u, dilute.h, dilute.s); !ok(m)) return m;
-  if (state.s > dilute.s + slack) return "Input Ts: s > s(T,Pmin)";
+  if (state.s > dilute.s + slack && beyond_stable(dilute, false)) return "Input Ts: s > s(T,Pmin)";
   if (quick_state(context, Given::ts, state, x, y)) return no_errors;
   if (context.pure()) return find_state(context, {tv, kV, kS, dense.v, dilute.v}, state, x, y);
   return find_state_retrying(context, {tp, kP, kS, limits.phighest, limits.plowest}, 10, state, x, y);
