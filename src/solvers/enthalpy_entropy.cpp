@@ -76,6 +76,17 @@ Message bracket_for(const Context& context, const State& state, double& upper, d
 
 }  // namespace
 
+namespace {
+
+/// The state found has h and s as they were given.
+Message keep_given(Message message, const State& given, State& state) {
+  state.h = given.h;
+  state.s = given.s;
+  return message;
+}
+
+}  // namespace
+
 Message hs(const Context& context, State& state, double* x, double* y) {
   if (quick_state(context, Given::hs, state, x, y)) return no_errors;
   const State given = state;
@@ -83,17 +94,20 @@ Message hs(const Context& context, State& state, double* x, double* y) {
   double upper = 0, lower = 0;
   Message message = bracket_for(context, given, upper, lower, x, y);
   if (ok(message)) message = find_state(context, {ph, kP, kS, upper, lower}, state, x, y, Behind::nothing);
-  if (ok(message)) return message;
+  if (ok(message)) return keep_given(message, given, state);
   // A liquid colder than the saturation line reaches at the lowest pressure has no bracket by it.
   state = given;
   const fluid::Limits& limits = context.limits();
-  return ok(find_state(context, {ph, kP, kS, limits.phighest, limits.plowest}, state, x, y)) ? no_errors : message;
+  if (ok(find_state(context, {ph, kP, kS, limits.phighest, limits.plowest}, state, x, y))) message = no_errors;
+  return keep_given(message, given, state);
 }
 
 Message hs_simple(const Context& context, State& state, double* x, double* y) {
   if (quick_state(context, Given::hs, state, x, y)) return no_errors;
   const fluid::Limits& limits = context.limits();
-  return find_state_retrying(context, {ph, kP, kS, limits.phighest, limits.plowest}, 25, state, x, y);
+  const State given = state;
+  return keep_given(find_state_retrying(context, {ph, kP, kS, limits.phighest, limits.plowest}, 25, state, x, y), given,
+                    state);
 }
 
 }  // namespace tessarel::solvers

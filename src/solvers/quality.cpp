@@ -219,6 +219,7 @@ Message pure_vq(const Context& context, double t_cold, State& state, double* x, 
 
 /// The quick routes of a mixture at 0 < q < 1: along the line of q, and along the isochore.
 bool quick_vq(const Context& context, State& state, double* x, double* y) {
+  if (!context.quick) return false;
   if (quick_quality_volume(context, state, x, y)) return true;
   const fluid::Limits& limits = context.limits();
   const double hot = std::min(limits.thighest, 1.2 * std::max(limits.tcritherm, limits.tc));

@@ -75,6 +75,7 @@ bool finite(const State& s) {
 }  // namespace
 
 bool quick_state(const Context& context, Given given, State& state, double* x, double* y) {
+  if (!context.quick) return false;
   if (context.pure()) return quick_pure_state(context, given, state);
   const fluid::Limits& limits = context.limits();
   const auto [first, second] = flash::properties_of(given);
@@ -170,6 +171,7 @@ double estimated_t(const Context& context, double q, double v) {
 }  // namespace
 
 bool quick_quality(const Context& context, char given, State& state, double* x, double* y) {
+  if (!context.quick) return false;
   flash::Split split;
   State result = state;
   return split_of_quality(context, state.q, given, given == 'T' ? state.t : state.p, result.t, result.p, split) &&

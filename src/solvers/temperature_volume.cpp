@@ -161,7 +161,14 @@ Message search_vp(const Context& context, State& state, double* x, double* y) {
   const State given = state;
   Message message = search_vp_once(context, state, x, y);
   if (context.pure()) {
-    if (ok(message) && state.q == 0.0 && state.t >= context.limits().tc) state.q = 1.0;
+    // The forward calculation by v has no label of its own.
+    if (ok(message) && state.q == 0.0) {
+      const fluid::Limits& limits = context.limits();
+      PureSaturation saturation;
+      const bool gas = state.t >= limits.tc ||
+                       (ok(saturation_at_t(context.fluid, state.t, saturation)) && state.v >= saturation.v_v);
+      if (gas) state.q = 1.0;
+    }
     return message;
   }
   // One phase only if it is stable; on limits of no trace the steps are repeated with those of one.

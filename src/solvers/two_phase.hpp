@@ -49,6 +49,7 @@ class Boundary {
 struct Context {
   eos::Fluid fluid;
   Boundary& boundary;
+  bool quick = true;  ///< false leaves the quick routes out, so that the searches behind them can be compared
 
   [[nodiscard]] int n() const { return fluid.n; }
   [[nodiscard]] bool pure() const { return fluid.pure(); }
