@@ -19,7 +19,7 @@ Properties phase_properties(const eos::Eos& eos, int n, const Phase& phase, doub
   const eos::IdealPart ideal = eos::ideal_part(eos.parameters(), n, x, t);
   Properties r;
   r.h = aux[2] + ideal.h / gas_constant;
-  r.s = aux[3] + ideal.s / gas_constant - std::log(p);
+  r.s = aux[3] + ideal.s / gas_constant - std::log(std::abs(p));
   r.v = fluid::avogadro_factor / phase.rho / gas_constant * pascal_per_bar;
   r.h_t = aux[4] + fluid::calc_cp0mix(eos.parameters(), n, x, t) / gas_constant;
   r.v_t = aux[8];

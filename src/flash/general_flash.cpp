@@ -180,7 +180,7 @@ int GeneralFlash::run() {
     state_.p = estimate.p;
   };
   restart();
-  if (estimate.p > range_.highest_p && (spec_.has(Property::p) || spec_.has(Property::v))) {
+  if (estimate.p > range_.highest_p && (spec_.has(Property::p) || (range_.strict && spec_.has(Property::v)))) {
     one_phase_at(state_.t, state_.p);
     return left_range;
   }

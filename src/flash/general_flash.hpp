@@ -18,6 +18,7 @@ namespace tessarel::flash {
 /// Where the searches look [K, bar].
 struct Range {
   double lowest_t = 100.0, highest_t = 1000.0, lowest_p = 1e-9, highest_p = 2000.0;
+  bool strict = true;  ///< an ideal-solution estimate above the highest pressure ends the call
 };
 
 /// Codes of genflash: the search left its range of 100 to 1000 K and up to 2000 bar; more than 20 passes.

@@ -181,8 +181,9 @@ bool GeneralFlash::search_over_p() {
     const Bracket end = solve_temperature(p, Property::h, spec_.second);
     if (end == Bracket::failed || end == Bracket::jump) return false;
     if (end != Bracket::found) {
-      // Colder than the range: a liquid has less h at a lower pressure. Hotter: a gas has more of it there.
-      hi = x;
+      // At the end of the range in t, the p at which h comes nearer to its value.
+      const bool rise = end == Bracket::below;
+      (rise == (whole_.h_p > 0) ? lo : hi) = x;
       x = 0.5 * (lo + hi);
       continue;
     }

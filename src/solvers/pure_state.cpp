@@ -228,8 +228,9 @@ Found PureStates::at_hs(double h, double s, State& state) const {
     const Found end = at_p(p, Property::h, h, state);
     if (end == Found::no) return end;
     if (end != Found::yes) {
-      // Colder than the range: a liquid has less h at a lower pressure. Hotter: a gas has more of it there.
-      hi = p;
+      // Colder than the range: a liquid has less h at a lower pressure, a gas at a higher one. Hotter: a gas has more
+      // of it at a lower pressure.
+      (end == Found::above && state.q > 0 ? lo : hi) = p;
       if (hi < lo * (1.0 + 1e-13)) return Found::no;
       p = std::sqrt(lo * hi);
       continue;
