@@ -156,10 +156,10 @@ bool GeneralFlash::finish_one_phase() {
   return last < 1e-9;
 }
 
-/// Stability by the flash at t and p, which reports one phase only then.
+/// Stability by the flash at t and p, which reports one phase only then, at its stable root.
 bool GeneralFlash::single_is_stable() {
   flash_ = flmain(fluid_, state_.t, state_.p * pascal_per_bar, false, nullptr, nullptr);
-  return flash_.code == 3;
+  return flash_.code == 3 && std::abs(flash_.single.rho / state_.single.rho - 1.0) < 1e-6;
 }
 
 /// Newton's method to rounding where a search ended.

@@ -187,7 +187,8 @@ bool GeneralFlash::search_over_p() {
       x = 0.5 * (lo + hi);
       continue;
     }
-    const double error = whole_.s - spec_.first;
+    // Along an isobar s follows h by ds = dh / t, also where three phases meet and h jumps.
+    const double error = whole_.s + (spec_.second - whole_.h) / state_.t - spec_.first;
     (error > 0 ? lo : hi) = x;
     const double dp = error * state_.t / whole_.v;
     // A gas is linear in ln p, a liquid in p.
