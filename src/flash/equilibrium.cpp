@@ -78,6 +78,11 @@ bool Equilibrium::linearise(double t_now, double p_now, const Split& from, Mixin
   h_g = -t * t * over_amounts(g_t, scaled_g);
   s_g = h_g / t - over_amounts(g, scaled_g);
   v_g = t * over_amounts(g_p, scaled_g);
+  Vector ones{};
+  ones.fill(1.0);
+  beta_t = over_amounts(ones, scaled_t);
+  beta_p = over_amounts(ones, scaled_p);
+  beta_g = over_amounts(ones, scaled_g);
   return std::isfinite(overall.h_t) && std::isfinite(overall.v_p);
 }
 

@@ -18,7 +18,8 @@ End GeneralFlash::iterate(Equilibrium& e, Mixing mixing, int passes) {
   for (int pass = 0; pass < passes; ++pass) {
     if (!e.linearise(state_.t, state_.p, state_.split, mixing)) return End::stuck;
     double dt = 0, dp = 0;
-    if (!spec_.step(e.overall, e.t, e.p, {e.h_g, e.s_g, e.v_g}, dt, dp)) return End::stuck;
+    if (!spec_.step(e.overall, e.t, e.p, {e.h_g, e.s_g, e.v_g, e.beta_g, e.split.beta, e.beta_t, e.beta_p}, dt, dp))
+      return End::stuck;
     Vector gradient, delta;
     double factor = 1.0;
     for (std::size_t i = 0; i < n; ++i) gradient[i] = e.g[i] + e.g_t[i] * dt + e.g_p[i] * dp;
@@ -60,6 +61,12 @@ bool GeneralFlash::from_split(const Split& split, int substitutions) {
   state_.two_phases = true;
   state_.split = e.split;
   return !third_phase({eos(), fluid_.n, state_.t, state_.p * pascal_per_bar}, fluid_.z, e.split).found;
+}
+
+bool GeneralFlash::run_from(const Split& start, double t, double p) {
+  state_.t = t;
+  state_.p = p;
+  return from_split(start, 0);
 }
 
 /// The feed as one phase at t and p.
@@ -252,6 +259,12 @@ int genflash(Given given, double first, double second, const eos::Fluid& fluid, 
   const int code = GeneralFlash(given, first, second, normalised, range, state).run();
   write_results(normalised, state);
   return code;
+}
+
+bool refine_split(Given given, double first, double second, const eos::Fluid& fluid, const Split& start, double t,
+                  double p, GeneralState& state) {
+  const Range range;
+  return GeneralFlash(given, first, second, fluid, range, state).run_from(start, t, p);
 }
 
 Message calc_ab_flash(const eos::Fluid& fluid, int mode, double a, double b, AbResult& result) {

@@ -40,7 +40,12 @@ struct GeneralState {
 int genflash(Given given, double first, double second, const eos::Fluid& fluid, GeneralState& state,
              const Range& range = {});
 
-/// The same in SI units, with the pair (P,T), (P,h), (P,s), (T,v), (v,u) by `mode` 1 to 5 as a, b. Messages: "No
+/// Newton's method alone, from two phases near the solution: ln K of `start` at t and p. For all pairs, also those with
+/// the vapour fraction. The fractions of the feed sum to 1. False unless it ends in a stable state of two phases.
+bool refine_split(Given given, double first, double second, const eos::Fluid& fluid, const Split& start, double t,
+                  double p, GeneralState& state);
+
+/// genflash in SI units, with the pair (P,T), (P,h), (P,s), (T,v), (v,u) by `mode` 1 to 5 as a, b. Messages: "No
 /// errors", "Michelsen's GenFlash calculation: error code = <code>", "Michelsen's GenFlash calculation: unexpected
 /// error, NaN's calculated...". Results are written always.
 struct AbResult {

@@ -19,6 +19,8 @@ class GeneralFlash {
 
   /// Finds the state; 0, left_range or too_many_passes.
   int run();
+  /// The two-phase state next to a split at t and p.
+  bool run_from(const Split& start, double t, double p);
 
  private:
   bool from_split(const Split& split, int substitutions);

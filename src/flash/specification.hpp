@@ -11,9 +11,9 @@
 namespace tessarel::flash {
 
 /// The pairs, named by their properties; the order of the values is that of `properties_of`.
-enum class Given { tp = 1, ph, ps, tv, vu, pu, vp, ts, vh, vs, hs };
+enum class Given { tp = 1, ph, ps, tv, vu, pu, vp, ts, vh, vs, hs, pq, tq, vq };
 
-enum class Property { t, p, v, u, h, s };
+enum class Property { t, p, v, u, h, s, q };
 
 struct Pair {
   Property first, second;
@@ -22,13 +22,16 @@ constexpr Pair properties_of(Given given) {
   constexpr Pair pairs[] = {{Property::t, Property::p}, {Property::h, Property::p}, {Property::s, Property::p},
                             {Property::t, Property::v}, {Property::u, Property::v}, {Property::u, Property::p},
                             {Property::v, Property::p}, {Property::t, Property::s}, {Property::h, Property::v},
-                            {Property::s, Property::v}, {Property::s, Property::h}};
+                            {Property::s, Property::v}, {Property::s, Property::h}, {Property::q, Property::p},
+                            {Property::t, Property::q}, {Property::q, Property::v}};
   return pairs[static_cast<int>(given) - 1];
 }
 
-/// What the amounts of two phases add to h, s and v when they follow ln f_v - ln f_l to 0; zeros for one phase.
+/// What the amounts of two phases add to h, s, v and q when they follow ln f_v - ln f_l to 0; zeros for one phase. And
+/// the vapour fraction q with its derivatives along the equilibrium.
 struct Following {
-  double h = 0, s = 0, v = 0;
+  double h = 0, s = 0, v = 0, q = 0;
+  double fraction = 0, fraction_t = 0, fraction_p = 0;
 };
 
 /// A property with its derivatives by t and p, and what `Following` adds to it.
@@ -47,6 +50,8 @@ inline Response response(Property property, const Properties& whole, double t, d
       return {whole.u(p), whole.u_t(p), whole.u_p(p), f.h - p * f.v};
     case Property::h:
       return {whole.h, whole.h_t, whole.h_p, f.h};
+    case Property::q:
+      return {f.fraction, f.fraction_t, f.fraction_p, f.q};
     case Property::s:
       break;
   }

@@ -111,6 +111,7 @@ Message at_quality(const Context& context, char given, State& state, double* x, 
   const fluid::Limits& limits = context.limits();
   if (!(by_p ? within_limits(limits, limits.tlowest, state.p) : within_limits(limits, state.t, limits.plowest)))
     return message;
+  if (context.quick && quality_from_line(context, by_p ? Given::pq : Given::tq, state, x, y)) return no_errors;
   const Bracket range = by_p ? Bracket{tp, kT, kQ, limits.tlowest, std::min(limits.thighest, 2.0 * limits.tc)}
                              : Bracket{tp, kP, kQ, limits.plowest, limits.phighest};
   return scan_for_state(context, range, state, x, y) ? no_errors : message;
@@ -126,11 +127,6 @@ Message tq(const Context& context, State& state, double* x, double* y) {
 }
 
 namespace {
-
-/// tv by its quick route alone.
-Message quick_tv(const Context& context, State& state, double* x, double* y) {
-  return quick_state(context, Given::tv, state, x, y) ? no_errors : brent::no_convergence;
-}
 
 constexpr Message many_roots = "Input vq: v root not bracketed. Multiple v roots exist for q.";
 
@@ -221,9 +217,7 @@ Message pure_vq(const Context& context, double t_cold, State& state, double* x, 
 bool quick_vq(const Context& context, State& state, double* x, double* y) {
   if (!context.quick) return false;
   if (quick_quality_volume(context, state, x, y)) return true;
-  const fluid::Limits& limits = context.limits();
-  const double hot = std::min(limits.thighest, 1.2 * std::max(limits.tcritherm, limits.tc));
-  return scan_for_state(context, {quick_tv, kT, kQ, limits.tlowest, hot}, state, x, y);
+  return quality_from_line(context, Given::vq, state, x, y);
 }
 
 Message mixture_vq(const Context& context, double t_cold, State& state, double* x, double* y) {

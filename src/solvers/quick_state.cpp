@@ -27,6 +27,8 @@ double& entry(State& state, Property property) {
       return state.u;
     case Property::h:
       return state.h;
+    case Property::q:
+      return state.q;
     case Property::s:
       break;
   }
@@ -45,6 +47,7 @@ namespace {
 double reduced(Property property, double value) {
   switch (property) {
     case Property::t:
+    case Property::q:
       return value;
     case Property::p:
       return value / pascal_per_bar;
@@ -205,6 +208,56 @@ bool quick_quality_volume(const Context& context, State& state, double* x, doubl
     last_y = y_now;
     last_error = error;
     y_now += std::clamp(step, -0.1, 0.1);
+  }
+  return false;
+}
+
+bool quality_from_line(const Context& context, Given given, State& state, double* x, double* y) {
+  constexpr int points = 48;
+  const fluid::Limits& limits = context.limits();
+  const eos::Fluid& fluid = context.fluid;
+  const auto [first, second] = flash::properties_of(given);
+  const double a = entry(state, first), b = entry(state, second);
+  const bool isotherm = given == Given::tq;
+  const double hot = std::min(limits.thighest, 1.5 * std::max(limits.tc, limits.tcritherm));
+  // Newton's method starts where q comes close, or at the point of the line that came closest.
+  double last_q = -1;
+  for (int k = 0; k <= points; ++k) {
+    const double share = static_cast<double>(k) / points;
+    const double t = isotherm ? state.t : limits.tlowest + share * (hot - limits.tlowest);
+    flash::Split start;
+    double at_t = t, at_p = 0;
+    if (given == Given::vq) {
+      State on_line{t, 0, state.v, 0, 0, 0, 0};
+      if (!quick_state(context, Given::tv, on_line, x, y) || !(on_line.q > 0 && on_line.q < 1)) continue;
+      start.beta = on_line.q;
+      std::copy_n(x, fluid.n, start.liquid.x.begin());
+      std::copy_n(y, fluid.n, start.vapour.x.begin());
+      start.lnk = flash::log_ratios(fluid.n, fluid.z, start);
+      at_p = on_line.p;
+    } else {
+      at_p = isotherm ? limits.plowest * std::pow(limits.phighest / limits.plowest, share) : state.p;
+      const flash::PtResult flash = flash::flmain(fluid, at_t, at_p, false, nullptr, nullptr);
+      if (!flash.two_phases()) continue;
+      start = flash.split;
+    }
+    const bool near = std::abs(start.beta - state.q) < 0.25,
+               passed = last_q >= 0 && (last_q - state.q) * (start.beta - state.q) <= 0;
+    last_q = start.beta;
+    if (!near && !passed) continue;
+    flash::GeneralState found;
+    if (!flash::refine_split(given, reduced(first, a), reduced(second, b), fluid, start, at_t, at_p / pascal_per_bar,
+                             found))
+      continue;
+    State result{found.t, found.p * pascal_per_bar, 0, 0, 0, 0, 0};
+    if (!within_limits(limits, result.t, result.p) || found.split.vapour.rho > found.split.liquid.rho) continue;
+    take_split(context, found.split, result, x, y);
+    if (!finite(result) || std::abs(result.q - state.q) > 1e-9) continue;
+    entry(result, first) = a;
+    entry(result, second) = b;
+    state = result;
+    ++fluid.eos.work.statistics.scanned_states;
+    return true;
   }
   return false;
 }

@@ -20,6 +20,10 @@ bool quick_quality(const Context& context, char given, State& state, double* x, 
 /// ... and at the v of `state`.
 bool quick_quality_volume(const Context& context, State& state, double* x, double* y);
 
+/// The state of a mixture with the q, 0 < q < 1, and the T, P or v (`given`) of `state`, by Newton's method from the
+/// states of two phases on a line across the range: an isotherm, an isobar, an isochore.
+bool quality_from_line(const Context& context, Given given, State& state, double* x, double* y);
+
 /// The quick route of pure fluids.
 bool quick_pure_state(const Context& context, Given given, State& state);
 
