@@ -401,6 +401,107 @@ void register_envelope() {
   }
 }
 
+/// One property call on two of the values of a state; the first changes with every call.
+struct HostCall {
+  double t = 0, p = 0, v = 0, u = 0, h = 0, s = 0, q = 1;
+  double cv = 0, dpdt = 0, dpdv = 0, d2pdt2 = 0, d2pdv2 = 0, d2pdtdv = 0, dcvdt = 0;
+  double x[20] = {}, y[20] = {}, lnphi[20] = {};
+  char err[80] = {};
+
+  void run(const std::string& pair, std::int32_t order = 0) {
+    tessarel_tmdprop(pair.data(), &order, &t, &p, &v, &u, &h, &s, &q, &cv, &dpdt, &dpdv, &d2pdt2, &d2pdv2, &d2pdtdv,
+                     &dcvdt, x, y, lnphi, err, pair.size(), sizeof err);
+  }
+  double& value(char property) {
+    switch (property) {
+      case 'T':
+        return t;
+      case 'P':
+        return p;
+      case 'v':
+        return v;
+      case 'u':
+        return u;
+      case 'h':
+        return h;
+      case 's':
+        return s;
+      default:
+        return q;
+    }
+  }
+};
+
+/// The result of a call as molar SI values.
+HostCall as_inputs(HostCall result, double molar_mass) {
+  result.t += 273.15;
+  result.p *= 1e5;
+  result.v *= molar_mass;
+  for (double* energy : {&result.u, &result.h, &result.s}) *energy *= molar_mass * 1000.0;
+  return result;
+}
+
+/// A new composition of the natural gas selected, alone and with one state of one phase.
+void register_selection() {
+  for (const bool with_state : {false, true})
+    benchmark::RegisterBenchmark(
+        with_state ? "selection, new composition, and TP/natural gas" : "selection, new composition/natural gas",
+        [with_state](State& state) {
+          const FlashCase& c = flash_cases()[2];
+          select_case(c);
+          std::vector<double> z = c.z;
+          double step = 1e-12;
+          const Counted counted(state);
+          for (auto _ : state) {
+            z[0] = c.z[0] + step, z[1] = c.z[1] - step, step = -step * 1.01;
+            select(c.fluids, z);
+            if (!with_state) continue;
+            HostCall call;
+            call.t = c.t;
+            call.p = c.p;
+            call.run("TP");
+            benchmark::DoNotOptimize(call.h);
+          }
+        });
+}
+
+void register_states() {
+  static const std::vector<std::string> pairs = {"TP", "Tv", "vP", "Ts", "vu", "vh", "vs",
+                                                 "Pu", "Ph", "Ps", "hs", "Pq", "Tq", "vq"};
+  static const FlashCase propane = {"propane 300 K, two phases", {"propane"}, {1.0}, 300, 0};
+  const auto add = [](const FlashCase& c, bool by_q, const std::string& pair) {
+    benchmark::RegisterBenchmark(("tessarel_tmdprop " + pair + "/" + c.name).c_str(), [&c, by_q, pair](State& state) {
+      select_case(c);
+      double mass = 0;
+      tessarel_fluidinfo(c.z.data(), &mass, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                         nullptr);
+      HostCall known;
+      known.t = c.t;
+      known.p = c.p;
+      known.q = 0.4;
+      known.run(by_q ? "Tq" : "TP");
+      const HostCall inputs = as_inputs(known, mass);
+      double first = HostCall(inputs).value(pair[0]);
+      // What is traced once for a composition is not what a call costs.
+      HostCall warm = inputs;
+      warm.run(pair);
+      const Counted counted(state);
+      for (auto _ : state) {
+        HostCall call = inputs;
+        call.value(pair[0]) = first *= 1.0 + 1e-13;
+        call.run(pair);
+        benchmark::DoNotOptimize(call.h);
+      }
+      if (std::string(warm.err, 9) != "No errors") state.SkipWithError(warm.err);
+    });
+  };
+  for (const std::string& pair : pairs) {
+    add(flash_cases()[0], false, pair);
+    add(propane, true, pair);
+    if (pair.back() != 'q') add(flash_cases()[2], false, pair);
+  }
+}
+
 /// Property calls on as many threads as the argument says, each with a session of its own.
 void threads(State& state) {
   std::int64_t number = 0;
@@ -433,6 +534,8 @@ int main(int argc, char** argv) {
   tessarel::bench::register_saturation();
   tessarel::bench::register_flash();
   tessarel::bench::register_envelope();
+  tessarel::bench::register_selection();
+  tessarel::bench::register_states();
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
   return 0;

@@ -464,6 +464,125 @@ TESSAREL_API void tessarel_hs_lph(double* t, double* p, double* v, double* u, do
 TESSAREL_API void tessarel_hs_vph(double* t, double* p, double* v, double* u, double* h, double* s, char* err,
                                   size_t err_len);
 
+/* ---------------------------------------------------------- with the phase boundary ----------------------------- */
+
+/* The stable state of the selection, of one phase or two. Each member reads the pair that its name gives and writes the
+ * others: t [K], p [Pa], v [m3/mol], u, h [J/mol], s [J/(mol K)], q the mole fraction of vapour, x and y (n) the mole
+ * fractions of liquid and vapour; a pure fluid leaves x and y alone. Values of two phases are the mean by amounts. A
+ * state exists when t and p lie within the range of the fluid: tmin to tmax of tessarel_fluidinfo, 1 Pa (mixtures 1000
+ * Pa) to 5e7 Pa. The one of two that belong to a pair may be returned where there are two.
+ *
+ * err, if not "No errors": the state is left as it was. The texts of each member; of the searches "Brent_Root: root not
+ * bracketed...", "Brent_Root: no convergence..."; of what they call (calc_psat, calc_tsat, calc_pt_flash,
+ * calc_ab_flash, calc_bubdew, the density solver); "TESSAREL error: input values must be finite numbers, temperature
+ * and volume positive...", "TESSAREL error: temperature and pressure must be positive finite numbers...", "TESSAREL
+ * error: temperature must be 1 to 1e5 K and pressure at most 1e12 Pa...", "TESSAREL error: the volume is below that of
+ * closest packing...", "TESSAREL error: mole fractions of the selection must sum to 1 within 1e-6...", and those for
+ * null pointers and for no fluid selected. */
+
+/* Given t, p. One phase: q is 0 or 1, the composition of the other phase is what the flash left. With a pure fluid at
+ * tc or above q keeps its value. */
+TESSAREL_API void tessarel_tp(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
+                              double* y, char* err, size_t err_len);
+/* The same by phases: v, u, h, s have 3 values, the whole, the vapour, the liquid. phase 0: the whole into the first;
+ * 1, 2: of two phases the liquid's, the vapour's into the first; 3: all. The second and third are written only for two
+ * phases and 3. After a failed flash the values follow from its q, and err is the text of the flash. "TESSAREL error:
+ * phase code must be 0 to 3...". */
+TESSAREL_API void tessarel_tp_ph(double* t, double* p, const int32_t* phase, double* v, double* u, double* h, double* s,
+                                 double* q, double* x, double* y, char* err, size_t err_len);
+/* Given t, p, by the general flash. */
+TESSAREL_API void tessarel_tp_new(double* t, double* p, double* v, double* u, double* h, double* s, double* q,
+                                  double* x, double* y, char* err, size_t err_len);
+/* Given t, p: the liquid-like root, q 0, x and y the selected composition. */
+TESSAREL_API void tessarel_tp_l(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
+                                double* y, char* err, size_t err_len);
+/* Given t, p: the vapour-like root, q 1. */
+TESSAREL_API void tessarel_tp_v(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
+                                double* y, char* err, size_t err_len);
+/* Given t, v: one phase whatever the phase boundary says, q 0. p can be negative. */
+TESSAREL_API void tessarel_tv_1(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
+                                double* y, char* err, size_t err_len);
+/* Given t, v. */
+TESSAREL_API void tessarel_tv(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
+                              double* y, char* err, size_t err_len);
+/* Given t, v, by bubble and dew point behind the quick route. */
+TESSAREL_API void tessarel_tv_old(double* t, double* p, double* v, double* u, double* h, double* s, double* q,
+                                  double* x, double* y, char* err, size_t err_len);
+/* Given v, p. */
+TESSAREL_API void tessarel_vp(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
+                              double* y, char* err, size_t err_len);
+/* Given t, s. "Input Ts: s < s(T,Pmax)", "Input Ts: s > s(T,Pmin)". */
+TESSAREL_API void tessarel_ts(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
+                              double* y, char* err, size_t err_len);
+/* Given v, u. "Input vu: u < u(Pmin,v)" (pure fluids), "Input vu: u > u(Tmax,v)". */
+TESSAREL_API void tessarel_vu(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
+                              double* y, char* err, size_t err_len);
+/* Given v, u, by the general flash. */
+TESSAREL_API void tessarel_vu_new(double* t, double* p, double* v, double* u, double* h, double* s, double* q,
+                                  double* x, double* y, char* err, size_t err_len);
+/* Given v, h. "Input vh: h < h(Pmin,v)", "Input vh: h > h(Tmax,v)". */
+TESSAREL_API void tessarel_vh(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
+                              double* y, char* err, size_t err_len);
+/* Given v, s. "Input vs: s < s(Pmin,v)", "Input vs: s > s(Tmax,v)". */
+TESSAREL_API void tessarel_vs(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
+                              double* y, char* err, size_t err_len);
+/* Given p, u. "Input Pu: u < u(Tmin,P)", "Input Pu: u > u(Tmax,P)". */
+TESSAREL_API void tessarel_pu(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
+                              double* y, char* err, size_t err_len);
+/* Given p, h. "Input Ph: h < h(Tmin,P)", "Input Ph: h > h(Tmax,P)". */
+TESSAREL_API void tessarel_ph(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
+                              double* y, char* err, size_t err_len);
+/* Given p, s. "Input Ps: s < s(Tmin,P)", "Input Ps: s > s(Tmax,P)". */
+TESSAREL_API void tessarel_ps(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
+                              double* y, char* err, size_t err_len);
+/* Given p, u of a mixture, without bubble and dew points; texts as pu. */
+TESSAREL_API void tessarel_pu_simple(double* t, double* p, double* v, double* u, double* h, double* s, double* q,
+                                     double* x, double* y, char* err, size_t err_len);
+/* Given p, h, the same way, without a test of the range. */
+TESSAREL_API void tessarel_ph_simple(double* t, double* p, double* v, double* u, double* h, double* s, double* q,
+                                     double* x, double* y, char* err, size_t err_len);
+/* Given p, s, the same way; texts as ps. */
+TESSAREL_API void tessarel_ps_simple(double* t, double* p, double* v, double* u, double* h, double* s, double* q,
+                                     double* x, double* y, char* err, size_t err_len);
+/* Given p, h of a mixture, by the general flash. */
+TESSAREL_API void tessarel_ph_new(double* t, double* p, double* v, double* u, double* h, double* s, double* q,
+                                  double* x, double* y, char* err, size_t err_len);
+/* Given p, s of a mixture, by the general flash. */
+TESSAREL_API void tessarel_ps_new(double* t, double* p, double* v, double* u, double* h, double* s, double* q,
+                                  double* x, double* y, char* err, size_t err_len);
+/* Given h, s, with a bracket in p from the saturation lines behind the quick route. */
+TESSAREL_API void tessarel_hs(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
+                              double* y, char* err, size_t err_len);
+/* Given h, s, over the whole range of p. */
+TESSAREL_API void tessarel_hs_simple(double* t, double* p, double* v, double* u, double* h, double* s, double* q,
+                                     double* x, double* y, char* err, size_t err_len);
+/* Given p, q. At q of 0 a mixture leaves x, at 1 y alone. "q < 0 or q > 1, out of range...", "For this input of P and q
+ * no solution exists...". */
+TESSAREL_API void tessarel_pq(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
+                              double* y, char* err, size_t err_len);
+/* Given t, q. The same, "For this input of T and q no solution exists...". */
+TESSAREL_API void tessarel_tq(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
+                              double* y, char* err, size_t err_len);
+/* Given v, q. "Input vq: v > vmax(Pmin,q)", "Input vq: v < vmin(Pmin,q=0)", "Input vq: v root not bracketed. Multiple v
+ * roots exist for q.", "3284" (volume not found on the traced line), "3285" (as brent_extreme). */
+TESSAREL_API void tessarel_vq(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
+                              double* y, char* err, size_t err_len);
+/* Given p and in q the branch, 0 liquid or 1 vapour: the limit of the metastable states of a pure fluid; x and y are
+ * not touched. "Function Pm: metastable state m = 0 (liquid) or m = 1 (vapor)", "Function Pm: P > Pcr or P >
+ * Pcricondenbar while saturation state requested", "Function Pm: multicomponent mixtures not allowed yet....". */
+TESSAREL_API void tessarel_pm(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
+                              double* y, char* err, size_t err_len);
+/* Given t and the branch. u, h, s stay as they were where the pressure is negative. Texts as pm, with "Function Tm: T >
+ * Tcr or T > Tcricondentherm while saturation state requested" and three dots at the end of the last. */
+TESSAREL_API void tessarel_tm(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
+                              double* y, char* err, size_t err_len);
+/* The extreme of a function of X between a and b by Brent's minimiser; xbest receives its place. mode 0: the vapour
+ * fraction of the flash at t = fixed, p = X; 1: at p = fixed, t = X; any other: v of tq at t = X, q = fixed. sign 1:
+ * maximum, and the function is taken negative; else minimum. Returns the value of the function, NaN when refused.
+ * "3285": not settled after 100 passes; texts of tq. */
+TESSAREL_API double tessarel_brent_extreme(const int32_t* mode, const int32_t* sign, const double* fixed,
+                                           const double* a, const double* b, double* xbest, char* err, size_t err_len);
+
 /* ============================================================ saturation and spinodal =========================== */
 
 /* Of the selected fluid. err everywhere: "No errors", "TESSAREL error: no fluid selected...",

@@ -144,10 +144,12 @@ TESSAREL_API void tessarel_sub(void);
  * "No convergence calculating density from T and P"):
  *   "TESSAREL error: no fluid selected..." and "TESSAREL error: null pointer argument...": nothing else is written
  *   "TESSAREL error: calculation as function of <spec> not available.": no such input pair
- *   "TESSAREL error: calculation as function of <spec> not available yet: ...": the solver is not part of this version
  *   "Function 'Pq' not available for single phase calculations...", also for Tq, vq, Pm, Tm
  *   "TESSAREL error: input values must be finite numbers, temperature and volume positive..."
  *   "TESSAREL error: no finite state found for the input values..."
+ *   with the phase boundary also those of its solvers (<tessarel/routines.h>): "Input Ph: h < h(Tmin,P)" and the like,
+ *   "q < 0 or q > 1, out of range...", texts of the flash, of bubble and dew points and of the saturation pressure, and
+ *   refusals of the flash: fractions that do not sum to 1, t and p outside the model, a volume below closest packing
  */
 TESSAREL_API void tessarel_tmdprop(const char* spec, const int32_t* order, double* t, double* p, double* v, double* u,
                                    double* h, double* s, double* q, double* cv, double* dpdt, double* dpdv,

@@ -37,6 +37,10 @@ struct Statistics {
   long long added_runs = 0, cut_lines = 0;
   long long interpolated_queries = 0;  ///< bubble and dew points read from the table without convergence
   long long critical_scans = 0;        ///< critical points of mixtures left to the search along the limit of stability
+  long long rescued_saturations = 0;   ///< of pure fluids, where equal fugacities by Newton's method in p or t failed
+  // State solvers: answers of the quick routes, those left to the bracketed searches, those that a scan found behind
+  // these. Phases whose stable density root is not the one that their name would take.
+  long long quick_states = 0, searched_states = 0, scanned_states = 0, other_roots = 0;
 };
 
 /// Mean segment number of a composition and the coefficients of I1 and I2 at that number, with derivatives by it: what

@@ -82,7 +82,7 @@ double auxprop_rho(const Eos& eos, int n, const double* x, double t, double rho,
   const double dpdt = pressure_factor * rho * (t * z_t + z);
   const double w = -100000.0 * dpdt / (gas_constant * dpdv);
   aux[2] = t * (z - 1.0 - t * a_t);
-  aux[3] = std::log(z) - a - t * a_t;
+  aux[3] = std::log(std::abs(z)) - a - t * a_t;  // under tension z and p are negative, and ln (z / p) is what counts
   aux[4] = -t * (2.0 * a_t + t * a_tt) - 1.0 - (t / gas_constant) * dpdt * dpdt / dpdv;
   aux[5] = 1.0 / p - w;
   aux[6] = vr - t * w;

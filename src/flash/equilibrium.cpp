@@ -19,7 +19,7 @@ Properties phase_properties(const eos::Eos& eos, int n, const Phase& phase, doub
   const eos::IdealPart ideal = eos::ideal_part(eos.parameters(), n, x, t);
   Properties r;
   r.h = aux[2] + ideal.h / gas_constant;
-  r.s = aux[3] + ideal.s / gas_constant - std::log(p);
+  r.s = aux[3] + ideal.s / gas_constant - std::log(std::abs(p));
   r.v = fluid::avogadro_factor / phase.rho / gas_constant * pascal_per_bar;
   r.h_t = aux[4] + fluid::calc_cp0mix(eos.parameters(), n, x, t) / gas_constant;
   r.v_t = aux[8];
@@ -78,6 +78,11 @@ bool Equilibrium::linearise(double t_now, double p_now, const Split& from, Mixin
   h_g = -t * t * over_amounts(g_t, scaled_g);
   s_g = h_g / t - over_amounts(g, scaled_g);
   v_g = t * over_amounts(g_p, scaled_g);
+  Vector ones{};
+  ones.fill(1.0);
+  beta_t = over_amounts(ones, scaled_t);
+  beta_p = over_amounts(ones, scaled_p);
+  beta_g = over_amounts(ones, scaled_g);
   return std::isfinite(overall.h_t) && std::isfinite(overall.v_p);
 }
 

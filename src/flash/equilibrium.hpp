@@ -56,6 +56,7 @@ class Equilibrium {
   Properties liquid, vapour;                  ///< of the phases
   Properties overall;                         ///< of the whole, derivatives along the equilibrium
   double h_g = 0, s_g = 0, v_g = 0;           ///< changes of the whole when the amounts follow g to 0
+  double beta_t = 0, beta_p = 0, beta_g = 0;  ///< of the vapour fraction, by t and p and with g
 
   [[nodiscard]] const double* liquid_dn() const { return liquid_dn_; }
   [[nodiscard]] const double* vapour_dn() const { return vapour_dn_; }

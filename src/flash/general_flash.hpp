@@ -1,5 +1,4 @@
-// The flash for five specifications: (T, P), (P, h), (P, s), (T, v), (v, u) (Michelsen 1999,
-// doi:10.1016/S0378-3812(99)00092-8).
+// The flash for two of T, P, v, u, h and s (Michelsen 1999, doi:10.1016/S0378-3812(99)00092-8).
 //
 // The ways to the solution, in their order: from an ideal-solution estimate by substitution and Newton's method on
 // fugacities and specification together; the one-phase solution, if it is stable; a search in t and p for the extremum
@@ -11,12 +10,16 @@
 
 #include <cstdint>
 
-#include "flash/equilibrium.hpp"
 #include "flash/pt_flash.hpp"
+#include "flash/specification.hpp"
 
 namespace tessarel::flash {
 
-enum class Given { tp = 1, ph = 2, ps = 3, tv = 4, vu = 5 };
+/// Where the searches look [K, bar].
+struct Range {
+  double lowest_t = 100.0, highest_t = 1000.0, lowest_p = 1e-9, highest_p = 2000.0;
+  bool strict = true;  ///< an ideal-solution estimate above the highest pressure ends the call
+};
 
 /// Codes of genflash: the search left its range of 100 to 1000 K and up to 2000 bar; more than 20 passes.
 inline constexpr int left_range = -2, too_many_passes = -3;
@@ -32,10 +35,17 @@ struct GeneralState {
   bool two_phases = false;
 };
 
-/// `first` and `second`: t, p; h, p; s, p; t, v; u, v. `fluid.z` of any sum. Returns 0, left_range or too_many_passes.
-int genflash(Given given, double first, double second, const eos::Fluid& fluid, GeneralState& state);
+/// `first` and `second`: the values of the pair (specification.hpp). `fluid.z` of any sum. Returns 0, left_range or
+/// too_many_passes.
+int genflash(Given given, double first, double second, const eos::Fluid& fluid, GeneralState& state,
+             const Range& range = {});
 
-/// The same in SI units, with the pair (P,T), (P,h), (P,s), (T,v), (v,u) by `mode` 1 to 5 as a, b. Messages: "No
+/// Newton's method alone, from two phases near the solution: ln K of `start` at t and p. For all pairs, also those with
+/// the vapour fraction. The fractions of the feed sum to 1. False unless it ends in a stable state of two phases.
+bool refine_split(Given given, double first, double second, const eos::Fluid& fluid, const Split& start, double t,
+                  double p, GeneralState& state);
+
+/// genflash in SI units, with the pair (P,T), (P,h), (P,s), (T,v), (v,u) by `mode` 1 to 5 as a, b. Messages: "No
 /// errors", "Michelsen's GenFlash calculation: error code = <code>", "Michelsen's GenFlash calculation: unexpected
 /// error, NaN's calculated...". Results are written always.
 struct AbResult {

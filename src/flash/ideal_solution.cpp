@@ -67,39 +67,77 @@ struct IdealSolution {
   }
 };
 
+/// Root of a rising function of a positive variable: steps by the factor `widest` until it is bracketed, then the
+/// secant in its logarithm. Ends at a relative step of `tolerance`.
+template <class Function>
+void find_rising(Function&& f, double x, double lo, double hi, double widest, double tolerance) {
+  const double limit = std::log(widest);
+  double y = std::log(x), last_y = y, error = f(x), last_error = error;
+  lo = std::log(lo), hi = std::log(hi);
+  for (int pass = 0; pass < 60; ++pass) {
+    (error > 0 ? hi : lo) = y;
+    double step = error > 0 ? -limit : limit;
+    if (pass > 0 && error != last_error) step = std::clamp(-error * (y - last_y) / (error - last_error), -limit, limit);
+    const double next = y + step > lo && y + step < hi ? y + step : 0.5 * (lo + hi);
+    last_y = y;
+    last_error = error;
+    y = next;
+    error = f(std::exp(y));
+    if (!(std::abs(y - last_y) > tolerance)) return;
+  }
+}
+
 }  // namespace
 
 Estimate simod(Given given, double first, double second, const eos::Fluid& fluid) {
   IdealSolution ideal{fluid};
-  const bool search_t = given == Given::ph || given == Given::ps || given == Given::vu;
-  const auto evaluate_at = [&](double t) {
+  const Specification spec{given, first, second};
+  const auto error = [&](Property property, double target) {
     double h = 0, s = 0;
-    if (given == Given::vu || given == Given::tv)
-      ideal.split_at_volume(t, second);
-    else
-      ideal.split(t, second);
     ideal.caloric(h, s);
-    return given == Given::ps ? s - first : given == Given::vu ? h - ideal.p * second - first : h - first;
+    const double v = ideal.volume();
+    return property == Property::v   ? std::log(v / target)
+           : property == Property::s ? s - target
+           : property == Property::u ? h - ideal.p * v - target
+                                     : h - target;
   };
-  double t = search_t ? 300.0 : first;
-  double error = evaluate_at(t);
-  if (search_t) {
-    // Steps of a tenth until the root is bracketed, then the secant.
-    double lo = 20.0, hi = 3000.0, last_t = t, last_error = error;
-    for (int pass = 0; pass < 60; ++pass) {
-      (error > 0 ? hi : lo) = t;
-      double next = error > 0 ? t / 1.1 : t * 1.1;
-      if (pass > 0 && error != last_error) {
-        const double step = -error * (t - last_t) / (error - last_error);
-        next = t + std::clamp(step, -0.1 * t, 0.1 * t);
-        if (!(next > lo && next < hi)) next = 0.5 * (lo + hi);
-      }
-      last_t = t;
-      last_error = error;
-      t = next;
-      error = evaluate_at(t);
-      if (!(std::abs(t - last_t) > 0.01)) break;
-    }
+  const auto over_t = [&](Property property, double target, auto&& split_at) {
+    find_rising(
+        [&](double t) {
+          split_at(t);
+          return error(property, target);
+        },
+        ideal.t > 0 ? ideal.t : 300.0, 20.0, 3000.0, 1.1, 3e-5);
+  };
+  constexpr double lowest_p = 1e-8, highest_p = 500.0, widest = 10.0;
+  switch (given) {
+    case Given::tp:
+      ideal.split(first, second);
+      break;
+    case Given::tv:
+      ideal.split_at_volume(first, second);
+      break;
+    case Given::ts:
+      find_rising(
+          [&](double p) {
+            ideal.split(first, p);
+            return -error(Property::s, second);
+          },
+          1.0, lowest_p, highest_p, widest, 1e-3);
+      break;
+    case Given::hs:
+      find_rising(
+          [&](double p) {
+            over_t(Property::h, second, [&](double t) { ideal.split(t, p); });
+            return -error(Property::s, first);
+          },
+          1.0, lowest_p, highest_p, widest, 1e-3);
+      break;
+    default:
+      if (spec.varies_p())
+        over_t(spec.searched(), first, [&](double t) { ideal.split_at_volume(t, second); });
+      else
+        over_t(spec.searched(), first, [&](double t) { ideal.split(t, second); });
   }
   return {ideal.t, ideal.p, ideal.beta, ideal.lnk};
 }

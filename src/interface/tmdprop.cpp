@@ -1,108 +1,76 @@
 // The main property call: reads the input text, runs a solver, adds what `order` asks for, converts units.
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 #include "eos/fugacity.hpp"
-#include "interface/availability.hpp"
 #include "interface/boundary.hpp"
 #include "interface/input_spec.hpp"
 #include "interface/sectmdprop.hpp"
-#include "interface/session.hpp"
+#include "interface/session_boundary.hpp"
+#include "interface/state_dispatch.hpp"
 #include "interface/unit_conversion.hpp"
-#include "solvers/single_phase.hpp"
 #include "tessarel/tessarel.h"
 
 namespace tessarel::interface {
 namespace {
 
-constexpr Message bad_input = "TESSAREL error: input values must be finite numbers, temperature and volume positive...";
 constexpr Message no_state = "TESSAREL error: no finite state found for the input values...";
 
-struct State {
-  double &t, &p, &v, &u, &h, &s;
+/// The properties in the host's arguments.
+struct HostState {
+  double &t, &p, &v, &u, &h, &s, &q;
+
+  [[nodiscard]] solvers::State value() const { return {t, p, v, u, h, s, q}; }
+  void assign(const solvers::State& state) const {
+    t = state.t, p = state.p, v = state.v, u = state.u, h = state.h, s = state.s, q = state.q;
+  }
+  [[nodiscard]] bool is_finite() const {
+    return std::isfinite(t) && std::isfinite(p) && std::isfinite(v) && std::isfinite(u) && std::isfinite(h) &&
+           std::isfinite(s);
+  }
 };
-
-/// The solvers of an input pair; null where there is none.
-struct Row {
-  std::string_view code;
-  solvers::Solver *liquid, *vapour;  ///< single-phase mode, "L" and any other branch
-  Message no_single_phase;
-};
-
-using namespace solvers;
-constexpr std::array<Row, 16> rows = {{
-    {"TP", tp_lph, tp_vph, {}},
-    {"Tv", tv_1ph, tv_1ph, {}},
-    {"vP", pv_1ph, pv_1ph, {}},
-    {"Ts", ts_1ph, ts_1ph, {}},
-    {"vu", vu_1ph, vu_1ph, {}},
-    {"vh", vh_1ph, vh_1ph, {}},
-    {"vs", vs_1ph, vs_1ph, {}},
-    {"Pu", pu_lph, pu_vph, {}},
-    {"Ph", ph_lph, ph_vph, {}},
-    {"Ps", ps_lph, ps_vph, {}},
-    {"hs", hs_lph, hs_vph, {}},
-    {"Pq", nullptr, nullptr, "Function 'Pq' not available for single phase calculations..."},
-    {"Tq", nullptr, nullptr, "Function 'Tq' not available for single phase calculations..."},
-    {"vq", nullptr, nullptr, "Function 'vq' not available for single phase calculations..."},
-    {"Pm", nullptr, nullptr, "Function 'Pm' not available for single phase calculations..."},
-    {"Tm", nullptr, nullptr, "Function 'Tm' not available for single phase calculations..."},
-}};
-
-/// The two values that the code names must be there: temperature and volume enter logarithms.
-bool valid_inputs(std::string_view code, const State& state) {
-  return std::all_of(code.begin(), code.end(), [&](char property) {
-    switch (property) {
-      case 'T':
-        return std::isfinite(state.t) && state.t > 0;
-      case 'v':
-        return std::isfinite(state.v) && state.v > 0;
-      case 'P':
-        return std::isfinite(state.p);
-      case 'u':
-        return std::isfinite(state.u);
-      case 'h':
-        return std::isfinite(state.h);
-      case 's':
-        return std::isfinite(state.s);
-      default:
-        return true;
-    }
-  });
-}
 
 bool all_finite(std::initializer_list<double> values) {
   return std::all_of(values.begin(), values.end(), [](double x) { return std::isfinite(x); });
 }
 
-/// Runs the solver that `spec` names. Writes the message; false unless it is "No errors".
-bool dispatch(const eos::Fluid& fluid, const InputSpec& spec, const State& state, TextField err) {
-  constexpr std::string_view unavailable = "TESSAREL error: calculation as function of ";
-  const auto fail = [&](Message message) {
-    err.assign(message);
-    return false;
-  };
-  const std::array<char, 2> code = {spec.first, spec.second};
-  const auto* row = std::find_if(rows.begin(), rows.end(),
-                                 [&](const Row& r) { return r.code == std::string_view(code.data(), code.size()); });
-  if (row == rows.end()) {
-    compose(err, {unavailable, spec.field, " not available."});
-    return false;
-  }
-  if (!spec.single_phase) {
-    const Message why = row->liquid != nullptr ? only_single_phase : no_solver;
-    compose(err, {unavailable, trimmed(spec.field), why.text()});
-    return false;
-  }
-  if (row->liquid == nullptr) return fail(row->no_single_phase);
-  if (!valid_inputs(row->code, state)) return fail(bad_input);
+/// "TP": its results are there also after a failed flash.
+Message solve_tp(const solvers::Context& context, int phase, const HostState& host, double* x, double* y) {
+  solvers::PhaseValues values{};
+  const Message message = solvers::tp_ph(context, host.t, host.p, phase, values, host.q, x, y);
+  host.v = values.v[0], host.u = values.u[0], host.h = values.h[0], host.s = values.s[0];
+  return message;
+}
 
-  auto* solver = spec.liquid ? row->liquid : row->vapour;
-  if (const Message message = solver(fluid, state.t, state.p, state.v, state.u, state.h, state.s); !ok(message))
-    return fail(message);
-  if (!all_finite({state.t, state.p, state.v, state.u, state.h, state.s})) return fail(no_state);
-  return true;
+/// Runs the solver that `spec` names.
+Message dispatch(Session& session, const InputSpec& spec, const StateRow& row, const HostState& host, double* x,
+                 double* y, SessionBoundary& boundary) {
+  if (const Message refused = check_pair(session, row, spec.single_phase, host.value()); !ok(refused)) return refused;
+  if (spec.single_phase) {
+    auto* solver = spec.liquid ? row.liquid : row.vapour;
+    return solver(session.fluid(), host.t, host.p, host.v, host.u, host.h, host.s);
+  }
+  const solvers::Context context{session.fluid(), boundary};
+  solvers::TwoPhaseSolver* solver = solver_of(row, spec, context.pure());
+  if (solver == nullptr) return solve_tp(context, spec.phase, host, x, y);
+  solvers::State state = host.value();
+  const Message message = solver(context, state, x, y);
+  if (ok(message)) host.assign(state);
+  return message;
+}
+
+/// Phase compositions of a mixture are handed out with a sum of 1; a phase that is not there has the sum 0.
+void normalise(int n, double* x) {
+  double sum = 0;
+  for (int i = 0; i < n; ++i) sum += x[i];
+  if (sum == 0 || sum == 1.0) return;
+  for (int i = 0; i < n; ++i) x[i] /= sum;
+}
+
+/// The composition that a phase code stands for. A phase that is not there has that of the whole.
+const double* composition_of(const Session& session, int phase, const double* x, const double* y) {
+  const double* of_phase = phase == vapour_phase ? y : phase == liquid_phase ? x : session.z.data();
+  return std::all_of(of_phase, of_phase + session.n(), [](double v) { return v == 0; }) ? session.z.data() : of_phase;
 }
 
 }  // namespace
@@ -126,12 +94,33 @@ extern "C" void tessarel_tmdprop(const char* spec, const int32_t* order, double*
     return;
   }
   const InputSpec input = read_input_spec(input_text(spec, spec_len));
-  const double* composition = input.phase == vapour_phase ? y : input.phase == liquid_phase ? x : session.z.data();
-  const eos::Eos eos = session.eos();
   const int n = session.n();
+  const HostState host{*t, *p, *v, *u, *h, *s, *q};
 
   guarded(errors, [&] {
-    if (!dispatch(session.fluid(), input, {*t, *p, *v, *u, *h, *s}, errors)) return;
+    const StateRow* row = find_state_row(input);
+    if (row == nullptr) {
+      compose(errors, {"TESSAREL error: calculation as function of ", input.field, " not available."});
+      return;
+    }
+    if (input.single_phase && row->liquid == nullptr) {
+      compose(errors, {"Function '", row->code, "' not available for single phase calculations..."});
+      return;
+    }
+    SessionBoundary boundary(session);
+    const Message message = dispatch(session, input, *row, host, x, y, boundary);
+    // "Tm" leaves u, h and s alone where the pressure is negative.
+    const bool complete = row->code == "Tm" ? all_finite({*t, *p, *v}) : host.is_finite();
+    if (!ok(message) || !complete) {
+      errors.assign(ok(message) ? no_state : message);
+      return;
+    }
+    if (!input.single_phase && n > 1) {
+      normalise(n, x);
+      normalise(n, y);
+    }
+    const double* composition = composition_of(session, input.phase, x, y);
+    const eos::Eos eos = session.eos();
     const double rho = fluid::avogadro_factor / *v;
     if (*order == 1 || *order == 3) {
       const SecondOrder d = calc_sectmdprop(eos, n, composition, *t, rho);
@@ -150,7 +139,7 @@ extern "C" void tessarel_tmdprop(const char* spec, const int32_t* order, double*
     }
   });
 
-  const EngineeringUnits units(session.model.parameters, composition);
+  const EngineeringUnits units(session.model.parameters, composition_of(session, input.phase, x, y));
   units.volume(*v);
   for (double* energy : {u, h, s}) units.caloric(*energy);
   EngineeringUnits::temperature(*t);

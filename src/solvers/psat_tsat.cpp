@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "eos/fugacity.hpp"
+#include "solvers/pure_saturation.hpp"
 
 namespace tessarel::solvers {
 
@@ -72,6 +73,11 @@ Message calc_psat(const Fluid& fluid, double t, double& psat) {
       },
       [&](bool dense) { return dense ? (p + start) / 2.0 : (fluid.limits.pc + p) / 2.0; });
   psat = p;
+  if (PureSaturation found; !converged && solve_saturation_at_t(fluid, t, found)) {
+    ++fluid.eos.work.statistics.rescued_saturations;
+    psat = found.p;
+    return no_errors;
+  }
   return converged ? no_errors : "No convergence calculating saturation pressure...";
 }
 
@@ -92,6 +98,11 @@ Message calc_tsat(const Fluid& fluid, double p, double& tsat) {
       },
       [&](bool dense) { return dense ? (fluid.limits.tc + t) / 2.0 : (t + fluid.limits.tlowest) / 2.0; });
   tsat = t;
+  if (PureSaturation found; !converged && solve_saturation_at_p(fluid, p, found)) {
+    ++fluid.eos.work.statistics.rescued_saturations;
+    tsat = found.t;
+    return no_errors;
+  }
   return converged ? no_errors : "No convergence calculating saturation temperature...";
 }
 

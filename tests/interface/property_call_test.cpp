@@ -36,19 +36,11 @@ TEST_F(PropertyCall, FourthPositionChoosesTheBranch) {
 
 TEST_F(PropertyCall, Messages) {
   const std::string function = "TESSAREL error: calculation as function of ";
-  const std::string only =
-      " not available yet: only single-phase states, with \"Lph\" or \"Vph\" in positions 4 to 6...";
-  const std::string no_solver = " not available yet: its solver is not part of this version...";
   const std::string bracket = "Brent_Root: root not bracketed...";
   const std::string finite = "TESSAREL error: input values must be finite numbers, temperature and volume positive...";
   const double nan = std::numeric_limits<double>::quiet_NaN();
   for (const std::string_view spec : {"XX", "tp Vph   ", "", "T", "PT Vph"})
     EXPECT_EQ(filled(300).run(spec, 1).err, function + std::string(spec) + " not available.");
-  for (const std::string spec : {"TP", "TP vap", "TP_new"})
-    EXPECT_EQ(filled(300).run(spec, 1).err, function + spec + only);
-  EXPECT_EQ(filled(300).run("TP    ", 1).err, function + "TP" + only);
-  EXPECT_EQ(filled(300).run("TP ph ", 1).err, function + "TP ph" + only);
-  for (const std::string spec : {"Tq", "Pm liq"}) EXPECT_EQ(filled(300).run(spec, 1).err, function + spec + no_solver);
   for (const std::string spec : {"Pq Vph", "Tq Lph", "vq Vph", "Pm Vph", "Tm Lph"})
     EXPECT_EQ(filled(300).run(spec, 1).err,
               "Function '" + spec.substr(0, 2) + "' not available for single phase calculations...");
@@ -64,6 +56,14 @@ TEST_F(PropertyCall, Messages) {
       {"Tv Lph", 300, 1e5, 0, 0, finite},
       {"vP Lph", 300, 1e5, -1, 0, finite},
       {"Ph Vph", 300, 1e5, 1, 1 / 0.0, finite},
+      {"TP", 0.5, 1e5, 1, 0, "TESSAREL error: temperature must be 1 to 1e5 K and pressure at most 1e12 Pa..."},
+      {"TP", 300, -1, 1, 0, "TESSAREL error: temperature and pressure must be positive finite numbers..."},
+      {"Tv", 300, 1e5, 2e-5, 0, "TESSAREL error: the volume is below that of closest packing..."},
+      {"vP", 300, -1e5, 1e-3, 0, "Pressure less than minimum pressure..."},
+      {"Ph", 300, 1e5, 1, 1e12, "Input Ph: h > h(Tmax,P)"},
+      {"Ph", 300, 1e5, 1, -1e12, "Input Ph: h < h(Tmin,P)"},
+      {"vh", 300, 1e5, 1e-3, 1e12, "Input vh: h > h(Tmax,v)"},
+      {"vh", 300, 1e5, 1e-3, -1e12, "Input vh: h < h(Pmin,v)"},
       {"TP Vph", 300, 0, 1, 0, "No convergence calculating density from T and P"},
       {"Ph Vph", 300, 1e5, 1, 1e12, bracket},
       {"Ph Lph", 300, 1e5, 1, -1e12, bracket},
@@ -141,7 +141,7 @@ TEST_F(PropertyCall, OrderSelectsTheOutputs) {
 TEST_F(PropertyCall, TextsKeepToTheirFields) {
   // What lies behind the field of the specification does not count.
   Call call = filled(300);
-  EXPECT_EQ(call.run({"TP Lphase", 5}).err.substr(0, 49), "TESSAREL error: calculation as function of TP Lp ");
+  EXPECT_EQ(call.run({"XX Lphase", 5}).err.substr(0, 49), "TESSAREL error: calculation as function of XX Lp ");
   EXPECT_EQ(filled(300).run({}).t, 300 - 273.15);
   constexpr auto negative = static_cast<std::size_t>(-1);
   struct {
@@ -185,18 +185,60 @@ TEST_F(PropertyCall, NullPointersAndNoFluidWriteNothing) {
 }
 
 // Whatever comes in, the call ends, and "No errors" comes with finite numbers only.
-TEST_F(PropertyCall, ExtremeInputsEndInFiniteNumbersOrAMessage) {
-  for (const char* spec : {"TP Lph", "TP Vph", "Tv Vph", "vP Lph", "Ts Vph", "vu Vph", "vh Vph", "vs Vph", "Pu Lph",
-                           "Ph Vph", "Ps Lph", "hs Lph", "hs Vph"})
+void try_extreme_inputs() {
+  for (const char* spec :
+       {"TP Lph", "TP Vph", "Tv Vph", "vP Lph", "Ts Vph", "vu Vph", "vh Vph", "vs Vph", "Pu Lph", "Ph Vph", "Ps Lph",
+        "hs Lph", "hs Vph", "TP",     "TP vap", "TP_new", "Tv",     "Tv_old", "vP",     "Ts",     "vu",     "vh",
+        "vs liq", "Pu",     "Ph",     "Ps",     "hs",     "Pq",     "Tq",     "vq",     "Pm",     "Tm"})
     for (const double first : {5e-324, 1e-30, 1e-6, 1.0, 1e6, 1e300, -1e-3, -1e5, 0.0})
       for (const double second : {5e-324, 1e-30, 1e-6, 1.0, 1e6, 1e300, -1e-3, -1e5, 0.0}) {
         Call call = filled(first);
-        for (double Call::*f : {&Call::v, &Call::h, &Call::s}) call.*f = second;
+        for (double Call::*f : {&Call::v, &Call::h, &Call::s, &Call::q}) call.*f = second;
         call.run(spec, 3);
         if (call.err != "No errors") continue;
         for (double Call::*f : {&Call::t, &Call::p, &Call::v, &Call::u, &Call::h, &Call::s, &Call::cv, &Call::dpdv})
           EXPECT_TRUE(std::isfinite(call.*f)) << spec << " " << first << " " << second;
       }
+}
+TEST_F(PropertyCall, ExtremeInputsEndInFiniteNumbersOrAMessage) {
+  try_extreme_inputs();
+}
+TEST(PropertyCallOfMixtures, ExtremeInputsEndInFiniteNumbersOrAMessage) {
+  ASSERT_EQ(host::select({"methane", "n-butane"}, {0.5, 0.5}), "No errors");
+  try_extreme_inputs();
+}
+
+// A phase of a state of two phases is the feed of that composition at the same T and P, on the root of its name.
+TEST(PropertyCallOfMixtures, PhaseSuffixReducesToThePhase) {
+  ASSERT_EQ(host::select({"methane", "n-butane"}, {0.5, 0.5}), "No errors");
+  const Call whole = host::at_tp("TP", 300, 40e5, 3);
+  ASSERT_EQ(whole.err, "No errors");
+  ASSERT_TRUE(whole.q > 0 && whole.q < 1);
+  const Call vapour = host::at_tp("TP vap", 300, 40e5, 3), liquid = host::at_tp("TP liq", 300, 40e5, 3);
+  const double v = (1 - whole.q) * liquid.v * host::molar_mass({whole.x[0], whole.x[1]}) +
+                   whole.q * vapour.v * host::molar_mass({whole.y[0], whole.y[1]});
+  EXPECT_NEAR(v, whole.v * host::molar_mass({0.5, 0.5}), 1e-14);
+  for (std::size_t i = 0; i < 2; ++i)  // equal fugacities
+    EXPECT_NEAR(std::log(whole.x[i]) + liquid.lnphi[i], std::log(whole.y[i]) + vapour.lnphi[i], 1e-10);
+  for (const auto& [phase, x, root] : {std::tuple{vapour, whole.y, "TP Vph"}, {liquid, whole.x, "TP Lph"}}) {
+    ASSERT_EQ(host::select({"methane", "n-butane"}, {x[0], x[1]}), "No errors");
+    const Call alone = host::at_tp(root, 300, 40e5, 3);
+    for (double Call::*f : {&Call::v, &Call::h, &Call::s, &Call::u, &Call::cv, &Call::dpdv})
+      EXPECT_NEAR(alone.*f, phase.*f, 1e-9 * std::abs(phase.*f)) << root;
+  }
+}
+
+// One phase has the composition of the feed; the phase that is not there gives no infinite volume.
+TEST(PropertyCallOfMixtures, SuffixOfAPhaseThatIsNotThere) {
+  ASSERT_EQ(host::select({"methane", "n-butane"}, {0.5, 0.5}), "No errors");
+  const Call whole = host::at_tp("TP", 400, 1e5);
+  ASSERT_EQ(whole.q, 1.0);
+  for (const char* spec : {"TP vap", "TP liq"}) {
+    const Call call = host::at_tp(spec, 400, 1e5, 2);
+    EXPECT_EQ(call.err, "No errors") << spec;
+    EXPECT_TRUE(std::isfinite(call.v)) << spec;
+  }
+  EXPECT_EQ(host::at_tp("TP vap", 400, 1e5).v, whole.v);
 }
 
 }  // namespace

@@ -128,7 +128,11 @@ TEST(ShippedSaturation, LimitsAndMessages) {
   EXPECT_EQ(value, f.limits.pc);
   EXPECT_EQ(calc_psat(f, f.limits.tc + 1e-3, value), "Temperature greater than critical temperature...");
   EXPECT_EQ(calc_tsat(f, 0.0999, value), "Pressure less than minimum pressure...");
-  EXPECT_EQ(calc_tsat(f, 0.1001, value), "No convergence calculating saturation temperature...");
+  EXPECT_EQ(calc_tsat(f, 0.1001, value), no_errors);
+  EXPECT_LT(value, f.limits.tlowest);
+  double liquid = 0, vapour = 1, density[2];
+  eos::calc_lnphi_rho_pure(f.eos, value, 0.1001, liquid, vapour, density[0], density[1]);
+  EXPECT_NEAR(liquid, vapour, 1e-9);
   EXPECT_EQ(calc_tsat(f, f.limits.pc, value), no_errors);
   EXPECT_EQ(value, f.limits.tc);
   EXPECT_EQ(calc_tsat(f, f.limits.pc * 1.001, value), "Pressure greater than critical pressure...");

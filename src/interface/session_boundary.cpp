@@ -1,0 +1,38 @@
+#include "interface/session_boundary.hpp"
+
+#include <algorithm>
+
+#include "interface/envelope_state.hpp"
+
+namespace tessarel::interface {
+
+Message SessionBoundary::saturation(char given, char what, double value, envelope::SaturationPoint& point) {
+  const double* z = session_.z.data();
+  point.result = fluid::not_computed;
+  std::copy_n(z, session_.n(), point.x.begin());
+  std::copy_n(z, session_.n(), point.y.begin());
+  if (!trace()) return "Error calculating phase envelope...";
+  bool interpolated = false;
+  const int code =
+      envelope::calc_bubdew(session_.fluid(), *session_.envelope.table, given, what, value, point, interpolated);
+  if (interpolated) ++session_.work.statistics.interpolated_queries;
+  return envelope::errorstring(code, text_);
+}
+
+Message SessionBoundary::dew_t(double p, double& t) {
+  envelope::SaturationPoint point;
+  const Message message = saturation('P', 'D', p / 1e5, point);
+  t = point.result;
+  return message;
+}
+
+const envelope::Table& SessionBoundary::table() {
+  int ierr = 0;
+  return traced_envelope(session_, session_.z.data(), ierr);
+}
+
+bool SessionBoundary::trace() {
+  return envelope_for_query(session_, session_.z.data());
+}
+
+}  // namespace tessarel::interface

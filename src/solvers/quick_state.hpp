@@ -1,0 +1,36 @@
+// The quick routes to a stable state from two of its properties: the general flash for mixtures; for pure fluids the
+// saturation line and Newton's method along isobars. In SI units.
+#pragma once
+
+#include "flash/general_flash.hpp"
+#include "solvers/two_phase.hpp"
+
+namespace tessarel::solvers {
+
+using flash::Given;
+using flash::Property;
+
+/// The state with the properties `given` of `state`, if it is found, stable and within the limits. True then; the given
+/// values stand. Else nothing is changed.
+bool quick_state(const Context& context, Given given, State& state, double* x, double* y);
+
+/// The state of a mixture at vapour fraction q, 0 < q < 1, and the T (`given` 'T') or P ('P') of `state`, the same way.
+bool quick_quality(const Context& context, char given, State& state, double* x, double* y);
+
+/// ... and at the v of `state`.
+bool quick_quality_volume(const Context& context, State& state, double* x, double* y);
+
+/// The state of a mixture with the q, 0 < q < 1, and the T, P or v (`given`) of `state`, by Newton's method from the
+/// states of two phases on a line across the range: an isotherm, an isobar, an isochore.
+bool quality_from_line(const Context& context, Given given, State& state, double* x, double* y);
+
+/// The quick route of pure fluids.
+bool quick_pure_state(const Context& context, Given given, State& state);
+
+/// Whether a state lies within the limits.
+bool within_limits(const fluid::Limits& limits, double t, double p);
+
+/// The entry of a state.
+double& entry(State& state, Property property);
+
+}  // namespace tessarel::solvers
