@@ -24,6 +24,7 @@ struct Session {
         z(other.z),
         limits(other.limits),
         simplified(other.simplified),
+        moment(other.moment),
         sources(other.sources) {
     if (other.envelope.table)
       envelope = Envelope{std::make_unique<envelope::Table>(*other.envelope.table), other.envelope};
@@ -38,6 +39,7 @@ struct Session {
   fluid::Vector z{};  ///< overall mole fractions
   fluid::Limits limits;
   bool simplified = false;  ///< once set it stays for the session
+  fluid::Moment moment = fluid::Moment::none;  ///< of the records selected, which a fit varies
   eos::Workspace work;
   fluid::Sources sources;
 
@@ -77,6 +79,13 @@ struct Session {
 
 /// Selects a fluid or mixture in a session; messages and effects as tessarel_setfluid.
 Message select(Session& session, const std::int32_t* nf, fluid::NameList names, const double* z);
+
+/// After parameters of components or pairs have changed: flags, pair parameters and tables as a record with these values
+/// gives them. A traced envelope is dropped.
+void derive(Session& session);
+
+/// Critical point and working range of the composition, as a selection sets them; an envelope is owed again.
+Message analyse(Session& session);
 
 /// The session that is current on the calling thread.
 Session& current_session() noexcept;
