@@ -201,6 +201,103 @@ TESSAREL_API void tessarel_flash_sensitivity(const double* t, const double* p, d
                                              double* s, double* dbeta, double* dv, double* dh, double* ds, double* dx,
                                              double* dy, char* err, size_t err_len);
 
+/*
+ * tessarel_derived: further properties of a stable phase of composition x at t and v. Molar SI.
+ *
+ *   x      in   n mole fractions, none negative, a sum of 1 within 1e-6: the selected composition or that of a phase
+ *   t, v   in   K, m3/mol
+ *   cp     out  isobaric heat capacity [J/(mol K)]
+ *   w      out  speed of sound [m/s]
+ *   jt     out  Joule-Thomson coefficient, dT/dp at constant enthalpy [K/Pa]
+ *   kappa  out  isothermal compressibility [1/Pa]
+ *   alpha  out  thermal expansion, 1/v dv/dT at constant pressure [1/K]
+ *   g      out  Gibbs energy h - t s [J/mol]
+ *   err    out  "No errors"; or, with -8888.8 in the outputs,
+ *               "TESSAREL error: mechanically unstable at this composition, temperature and volume...": dp/dv >= 0;
+ *               "TESSAREL error: no stable single phase at this composition, temperature and volume...": the overall
+ *               state of two phases, a metastable phase, a liquid in tension; saturated phases are accepted;
+ *               the texts for fractions, temperatures and volumes without meaning, for a volume below closest packing,
+ *               and of a flash that failed
+ */
+TESSAREL_API void tessarel_derived(const double* x, const double* t, const double* v, double* cp, double* w, double* jt,
+                                   double* kappa, double* alpha, double* g, char* err, size_t err_len);
+
+/* Parameters of the selection: component i (from 1), pairs of components.
+ *
+ * Keys, in the units of tessarel_fluidparameter where it knows them:
+ *   "omega", "mseg", "sigma", "epsil", "dipole", "quapole", "polariz"
+ *   "molmas"          molar mass [g/mol]
+ *   "tmin", "tmax"    range of temperature [K]
+ *   "parat"           factor of the temperature-dependent segment diameter
+ *   "saftpar"         temperature coefficient of the dispersion energy [K]
+ *   "cp0_a" to "cp0_d", "delhf0"  coefficients of the ideal-gas heat capacity [J/(mol K), /K, /K2, /K3] and enthalpy of
+ *                     formation [J/mol]
+ *   "eps_hb", "kap_hb"  association energy between the first two site types [K], and association volume; 0 for a
+ *                     component that has no two site types, which cannot be changed
+ *
+ * A change acts on the current session as a fluid record or a table with the new value would: what follows from the
+ * parameters, the critical point and the working range are found again, and the phase envelope is owed. The values stay
+ * when the composition changes; selecting other fluids reads them anew. After a refusal nothing has changed.
+ *
+ *   value  out/in  -8888.8 when it could not be read
+ *   kij    in   interaction parameter of components i and j, both ways; also a code of a temperature correlation
+ *   err    out  "No errors", "TESSAREL parameter <name> not available...", "TESSAREL error: no such component...",
+ *               "TESSAREL error: parameters must be finite numbers, sizes and energies positive...",
+ *               "TESSAREL error: the component has no association sites of two types...",
+ *               "TESSAREL error: an interaction parameter belongs to two different components..."; the texts for null
+ *               pointers and for no fluid selected
+ */
+TESSAREL_API void tessarel_getparameter(const char* name, const int32_t* i, double* value, char* err, size_t name_len,
+                                        size_t err_len);
+TESSAREL_API void tessarel_setparameter(const char* name, const int32_t* i, const double* value, char* err,
+                                        size_t name_len, size_t err_len);
+TESSAREL_API void tessarel_setkij(const int32_t* i, const int32_t* j, const double* kij, char* err, size_t err_len);
+
+/* Fitting: trial values of parameters in, what is compared with measurements out. Molar SI units.
+ *
+ * The trial values overwrite those of the selection and stay there, also after a failure. What follows from them is
+ * brought up to date, but the critical point and the working range remain those of the selection: a saturation pressure
+ * is refused above its critical temperature. tessarel_setparameter finds them again.
+ *
+ * Of a pure fluid, the saturation pressure p [Pa] and the density rho of the saturated liquid [mol/m3] at t [K], with
+ * the segment number m, segment diameter sigma [A] and dispersion energy epsil [K] of component 1:
+ *   tessarel_prho_mset    these alone
+ *   tessarel_prho_mseekt  also the association energy eps [K] and volume kap of a fluid that associates
+ *   tessarel_prho_msemut  also the dipole moment mu [D] of a dipolar fluid, or the quadrupole moment [D A] of one that
+ *                         has no dipole; no effect on others
+ * err is that of the density: where there is no saturation pressure, p is -8888.8, also with "No errors".
+ *
+ * Of a mixture, with the interaction parameter kij of components 1 and 2:
+ *   tessarel_xy_kij  compositions x, y (2) of liquid and vapour at p [Pa], t [K], of two components; after one phase,
+ *                    with "No errors", what the flash leaves there
+ *   tessarel_p_kij   pressure p [Pa] of the bubble (q = 0) or dew point (q = 1) at t [K]; any other q computes nothing
+ *   tessarel_t_kij   its temperature t [K] at p [Pa]
+ * err: those of tessarel_calc_pt_flash and tessarel_calc_bubdew; the result is then -8888.8.
+ *
+ *   tessarel_hsxy_mp  of all n components at once: par (n,9) with the columns molar mass [g/mol], m, sigma, epsil,
+ *                     association energy, association volume, dipole, quadrupole, polarisability. With a bond of energy
+ *                     or volume 0 a component does not associate, else it has one site each of two types. h [J/mol], s
+ *                     [J/(mol K)] are residual values of the state at t [K], p [Pa], x, y (n) its phases
+ *
+ * Refused with a text of their own: values that are not finite; m, sigma, epsil, molar mass, t, p of 0 or below; in
+ * hsxy_mp a negative association volume.
+ */
+TESSAREL_API void tessarel_prho_mset(const double* m, const double* sigma, const double* epsil, const double* t,
+                                     double* p, double* rho, char* err, size_t err_len);
+TESSAREL_API void tessarel_prho_mseekt(const double* m, const double* sigma, const double* epsil, const double* eps,
+                                       const double* kap, const double* t, double* p, double* rho, char* err,
+                                       size_t err_len);
+TESSAREL_API void tessarel_prho_msemut(const double* m, const double* sigma, const double* epsil, const double* mu,
+                                       const double* t, double* p, double* rho, char* err, size_t err_len);
+TESSAREL_API void tessarel_xy_kij(const double* kij, const double* p, const double* t, double* x, double* y, char* err,
+                                  size_t err_len);
+TESSAREL_API void tessarel_p_kij(const double* kij, const double* t, const double* q, double* p, char* err,
+                                 size_t err_len);
+TESSAREL_API void tessarel_t_kij(const double* kij, const double* p, const double* q, double* t, char* err,
+                                 size_t err_len);
+TESSAREL_API void tessarel_hsxy_mp(const double* t, const double* p, const double* par, double* h, double* s, double* x,
+                                   double* y, char* err, size_t err_len);
+
 /* Sessions. A session holds a selected fluid with all that belongs to it; a host that wants several fluids at once, or
  * several threads, makes more than the one that the library starts with, number 0. Every other entry of the library
  * works on the session that is current on the calling thread, session 0 until another is made current.

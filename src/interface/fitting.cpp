@@ -4,10 +4,12 @@
 #include <cmath>
 
 #include "eos/density.hpp"
+#include "flash/adapters.hpp"
 #include "flash/pt_flash.hpp"
-#include "interface/envelope_state.hpp"
+#include "fluid/combining_rules.hpp"
 #include "interface/flash_checks.hpp"
 #include "interface/routines_support.hpp"
+#include "interface/session_boundary.hpp"
 #include "solvers/psat_tsat.hpp"
 #include "solvers/residual.hpp"
 #include "tessarel/tessarel.h"
@@ -18,6 +20,7 @@ namespace {
 using fluid::at, fluid::Parameters;
 
 constexpr Message bad_trial = "TESSAREL error: parameters must be finite numbers, sizes and energies positive...";
+constexpr Message no_state = "TESSAREL error: no finite state found for the input values...";
 constexpr Message bad_query = "TESSAREL error: temperature and pressure must be positive finite numbers...";
 
 bool valid_segments(double m, double sigma, double epsil) {
@@ -54,7 +57,8 @@ Message saturated_liquid(Session& session, double t, double& p, double& rho) {
   double v = 0;
   const Message density = eos::calc_v(fluid.eos, fluid.n, fluid.z, t, p, 1, v);
   rho = 1.0 / v;
-  return !ok(density) || (std::isfinite(p) && std::isfinite(rho)) ? density : saturation;
+  if (!ok(density) || std::isfinite(p * rho)) return density;
+  return ok(saturation) ? no_state : saturation;
 }
 
 /// The three fits of a pure fluid: `set(parameters)` stores what is beyond m, sigma and epsilon.
@@ -85,21 +89,30 @@ Message set_pair(Session& session, double kij) {
 }
 
 /// Bubble point for q of 0, dew point for 1; nothing for any other. `given` is T [K] or P [bar].
-Message saturation_point(Session& session, double kij, char given, double value, double q, double& result,
-                         FixedText<64>& text) {
+Message saturation_point(Session& session, SessionBoundary& boundary, double kij, char given, double value, double q,
+                         double& result) {
   if (!positive(value)) return bad_query;
   if (const Message refused = set_pair(session, kij); !ok(refused)) return refused;
   if (q != 0.0 && q != 1.0) return no_errors;
   if (!adds_up(session.n(), session.z.data())) return bad_fractions;
   envelope::SaturationPoint point;
-  const Message message =
-      saturation_query(session, session.z.data(), given, q == 0.0 ? 'B' : 'D', value, point, text);
+  const Message message = boundary.saturation(given, q == 0.0 ? 'B' : 'D', value, point);
   result = point.result;
   return message;
 }
 
 /// Columns of the table of parameters, one row for each component.
-enum Column : int { molar_mass, segments, diameter, energy, bond_energy, bond_volume, dipole, quadrupole, polarisability };
+enum Column : int {
+  molar_mass,
+  segments,
+  diameter,
+  energy,
+  bond_energy,
+  bond_volume,
+  dipole,
+  quadrupole,
+  polarisability
+};
 constexpr int columns = 9;
 
 struct ParameterTable {
@@ -135,8 +148,7 @@ void load(Parameters& p, const ParameterTable& par) {
 Message equilibrium(Session& session, double t, double p, double& h, double& s, double* x, double* y) {
   if (const Message refused = check_flash(session, t, p); !ok(refused)) return refused;
   const Message message = solvers::tp_zelmaron(session.fluid(), t, p, h, s, x, y);
-  return !ok(message) || std::isfinite(h + s) ? message
-                                              : Message("TESSAREL error: no finite state found for the input values...");
+  return !ok(message) || std::isfinite(h + s) ? message : no_state;
 }
 
 }  // namespace
@@ -185,13 +197,12 @@ TESSAREL_FORTRAN_TWIN(tessarel_xy_kij);
 extern "C" void tessarel_p_kij(const double* kij, const double* t, const double* q, double* p, char* err,
                                size_t err_len) {
   Session& session = current_session();
-  FixedText<64> text;
+  SessionBoundary boundary(session);
   report(session, {kij, t, q, p}, {err, err_len}, [&] {
-    double bar = *p / flash::pascal_per_bar;
-    double result = fluid::not_computed;
-    static_cast<void>(bar);
-    const Message message = saturation_point(session, *kij, 'T', *t, *q, result, text);
-    if (result != fluid::not_computed) *p = result * flash::pascal_per_bar;
+    double bar = 0;
+    const Message message = saturation_point(session, boundary, *kij, 'T', *t, *q, bar);
+    // 0: no point was asked for.
+    if (bar != 0) *p = bar == fluid::not_computed ? bar : bar * flash::pascal_per_bar;
     return message;
   });
 }
@@ -200,9 +211,9 @@ TESSAREL_FORTRAN_TWIN(tessarel_p_kij);
 extern "C" void tessarel_t_kij(const double* kij, const double* p, const double* q, double* t, char* err,
                                size_t err_len) {
   Session& session = current_session();
-  FixedText<64> text;
+  SessionBoundary boundary(session);
   report(session, {kij, p, q, t}, {err, err_len},
-         [&] { return saturation_point(session, *kij, 'P', *p / flash::pascal_per_bar, *q, *t, text); });
+         [&] { return saturation_point(session, boundary, *kij, 'P', *p / flash::pascal_per_bar, *q, *t); });
 }
 TESSAREL_FORTRAN_TWIN(tessarel_t_kij);
 

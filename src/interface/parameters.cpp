@@ -1,6 +1,7 @@
 // Reading and changing the parameters of the selected fluid, for fits and studies.
 #include <cmath>
 
+#include "fluid/combining_rules.hpp"
 #include "interface/boundary.hpp"
 #include "interface/parameter_keys.hpp"
 #include "interface/routines_support.hpp"

@@ -38,7 +38,7 @@ struct Session {
   eos::Model model;
   fluid::Vector z{};  ///< overall mole fractions
   fluid::Limits limits;
-  bool simplified = false;  ///< once set it stays for the session
+  bool simplified = false;                     ///< once set it stays for the session
   fluid::Moment moment = fluid::Moment::none;  ///< of the records selected, which a fit varies
   eos::Workspace work;
   fluid::Sources sources;
@@ -80,8 +80,8 @@ struct Session {
 /// Selects a fluid or mixture in a session; messages and effects as tessarel_setfluid.
 Message select(Session& session, const std::int32_t* nf, fluid::NameList names, const double* z);
 
-/// After parameters of components or pairs have changed: flags, pair parameters and tables as a record with these values
-/// gives them. A traced envelope is dropped.
+/// After parameters of components or pairs have changed: flags, pair parameters and tables as a record with these
+/// values gives them. A traced envelope is dropped.
 void derive(Session& session);
 
 /// Critical point and working range of the composition, as a selection sets them; an envelope is owed again.
