@@ -157,6 +157,46 @@ TESSAREL_API void tessarel_tmdprop(const char* spec, const int32_t* order, doubl
                                    double* lnphi, char* err, size_t spec_len, size_t err_len);
 
 /*
+ * tessarel_tmdprop_allphase: tessarel_tmdprop with the properties of each phase. Arguments, units and texts are those
+ * of tessarel_tmdprop but for the following.
+ *
+ *   spec   in   One more suffix, "all": of two phases, the overall state and both. "Pm" and "Tm" are no input pairs
+ *               here, and messages have double quotes around a code: Function "Pq" not available ...
+ *   v, u, h, s  in, out  3 values each: the whole, the vapour, the liquid; the first is read at entry. The others are
+ *               -8888.8 but after "TP all" with two phases.
+ *   cv to dcvdt  out  3 values each, -8888.8 where nothing has been computed. One phase, and without "all": the first,
+ *               with "vap" and "liq" of two phases that of the composition named, at the volume of the phase with "TP".
+ *               "TP all" of two phases: the second and third.
+ *   lnphi  out  n x 3 values, first index fastest, columns in the same way; others are left alone
+ *   x, y   out  the selected composition, unless the solver writes another; sums are scaled to 1
+ *
+ * Units of the second-order set are those of tessarel_tmdprop but for dcvdt, in kJ/(kg K2), and the third value of cv,
+ * in MJ/(kg K). With 0 < q < 1 the first values remain molar. The mark -8888.8 in the first values is scaled
+ * with them. In single-phase mode the q handed in counts: hand in 0.
+ */
+TESSAREL_API void tessarel_tmdprop_allphase(const char* spec, const int32_t* order, double* t, double* p, double* v,
+                                            double* u, double* h, double* s, double* q, double* cv, double* dpdt,
+                                            double* dpdv, double* d2pdt2, double* d2pdv2, double* d2pdtdv,
+                                            double* dcvdt, double* x, double* y, double* lnphi, char* err,
+                                            size_t spec_len, size_t err_len);
+
+/*
+ * tessarel_tmdpropsat: the state from two of its properties, as tessarel_tmdprop, without derivatives; and for "TP"
+ * with two phases the properties of both. Mind the order of the arguments, with u behind s.
+ *
+ *   spec   in   the input pair, and "Lph" or "?ph"; other suffixes have no effect. "Pm" and "Tm" are no input pairs
+ * here t, p, v, h, s, u, q  in, out  as tessarel_tmdprop x, y   out  as tessarel_tmdprop_allphase v_l, h_l, s_l, u_l
+ * and v_v, h_v, s_v, u_v  in, out  of the liquid and of the vapour, with the units of v, h, s, u. "TP" of two phases
+ * writes them; of one phase it repeats those of the session's last two phases, 0 before the first. Other pairs leave
+ * the host's values. In any case they are scaled by the molar masses of x, y. err    out  as tessarel_tmdprop, with
+ * double quotes around a code
+ */
+TESSAREL_API void tessarel_tmdpropsat(const char* spec, double* t, double* p, double* v, double* h, double* s,
+                                      double* u, double* q, double* x, double* y, double* v_l, double* v_v, double* h_l,
+                                      double* h_v, double* s_l, double* s_v, double* u_l, double* u_v, char* err,
+                                      size_t spec_len, size_t err_len);
+
+/*
  * tessarel_capeopenderiv: composition derivatives of a homogeneous phase at a given state, for process simulators. The
  * composition is that of the selection; nothing is solved and no unit is changed, so all values are molar.
  *

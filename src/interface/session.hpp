@@ -12,6 +12,7 @@
 #include "eos/fluid.hpp"
 #include "fluid/limits.hpp"
 #include "fluid/readers.hpp"
+#include "solvers/two_phase.hpp"
 
 namespace tessarel::interface {
 
@@ -41,6 +42,7 @@ struct Session {
   bool simplified = false;                     ///< once set it stays for the session
   fluid::Moment moment = fluid::Moment::none;  ///< of the records selected, which a fit varies
   eos::Workspace work;
+  solvers::PhaseValues phases{};  ///< of the last two phases that tessarel_tmdpropsat has reported
   fluid::Sources sources;
 
   /// The traced phase envelope of a mixture, and what it belongs to.
