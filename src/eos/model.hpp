@@ -32,7 +32,6 @@ struct Statistics {
   long long substituted_splits = 0, minimisers = 0, rescued_splits = 0, wide_splits = 0, three_phases = 0;
   // General flashes: those left to the search in t and p, and to the bracket behind it.
   long long state_function_searches = 0, bracketed_searches = 0;
-  long long other_roots = 0;           ///< one phase whose stable density root is not that of its label
   long long interpolated_queries = 0;  ///< bubble and dew points read from the table without convergence
   long long critical_scans = 0;        ///< critical points of mixtures left to the search along the limit of stability
   long long rescued_saturations = 0;   ///< of pure fluids, where equal fugacities by Newton's method in p or t failed

@@ -45,13 +45,9 @@ struct StateFields {
   }
 };
 
-/// The composition of which a place tells; with one of two phases asked for, the overall place is that phase's.
-const double* composition_of(Place k, const InputSpec& spec, bool two_phases, const double* z, const double* x,
-                             const double* y) {
-  if (!two_phases) return z;
-  if (k == vapour || spec.phase == vapour_phase) return y;
-  if (k == liquid || spec.phase == liquid_phase) return x;
-  return z;
+/// The phase code of a place; the overall one has that of the text.
+int phase_at(Place k, const InputSpec& spec) {
+  return k == vapour ? vapour_phase : k == liquid ? liquid_phase : spec.phase;
 }
 
 /// What `order` asks for at one place.
@@ -121,25 +117,23 @@ extern "C" void tessarel_tmdprop_allphase(const char* spec, const int32_t* order
     for (const Place k : places) {
       // Only "TP" knows the volumes of the phases.
       if (by_phases == (k == overall) || v[k] == fluid::not_computed) continue;
-      const double* composition = composition_of(k, input, two_phases, z, x, y);
+      const double* composition = two_phases ? composition_of(phase_at(k, input), n, z, x, y) : z;
       if (!evaluate(session.eos(), n, *order, k, composition, r, v[k], second, lnphi)) errors.assign(no_state);
     }
   });
 
-  const auto units_of = [&](const double* fractions) {
-    return EngineeringUnits(session.model.parameters, present(n, fractions, z));
+  const auto units_of = [&](Place k) {
+    return EngineeringUnits(session.model.parameters, composition_of(phase_at(k, input), n, z, x, y));
   };
-  const EngineeringUnits units = units_of(input.phase == vapour_phase ? y : input.phase == liquid_phase ? x : z);
   EngineeringUnits::temperature(*t);
   EngineeringUnits::pressure(*p);
-  first.convert(overall, units);
-  if (!two_phases) second.convert(overall, units);
+  first.convert(overall, units_of(overall));
+  if (!two_phases) second.convert(overall, units_of(overall));
   if (!two_phases || input.phase != all_phases) return;
   for (const Place k : {vapour, liquid}) {
     if (v[k] == fluid::not_computed) continue;
-    const EngineeringUnits of_phase = units_of(k == vapour ? y : x);
-    first.convert(k, of_phase);
-    second.convert(k, of_phase);
+    first.convert(k, units_of(k));
+    second.convert(k, units_of(k));
   }
   // Documented: hosts know this element in MJ.
   if (v[liquid] != fluid::not_computed) cv[liquid] /= 1000.0;

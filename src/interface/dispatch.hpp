@@ -1,4 +1,4 @@
-// From the text of an input pair to the solver that runs: one table for the property calls.
+// What the property calls have in common: an input pair is solved, with the phases of the result.
 #pragma once
 
 #include "interface/input_spec.hpp"
@@ -21,10 +21,11 @@ inline constexpr Message no_state = "TESSAREL error: no finite state found for t
 
 bool all_finite(std::initializer_list<double> values);
 
-/// The state of a call: the pair at entry, all of it after success, what was reached after a failure.
+/// The state of a call: the pair at entry, all of it after success, after a failure as at entry but for what "TP" and
+/// the solvers of one phase have reached.
 struct Solution {
   solvers::State state;
-  solvers::PhaseValues phases;  ///< "TP" of phase code 3: vapour [1] and liquid [2]; else as at entry
+  solvers::PhaseValues phases;  ///< "TP" of phase code 3 with two phases: vapour [1], liquid [2]; else as at entry
   double *x, *y;                ///< n mole fractions each
 };
 
@@ -33,5 +34,8 @@ bool dispatch(Session& session, const Dialect& dialect, const InputSpec& spec, S
 
 /// Divides fractions by their sum, unless that is 0 or 1.
 void normalise(int n, double* fractions);
+
+/// The composition that a phase code stands for. A phase that is not there has that of the whole, `z`.
+const double* composition_of(int phase, int n, const double* z, const double* x, const double* y);
 
 }  // namespace tessarel::interface

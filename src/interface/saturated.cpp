@@ -44,15 +44,15 @@ extern "C" void tessarel_tmdpropsat(const char* spec, double* t, double* p, doub
     }
   });
 
-  const auto convert = [&](const double* fractions, double& volume, std::initializer_list<double*> energies) {
-    const EngineeringUnits units(session.model.parameters, present(n, fractions, z));
+  const auto convert = [&](int phase, double& volume, std::initializer_list<double*> energies) {
+    const EngineeringUnits units(session.model.parameters, composition_of(phase, n, z, x, y));
     units.volume(volume);
     for (double* energy : energies) units.caloric(*energy);
   };
   EngineeringUnits::temperature(*t);
   EngineeringUnits::pressure(*p);
-  convert(z, *v, {u, h, s});
-  convert(x, *v_l, {u_l, h_l, s_l});
-  convert(y, *v_v, {u_v, h_v, s_v});
+  convert(overall_phase, *v, {u, h, s});
+  convert(liquid_phase, *v_l, {u_l, h_l, s_l});
+  convert(vapour_phase, *v_v, {u_v, h_v, s_v});
 }
 TESSAREL_FORTRAN_TWIN(tessarel_tmdpropsat);

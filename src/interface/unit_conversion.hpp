@@ -5,13 +5,6 @@
 
 namespace tessarel::interface {
 
-/// The fractions of a phase, or the overall ones `z` for a phase that is not there.
-inline const double* present(int n, const double* fractions, const double* z) noexcept {
-  double sum = 0;
-  for (int i = 0; i < n; ++i) sum += fractions[i];
-  return sum > 0 ? fractions : z;
-}
-
 /// Conversions for one composition: K to degrees Celsius, Pa to bar, mol to kg, J to kJ for the caloric properties.
 class EngineeringUnits {
  public:
