@@ -319,8 +319,8 @@ TESSAREL_API void tessarel_setkij(const int32_t* i, const int32_t* j, const doub
  *                     or volume 0 a component does not associate, else it has one site each of two types. h [J/mol], s
  *                     [J/(mol K)] are residual values of the state at t [K], p [Pa], x, y (n) its phases
  *
- * Refused with a text of their own: values that are not finite; m, sigma, epsil, molar mass, t, p of 0 or below; in
- * hsxy_mp a negative association volume.
+ * Refused with a text of their own: values that are not finite; m, sigma, epsil, molar mass, t, p of 0 or below;
+ * negative association energies and volumes.
  */
 TESSAREL_API void tessarel_prho_mset(const double* m, const double* sigma, const double* epsil, const double* t,
                                      double* p, double* rho, char* err, size_t err_len);

@@ -17,8 +17,6 @@ inline constexpr Dialect of_tmdprop{true, "'", solvers::hs_simple};
 inline constexpr Dialect of_allphase{false, "\"", solvers::hs};
 inline constexpr Dialect of_saturated{false, "\"", solvers::hs_simple};
 
-inline constexpr Message no_state = "TESSAREL error: no finite state found for the input values...";
-
 bool all_finite(std::initializer_list<double> values);
 
 /// The state of a call: the pair at entry, all of it after success, after a failure as at entry but for what "TP" and

@@ -8,6 +8,7 @@
 #include "flash/pt_flash.hpp"
 #include "fluid/combining_rules.hpp"
 #include "interface/flash_checks.hpp"
+#include "interface/parameter_keys.hpp"
 #include "interface/routines_support.hpp"
 #include "interface/session_boundary.hpp"
 #include "solvers/psat_tsat.hpp"
@@ -18,10 +19,6 @@ namespace tessarel::interface {
 namespace {
 
 using fluid::at, fluid::Parameters;
-
-constexpr Message bad_trial = "TESSAREL error: parameters must be finite numbers, sizes and energies positive...";
-constexpr Message no_state = "TESSAREL error: no finite state found for the input values...";
-constexpr Message bad_query = "TESSAREL error: temperature and pressure must be positive finite numbers...";
 
 bool valid_segments(double m, double sigma, double epsil) {
   return positive(m) && positive(sigma) && positive(epsil);
@@ -61,16 +58,18 @@ Message saturated_liquid(Session& session, double t, double& p, double& rho) {
   return ok(saturation) ? no_state : saturation;
 }
 
-/// The three fits of a pure fluid: `set(parameters)` stores what is beyond m, sigma and epsilon.
+/// The three fits of a pure fluid: `set(session)` stores what is beyond m, sigma and epsilon, the values `extra`, of
+/// which none may be below `least`.
 template <class Set>
-void fit_pure(std::initializer_list<const double*> extra, const double* m, const double* sigma, const double* epsil,
-              const double* t, double* p, double* rho, TextField err, Set&& set) {
+void fit_pure(std::initializer_list<const double*> extra, double least, const double* m, const double* sigma,
+              const double* epsil, const double* t, double* p, double* rho, TextField err, Set&& set) {
   Session& session = current_session();
   const bool missing = std::find(extra.begin(), extra.end(), nullptr) != extra.end();
   report(session, {m, sigma, epsil, t, p, rho, missing ? nullptr : m}, err, [&]() -> Message {
-    const bool finite = std::all_of(extra.begin(), extra.end(), [](const double* e) { return std::isfinite(*e); });
-    if (!valid_segments(*m, *sigma, *epsil) || !finite) return bad_trial;
-    if (!positive(*t)) return bad_query;
+    const bool valid =
+        std::all_of(extra.begin(), extra.end(), [&](const double* e) { return *e >= least && std::isfinite(*e); });
+    if (!valid_segments(*m, *sigma, *epsil) || !valid) return bad_parameter;
+    if (!positive(*t)) return bad_state;
     set_segments(session.model.parameters, 0, *m, *sigma, *epsil);
     set(session);
     return saturated_liquid(session, *t, *p, *rho);
@@ -91,7 +90,7 @@ Message set_pair(Session& session, double kij) {
 /// Bubble point for q of 0, dew point for 1; nothing for any other. `given` is T [K] or P [bar].
 Message saturation_point(Session& session, SessionBoundary& boundary, double kij, char given, double value, double q,
                          double& result) {
-  if (!positive(value)) return bad_query;
+  if (!positive(value)) return bad_state;
   if (const Message refused = set_pair(session, kij); !ok(refused)) return refused;
   if (q != 0.0 && q != 1.0) return no_errors;
   if (!adds_up(session.n(), session.z.data())) return bad_fractions;
@@ -123,11 +122,11 @@ struct ParameterTable {
 
 Message check(const ParameterTable& par) {
   if (!std::all_of(par.values, par.values + par.n * columns, [](double v) { return std::isfinite(v); }))
-    return bad_trial;
+    return bad_parameter;
   for (std::size_t i = 0; i < at(par.n); ++i)
-    if (par(i, molar_mass) <= 0 || par(i, bond_volume) < 0 ||
+    if (par(i, molar_mass) <= 0 || par(i, bond_energy) < 0 || par(i, bond_volume) < 0 ||
         !valid_segments(par(i, segments), par(i, diameter), par(i, energy)))
-      return bad_trial;
+      return bad_parameter;
   return no_errors;
 }
 
@@ -159,14 +158,14 @@ using namespace tessarel::interface;
 
 extern "C" void tessarel_prho_mset(const double* m, const double* sigma, const double* epsil, const double* t,
                                    double* p, double* rho, char* err, size_t err_len) {
-  fit_pure({}, m, sigma, epsil, t, p, rho, {err, err_len}, [](Session&) {});
+  fit_pure({}, 0.0, m, sigma, epsil, t, p, rho, {err, err_len}, [](Session&) {});
 }
 TESSAREL_FORTRAN_TWIN(tessarel_prho_mset);
 
 extern "C" void tessarel_prho_mseekt(const double* m, const double* sigma, const double* epsil, const double* eps,
                                      const double* kap, const double* t, double* p, double* rho, char* err,
                                      size_t err_len) {
-  fit_pure({eps, kap}, m, sigma, epsil, t, p, rho, {err, err_len}, [&](Session& session) {
+  fit_pure({eps, kap}, 0.0, m, sigma, epsil, t, p, rho, {err, err_len}, [&](Session& session) {
     Parameters& parameters = session.model.parameters;
     if (parameters.is_assoc) set_association(parameters, 0, *eps, *kap);
   });
@@ -175,7 +174,8 @@ TESSAREL_FORTRAN_TWIN(tessarel_prho_mseekt);
 
 extern "C" void tessarel_prho_msemut(const double* m, const double* sigma, const double* epsil, const double* mu,
                                      const double* t, double* p, double* rho, char* err, size_t err_len) {
-  fit_pure({mu}, m, sigma, epsil, t, p, rho, {err, err_len}, [&](Session& session) { set_moment(session, *mu); });
+  fit_pure({mu}, -HUGE_VAL, m, sigma, epsil, t, p, rho, {err, err_len},
+           [&](Session& session) { set_moment(session, *mu); });
 }
 TESSAREL_FORTRAN_TWIN(tessarel_prho_msemut);
 

@@ -9,6 +9,9 @@
 
 namespace tessarel::interface {
 
+inline constexpr Message bad_parameter =
+    "TESSAREL error: parameters must be finite numbers, sizes and energies positive...";
+
 struct ParameterKey {
   std::string_view key;
   fluid::Vector fluid::Parameters::*values;

@@ -13,7 +13,6 @@ namespace {
 using fluid::at, fluid::Parameters;
 
 constexpr Message no_component = "TESSAREL error: no such component...";
-constexpr Message bad_value = "TESSAREL error: parameters must be finite numbers, sizes and energies positive...";
 constexpr Message no_sites = "TESSAREL error: the component has no association sites of two types...";
 
 /// Association between the first two site types of a component.
@@ -35,13 +34,13 @@ bool get(const Parameters& p, std::string_view key, std::size_t i, double& value
 
 /// Stores a value that get() knows.
 Message set(Parameters& p, std::string_view key, std::size_t i, double value) {
-  if (!std::isfinite(value)) return bad_value;
+  if (!std::isfinite(value)) return bad_parameter;
   if (const ParameterKey* found = find_key(key); found != nullptr) {
-    if (found->positive && value <= 0) return bad_value;
+    if (found->positive && value <= 0) return bad_parameter;
     (p.*(found->values))[i] = value;
     return no_errors;
   }
-  if (value < 0) return bad_value;
+  if (value < 0) return bad_parameter;
   if (!associates(p, i)) return no_sites;
   if (key == "eps_hb")
     p.eps_hb[i][i][0][1] = p.eps_hb[i][i][1][0] = value;
@@ -109,7 +108,7 @@ extern "C" void tessarel_setkij(const int32_t* i, const int32_t* j, const double
   report(session, {i, j, kij}, {err, err_len}, [&]() -> Message {
     if (!valid_place(session, i) || !valid_place(session, j)) return no_component;
     if (*i == *j) return "TESSAREL error: an interaction parameter belongs to two different components...";
-    if (!std::isfinite(*kij)) return bad_value;
+    if (!std::isfinite(*kij)) return bad_parameter;
     const auto a = at(*i - 1), b = at(*j - 1);
     auto& entries = session.model.parameters.k_ij;
     entries[a][b] = entries[b][a] = *kij;
