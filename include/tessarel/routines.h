@@ -764,6 +764,16 @@ TESSAREL_API void tessarel_genflash(const int32_t* ispec, const double* spec1, c
                                     double* t, double* p, const double* z, double* bv, double* bl, double* x, double* y,
                                     double* h, double* s, double* u, double* v, const int32_t* debug, int32_t* icode);
 
+/* ============================================================ residual properties =============================== */
+
+/* Residual enthalpy h [J/mol] and entropy s [J/(mol K)] of one phase of the selected composition at t, p and v that
+ * belong together: against the ideal gas at t and p. */
+TESSAREL_API void tessarel_calc_hs_res(const double* t, const double* p, const double* v, double* h, double* s);
+/* The same of the stable state at t and p, of two phases the mean by amounts, with their compositions x, y (n); after
+ * one phase what the flash leaves there. err: that of tessarel_calc_pt_flash, but "No errors" for one phase. */
+TESSAREL_API void tessarel_tp_zelmaron(const double* t, const double* p, double* h, double* s, double* x, double* y,
+                                       char* err, size_t err_len);
+
 /* ============================================================ linear algebra ==================================== */
 
 /* n from 1 to 20, matrices (n,n) first index fastest, pivots from 1. ierr: 0; 310 a row without a non-zero entry; -1

@@ -157,6 +157,46 @@ TESSAREL_API void tessarel_tmdprop(const char* spec, const int32_t* order, doubl
                                    double* lnphi, char* err, size_t spec_len, size_t err_len);
 
 /*
+ * tessarel_tmdprop_allphase: tessarel_tmdprop with the properties of each phase. Arguments, units and texts are those
+ * of tessarel_tmdprop but for the following.
+ *
+ *   spec   in   One more suffix, "all": of two phases, the overall state and both. "Pm" and "Tm" are no input pairs
+ *               here, and messages have double quotes around a code: Function "Pq" not available ...
+ *   v, u, h, s  in, out  3 values each: the whole, the vapour, the liquid; the first is read at entry. The others are
+ *               -8888.8 but after "TP all" with two phases.
+ *   cv to dcvdt  out  3 values each, -8888.8 where nothing has been computed. One phase, and without "all": the first,
+ *               with "vap" and "liq" of two phases that of the composition named, at the volume of the phase with "TP".
+ *               "TP all" of two phases: the second and third.
+ *   lnphi  out  n x 3 values, first index fastest, columns in the same way; others are left alone
+ *   x, y   out  the selected composition, unless the solver writes another; sums are scaled to 1
+ *
+ * Units of the second-order set are those of tessarel_tmdprop but for dcvdt, in kJ/(kg K2), and the third value of cv,
+ * in MJ/(kg K). With 0 < q < 1 the first values remain molar. The mark -8888.8 in the first values is scaled
+ * with them. In single-phase mode the q handed in counts: hand in 0.
+ */
+TESSAREL_API void tessarel_tmdprop_allphase(const char* spec, const int32_t* order, double* t, double* p, double* v,
+                                            double* u, double* h, double* s, double* q, double* cv, double* dpdt,
+                                            double* dpdv, double* d2pdt2, double* d2pdv2, double* d2pdtdv,
+                                            double* dcvdt, double* x, double* y, double* lnphi, char* err,
+                                            size_t spec_len, size_t err_len);
+
+/*
+ * tessarel_tmdpropsat: the state from two of its properties, as tessarel_tmdprop, without derivatives; and for "TP"
+ * with two phases the properties of both. Mind the order of the arguments, with u behind s.
+ *
+ *   spec   in   the input pair, and "Lph" or "?ph"; other suffixes have no effect. "Pm" and "Tm" are no input pairs
+ * here t, p, v, h, s, u, q  in, out  as tessarel_tmdprop x, y   out  as tessarel_tmdprop_allphase v_l, h_l, s_l, u_l
+ * and v_v, h_v, s_v, u_v  in, out  of the liquid and of the vapour, with the units of v, h, s, u. "TP" of two phases
+ * writes them; of one phase it repeats those of the session's last two phases, 0 before the first. Other pairs leave
+ * the host's values. In any case they are scaled by the molar masses of x, y. err    out  as tessarel_tmdprop, with
+ * double quotes around a code
+ */
+TESSAREL_API void tessarel_tmdpropsat(const char* spec, double* t, double* p, double* v, double* h, double* s,
+                                      double* u, double* q, double* x, double* y, double* v_l, double* v_v, double* h_l,
+                                      double* h_v, double* s_l, double* s_v, double* u_l, double* u_v, char* err,
+                                      size_t spec_len, size_t err_len);
+
+/*
  * tessarel_capeopenderiv: composition derivatives of a homogeneous phase at a given state, for process simulators. The
  * composition is that of the selection; nothing is solved and no unit is changed, so all values are molar.
  *
@@ -210,6 +250,103 @@ TESSAREL_API void tessarel_phaseenvelope(int32_t* n, double* t, double* p, doubl
 TESSAREL_API void tessarel_flash_sensitivity(const double* t, const double* p, double* beta, double* v, double* h,
                                              double* s, double* dbeta, double* dv, double* dh, double* ds, double* dx,
                                              double* dy, char* err, size_t err_len);
+
+/*
+ * tessarel_derived: further properties of a stable phase of composition x at t and v. Molar SI.
+ *
+ *   x      in   n mole fractions, none negative, a sum of 1 within 1e-6: the selected composition or that of a phase
+ *   t, v   in   K, m3/mol
+ *   cp     out  isobaric heat capacity [J/(mol K)]
+ *   w      out  speed of sound [m/s]
+ *   jt     out  Joule-Thomson coefficient, dT/dp at constant enthalpy [K/Pa]
+ *   kappa  out  isothermal compressibility [1/Pa]
+ *   alpha  out  thermal expansion, 1/v dv/dT at constant pressure [1/K]
+ *   g      out  Gibbs energy h - t s [J/mol]
+ *   err    out  "No errors"; or, with -8888.8 in the outputs,
+ *               "TESSAREL error: mechanically unstable at this composition, temperature and volume...": dp/dv >= 0;
+ *               "TESSAREL error: no stable single phase at this composition, temperature and volume...": the overall
+ *               state of two phases, a metastable phase, a liquid in tension; saturated phases are accepted;
+ *               the texts for fractions, temperatures and volumes without meaning, for a volume below closest packing,
+ *               and of a flash that failed
+ */
+TESSAREL_API void tessarel_derived(const double* x, const double* t, const double* v, double* cp, double* w, double* jt,
+                                   double* kappa, double* alpha, double* g, char* err, size_t err_len);
+
+/* Parameters of the selection: component i (from 1), pairs of components.
+ *
+ * Keys, in the units of tessarel_fluidparameter where it knows them:
+ *   "omega", "mseg", "sigma", "epsil", "dipole", "quapole", "polariz"
+ *   "molmas"          molar mass [g/mol]
+ *   "tmin", "tmax"    range of temperature [K]
+ *   "parat"           factor of the temperature-dependent segment diameter
+ *   "saftpar"         temperature coefficient of the dispersion energy [K]
+ *   "cp0_a" to "cp0_d", "delhf0"  coefficients of the ideal-gas heat capacity [J/(mol K), /K, /K2, /K3] and enthalpy of
+ *                     formation [J/mol]
+ *   "eps_hb", "kap_hb"  association energy between the first two site types [K], and association volume; 0 for a
+ *                     component that has no two site types, which cannot be changed
+ *
+ * A change acts on the current session as a fluid record or a table with the new value would: what follows from the
+ * parameters, the critical point and the working range are found again, and the phase envelope is owed. The values stay
+ * when the composition changes; selecting other fluids reads them anew. After a refusal nothing has changed.
+ *
+ *   value  out/in  -8888.8 when it could not be read
+ *   kij    in   interaction parameter of components i and j, both ways; also a code of a temperature correlation
+ *   err    out  "No errors", "TESSAREL parameter <name> not available...", "TESSAREL error: no such component...",
+ *               "TESSAREL error: parameters must be finite numbers, sizes and energies positive...",
+ *               "TESSAREL error: the component has no association sites of two types...",
+ *               "TESSAREL error: an interaction parameter belongs to two different components..."; the texts for null
+ *               pointers and for no fluid selected
+ */
+TESSAREL_API void tessarel_getparameter(const char* name, const int32_t* i, double* value, char* err, size_t name_len,
+                                        size_t err_len);
+TESSAREL_API void tessarel_setparameter(const char* name, const int32_t* i, const double* value, char* err,
+                                        size_t name_len, size_t err_len);
+TESSAREL_API void tessarel_setkij(const int32_t* i, const int32_t* j, const double* kij, char* err, size_t err_len);
+
+/* Fitting: trial values of parameters in, what is compared with measurements out. Molar SI units.
+ *
+ * The trial values overwrite those of the selection and stay there, also after a failure. What follows from them is
+ * brought up to date, but the critical point and the working range remain those of the selection: a saturation pressure
+ * is refused above its critical temperature. tessarel_setparameter finds them again.
+ *
+ * Of a pure fluid, the saturation pressure p [Pa] and the density rho of the saturated liquid [mol/m3] at t [K], with
+ * the segment number m, segment diameter sigma [A] and dispersion energy epsil [K] of component 1:
+ *   tessarel_prho_mset    these alone
+ *   tessarel_prho_mseekt  also the association energy eps [K] and volume kap of a fluid that associates
+ *   tessarel_prho_msemut  also the dipole moment mu [D] of a dipolar fluid, or the quadrupole moment [D A] of one that
+ *                         has no dipole; no effect on others
+ * err is that of the density: where there is no saturation pressure, p is -8888.8, also with "No errors".
+ *
+ * Of a mixture, with the interaction parameter kij of components 1 and 2:
+ *   tessarel_xy_kij  compositions x, y (2) of liquid and vapour at p [Pa], t [K], of two components; after one phase,
+ *                    with "No errors", what the flash leaves there
+ *   tessarel_p_kij   pressure p [Pa] of the bubble (q = 0) or dew point (q = 1) at t [K]; any other q computes nothing
+ *   tessarel_t_kij   its temperature t [K] at p [Pa]
+ * err: those of tessarel_calc_pt_flash and tessarel_calc_bubdew; the result is then -8888.8.
+ *
+ *   tessarel_hsxy_mp  of all n components at once: par (n,9) with the columns molar mass [g/mol], m, sigma, epsil,
+ *                     association energy, association volume, dipole, quadrupole, polarisability. With a bond of energy
+ *                     or volume 0 a component does not associate, else it has one site each of two types. h [J/mol], s
+ *                     [J/(mol K)] are residual values of the state at t [K], p [Pa], x, y (n) its phases
+ *
+ * Refused with a text of their own: values that are not finite; m, sigma, epsil, molar mass, t, p of 0 or below;
+ * negative association energies and volumes.
+ */
+TESSAREL_API void tessarel_prho_mset(const double* m, const double* sigma, const double* epsil, const double* t,
+                                     double* p, double* rho, char* err, size_t err_len);
+TESSAREL_API void tessarel_prho_mseekt(const double* m, const double* sigma, const double* epsil, const double* eps,
+                                       const double* kap, const double* t, double* p, double* rho, char* err,
+                                       size_t err_len);
+TESSAREL_API void tessarel_prho_msemut(const double* m, const double* sigma, const double* epsil, const double* mu,
+                                       const double* t, double* p, double* rho, char* err, size_t err_len);
+TESSAREL_API void tessarel_xy_kij(const double* kij, const double* p, const double* t, double* x, double* y, char* err,
+                                  size_t err_len);
+TESSAREL_API void tessarel_p_kij(const double* kij, const double* t, const double* q, double* p, char* err,
+                                 size_t err_len);
+TESSAREL_API void tessarel_t_kij(const double* kij, const double* p, const double* q, double* t, char* err,
+                                 size_t err_len);
+TESSAREL_API void tessarel_hsxy_mp(const double* t, const double* p, const double* par, double* h, double* s, double* x,
+                                   double* y, char* err, size_t err_len);
 
 /* Sessions. A session holds a selected fluid with all that belongs to it; a host that wants several fluids at once, or
  * several threads, makes more than the one that the library starts with, number 0. Every other entry of the library

@@ -64,6 +64,16 @@ struct CriticalPoint {
   double tc, pc, rhoc;  ///< K, Pa, mol/m3
 };
 
+/// Further properties of a stable phase.
+struct Derived {
+  double cp;     ///< isobaric heat capacity [J/(mol K)]
+  double w;      ///< speed of sound [m/s]
+  double jt;     ///< Joule-Thomson coefficient [K/Pa]
+  double kappa;  ///< isothermal compressibility [1/Pa]
+  double alpha;  ///< thermal expansion [1/K]
+  double g;      ///< Gibbs energy [J/mol]
+};
+
 /// Data of the selected fluid.
 struct FluidInfo {
   double molar_mass;  ///< [kg/mol]
@@ -193,6 +203,35 @@ class Session {
     CriticalPoint c{};
     call([&](char* err, std::size_t size) { tessarel_criticalpoint(&c.tc, &c.pc, &c.rhoc, err, size); });
     return c;
+  }
+
+  /// Of a phase of composition `x` at `t` [K] and `v` [m3/mol]; see tessarel_derived for what is no stable phase.
+  [[nodiscard]] Derived derived(const std::vector<double>& x, double t, double v) const {
+    require(!z_.empty());
+    if (x.size() != z_.size()) throw Error("TESSAREL error: as many mole fractions as components are needed...");
+    const Use use(*this);
+    Derived d{};
+    call([&](char* err, std::size_t size) {
+      tessarel_derived(x.data(), &t, &v, &d.cp, &d.w, &d.jt, &d.kappa, &d.alpha, &d.g, err, size);
+    });
+    return d;
+  }
+  [[nodiscard]] Derived derived(double t, double v) const { return derived(z_, t, v); }
+
+  /// A parameter of component `i`, counted from 1; keys and effects as tessarel_setparameter.
+  [[nodiscard]] double parameter(std::string_view key, std::int32_t i) const {
+    const Use use(*this);
+    double value = 0;
+    call([&](char* err, std::size_t size) { tessarel_getparameter(key.data(), &i, &value, err, key.size(), size); });
+    return value;
+  }
+  void set_parameter(std::string_view key, std::int32_t i, double value) {
+    const Use use(*this);
+    call([&](char* err, std::size_t size) { tessarel_setparameter(key.data(), &i, &value, err, key.size(), size); });
+  }
+  void set_kij(std::int32_t i, std::int32_t j, double kij) {
+    const Use use(*this);
+    call([&](char* err, std::size_t size) { tessarel_setkij(&i, &j, &kij, err, size); });
   }
 
   [[nodiscard]] FluidInfo info() const {

@@ -374,7 +374,7 @@ Message message_of(int n, const PtResult& r) {
     case 2:
       return "Michelsen's Flash calculation: no convergence stability analysis";
     case 3:
-      return "Michelsen's Flash calculation: no phase split detected...";
+      return no_phase_split;
     default:
       return "Michelsen's Flash calculation: unexpected error...";
   }

@@ -51,6 +51,8 @@ struct PtResult {
 /// `warm`: x and y hold an earlier solution to start from, else they are not read.
 PtResult flmain(const eos::Fluid& fluid, double t, double p, bool warm, const double* x, const double* y);
 
+inline constexpr Message no_phase_split = "Michelsen's Flash calculation: no phase split detected...";
+
 /// The text of a result: "No errors", "Michelsen's Flash calculation: no convergence second order minimizer",
 /// "... no convergence stability analysis", "... no phase split detected...", "... unexpected error, NaN's
 /// calculated..." for a result that is not a number.

@@ -70,4 +70,8 @@ void set_polar_flags(Parameters& p) {
   p.is_polar = p.is_quapole || p.is_dipole;
 }
 
+Moment moment_of(const Parameters& p) {
+  return p.is_dipole ? Moment::dipole : p.is_quapole ? Moment::quadrupole : Moment::none;
+}
+
 }  // namespace tessarel::fluid

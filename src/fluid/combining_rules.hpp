@@ -12,4 +12,7 @@ void setassocpar(Parameters& p);
 /// `is_quapole`, `is_dipole`, `is_quadip`, `is_polar`, and the flags per component.
 void set_polar_flags(Parameters& p);
 
+/// The moment that makes a fluid polar; the dipole where there are both.
+Moment moment_of(const Parameters& p);
+
 }  // namespace tessarel::fluid

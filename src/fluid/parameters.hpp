@@ -65,4 +65,6 @@ struct Parameters {
   PerComponent<bool> is_assoc_cmp{}, is_polar_cmp{};
 };
 
+enum class Moment { none, dipole, quadrupole };
+
 }  // namespace tessarel::fluid

@@ -20,6 +20,8 @@ namespace tessarel::interface {
 inline constexpr Message no_fluid = "TESSAREL error: no fluid selected...";
 inline constexpr Message null_argument = "TESSAREL error: null pointer argument...";
 
+inline constexpr Message no_state = "TESSAREL error: no finite state found for the input values...";
+
 /// Host logicals: the lowest bit decides on input, all bits are set on output.
 constexpr bool from_logical(std::int32_t value) noexcept {
   return (value & 1) != 0;

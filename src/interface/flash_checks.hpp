@@ -3,12 +3,14 @@
 
 #include <cmath>
 
+#include "eos/density.hpp"
 #include "interface/session.hpp"
 
 namespace tessarel::interface {
 
 inline constexpr Message bad_fractions = "TESSAREL error: mole fractions of the selection must sum to 1 within 1e-6...";
 inline constexpr Message bad_state = "TESSAREL error: temperature and pressure must be positive finite numbers...";
+inline constexpr Message too_dense = "TESSAREL error: the volume is below that of closest packing...";
 inline constexpr Message no_model = "TESSAREL error: temperature must be 1 to 1e5 K and pressure at most 1e12 Pa...";
 
 inline bool positive(double value) {
@@ -22,6 +24,10 @@ inline bool adds_up(int n, const double* z) {
     sum += z[i];
   }
   return std::abs(sum - 1.0) <= 1e-6;
+}
+/// A molar volume in which the segments of composition `x` have no room at `t`.
+inline bool below_packing(Session& session, const double* x, double t, double v) {
+  return eos::calc_eta_rho(session.eos(), session.n(), x, 0, t, fluid::avogadro_factor / v) > eos::closest_packing;
 }
 /// The checks of a flash at t and p.
 inline Message check_flash(const Session& session, double t, double p) {

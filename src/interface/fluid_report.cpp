@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "interface/boundary.hpp"
+#include "interface/parameter_keys.hpp"
 #include "interface/session.hpp"
 #include "tessarel/tessarel.h"
 
@@ -11,19 +12,6 @@ namespace tessarel::interface {
 namespace {
 
 using fluid::at, fluid::not_computed, fluid::Parameters, fluid::Vector;
-
-struct Parameter {
-  std::string_view key;
-  Vector Parameters::*values;
-};
-
-constexpr std::array<Parameter, 7> parameters = {{{"omega", &Parameters::omega},
-                                                  {"mseg", &Parameters::mseg},
-                                                  {"sigma", &Parameters::sigma},
-                                                  {"epsil", &Parameters::epsil},
-                                                  {"dipole", &Parameters::dipole},
-                                                  {"quapole", &Parameters::quapole},
-                                                  {"polariz", &Parameters::polariz}}};
 
 constexpr double kilograms(double grams) {
   return 0.001 * grams;
@@ -86,9 +74,8 @@ extern "C" double tessarel_fluidparameter(const char* name, char* err, size_t na
   using namespace tessarel::interface;
   const TextField errors{err, err_len};
   const std::string_view key = trimmed(input_text(name, name_len));
-  const auto* found = std::find_if(parameters.begin(), parameters.end(),
-                                   [&](const Parameter& parameter) { return parameter.key == key; });
-  if (found == parameters.end()) {
+  const ParameterKey* found = find_key(key);
+  if (found == nullptr || !found->reported) {
     compose(errors, {"TESSAREL parameter ", key, " not available..."});
     return not_computed;
   }

@@ -9,7 +9,7 @@
 namespace tessarel::interface {
 
 /// Phase codes of the input text.
-enum PhaseCode : int { overall_phase = 0, liquid_phase = 1, vapour_phase = 2 };
+enum PhaseCode : int { overall_phase = 0, liquid_phase = 1, vapour_phase = 2, all_phases = 3 };
 
 struct InputSpec {
   std::string_view field;  ///< the text as handed in, with its padding
@@ -19,8 +19,8 @@ struct InputSpec {
   bool liquid = false;  ///< branch of the single-phase mode
 };
 
-/// Positions behind the end of a short field count as blanks.
-inline InputSpec read_input_spec(std::string_view field) noexcept {
+/// Positions behind the end of a short field count as blanks. `knows_all`: "all" asks for both phases.
+inline InputSpec read_input_spec(std::string_view field, bool knows_all = false) noexcept {
   const auto position = [&](std::size_t i) { return i <= field.size() ? field[i - 1] : ' '; };
   InputSpec spec{field, position(1), position(2)};
   if (trimmed(field).size() < 6) return spec;
@@ -29,6 +29,8 @@ inline InputSpec read_input_spec(std::string_view field) noexcept {
     spec.phase = vapour_phase;
   } else if (suffix == "liq") {
     spec.phase = liquid_phase;
+  } else if (suffix == "all" && knows_all) {
+    spec.phase = all_phases;
   } else if (suffix.substr(1) == "ph") {
     spec.single_phase = true;
     spec.liquid = suffix[0] == 'L';

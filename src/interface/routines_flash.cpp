@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "eos/density.hpp"
 #include "flash/adapters.hpp"
 #include "flash/general_flash.hpp"
 #include "flash/pt_flash.hpp"
@@ -19,7 +18,6 @@ namespace {
 
 constexpr Message bad_pair =
     "TESSAREL error: the values given must be finite, and pressure, temperature, volume positive...";
-constexpr Message too_dense = "TESSAREL error: the volume is below that of closest packing...";
 constexpr Message bad_start = "TESSAREL error: the compositions to start from must be finite numbers, none negative...";
 
 /// Amounts of which at least one is positive.
@@ -192,9 +190,7 @@ void tessarel_calc_ab_flash(const int32_t* mode, const double* a, const double* 
     if (const Message refused = check_flash(session, t_given, p_given); !ok(refused)) return refused;
     // A component is smallest when hot.
     const double v_given = *mode == 4 ? *b : *mode == 5 ? *a : 1.0, hot = *mode == 4 ? *a : 1000.0;
-    if (eos::calc_eta_rho(session.eos(), session.n(), session.z.data(), 0, hot, fluid::avogadro_factor / v_given) >
-        eos::closest_packing)
-      return too_dense;
+    if (below_packing(session, session.z.data(), hot, v_given)) return too_dense;
     flash::AbResult r;
     const Message message = flash::calc_ab_flash(session.fluid(), *mode, *a, *b, r);
     *t = r.t, *p = r.p, *v = r.v, *u = r.u, *h = r.h, *s = r.s, *q = r.q;

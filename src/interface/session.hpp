@@ -12,6 +12,7 @@
 #include "eos/fluid.hpp"
 #include "fluid/limits.hpp"
 #include "fluid/readers.hpp"
+#include "solvers/two_phase.hpp"
 
 namespace tessarel::interface {
 
@@ -24,6 +25,7 @@ struct Session {
         z(other.z),
         limits(other.limits),
         simplified(other.simplified),
+        moment(other.moment),
         sources(other.sources),
         components(other.components) {
     if (other.envelope.table)
@@ -38,8 +40,10 @@ struct Session {
   eos::Model model;
   fluid::Vector z{};  ///< overall mole fractions
   fluid::Limits limits;
-  bool simplified = false;  ///< once set it stays for the session
+  bool simplified = false;                     ///< once set it stays for the session
+  fluid::Moment moment = fluid::Moment::none;  ///< of the records selected, which a fit varies
   eos::Workspace work;
+  solvers::PhaseValues phases{};  ///< of the last two phases that tessarel_tmdpropsat has reported
   fluid::Sources sources;
 
   /// Critical points of the components of a mixture, which need no second search for another composition.
@@ -87,6 +91,13 @@ struct Session {
 
 /// Selects a fluid or mixture in a session; messages and effects as tessarel_setfluid.
 Message select(Session& session, const std::int32_t* nf, fluid::NameList names, const double* z);
+
+/// After parameters of components or pairs have changed: flags, pair parameters and tables as a record with these
+/// values gives them. A traced envelope is dropped.
+void derive(Session& session);
+
+/// Critical point and working range of the composition, as a selection sets them; an envelope is owed again.
+Message analyse(Session& session);
 
 /// The session that is current on the calling thread.
 Session& current_session() noexcept;

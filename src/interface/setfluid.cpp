@@ -50,11 +50,11 @@ Message select_components(Session& session, int nf, NameList names) {
   for (int i = 0; i < nf; ++i) session.names[at(i)].assign(names[i]);
   Message err = fluid::readfluids(names, p, session.sources);
   if (ok(err)) err = fluid::readbips(p, session.sources.bips);
-  if (ok(err)) {
-    fluid::setassocpar(p);
-    fluid::set_polar_flags(p);
-  }
-  session.update();
+  if (ok(err))
+    derive(session);
+  else
+    session.update();
+  session.moment = fluid::moment_of(p);
   return err;
 }
 
@@ -86,11 +86,7 @@ Message select_unchecked(Session& session, int nf, NameList names, const double*
     session.simplified = true;  // nothing in the session sets it back
     session.z[0] = unmarked(session.z[0]);
   }
-  find_critical_point(session);
-  const Message message = solvers::calc_ptrange(session.model.parameters, session.limits);
-  // The envelope is traced when it is asked for; until then the averages stand for its extrema.
-  session.envelope.hasphaseenv = false;
-  session.envelope.at_selection = session.limits;
+  const Message message = analyse(session);
   if (nf > 1 && !session.envelope.table) session.envelope.table = std::make_unique<envelope::Table>();
   return message;
 }
@@ -105,6 +101,21 @@ Message check_arguments(const std::int32_t* nf, NameList names, const double* z)
 }
 
 }  // namespace
+
+void derive(Session& session) {
+  fluid::setassocpar(session.model.parameters);
+  fluid::set_polar_flags(session.model.parameters);
+  session.update();
+}
+
+Message analyse(Session& session) {
+  find_critical_point(session);
+  const Message message = solvers::calc_ptrange(session.model.parameters, session.limits);
+  // The envelope is traced when it is asked for; until then the averages stand for its extrema.
+  session.envelope.hasphaseenv = false;
+  session.envelope.at_selection = session.limits;
+  return message;
+}
 
 Message select(Session& session, const std::int32_t* nf, NameList names, const double* z) {
   const Message message = check_arguments(nf, names, z);

@@ -4,7 +4,6 @@
 #include <array>
 #include <cmath>
 
-#include "eos/density.hpp"
 #include "interface/flash_checks.hpp"
 
 namespace tessarel::interface {
@@ -32,7 +31,6 @@ constexpr std::array<StateRow, 16> rows = {{
 }};
 
 constexpr Message bad_input = "TESSAREL error: input values must be finite numbers, temperature and volume positive...";
-constexpr Message too_dense = "TESSAREL error: the volume is below that of closest packing...";
 
 /// The two values that the code names must be there: temperature and volume enter logarithms.
 bool usable(char property, const State& state) {
@@ -50,7 +48,7 @@ bool usable(char property, const State& state) {
     case 's':
       return std::isfinite(state.s);
     default:
-      return true;
+      return std::isfinite(state.q);
   }
 }
 
@@ -79,9 +77,7 @@ Message check_pair(Session& session, const StateRow& row, bool single_phase, con
   const double p = has_p && !(has_v && state.p <= 0) ? state.p : 1e5;
   if (const Message refused = check_flash(session, has_t ? state.t : 300.0, p); !ok(refused)) return refused;
   // A component is smallest when hot.
-  if (has_v && eos::calc_eta_rho(session.eos(), session.n(), session.z.data(), 0, has_t ? state.t : 1000.0,
-                                 fluid::avogadro_factor / state.v) > eos::closest_packing)
-    return too_dense;
+  if (has_v && below_packing(session, session.z.data(), has_t ? state.t : 1000.0, state.v)) return too_dense;
   return no_errors;
 }
 

@@ -4,77 +4,10 @@
 
 #include "eos/fugacity.hpp"
 #include "interface/boundary.hpp"
-#include "interface/input_spec.hpp"
+#include "interface/dispatch.hpp"
 #include "interface/sectmdprop.hpp"
-#include "interface/session_boundary.hpp"
-#include "interface/state_dispatch.hpp"
 #include "interface/unit_conversion.hpp"
 #include "tessarel/tessarel.h"
-
-namespace tessarel::interface {
-namespace {
-
-constexpr Message no_state = "TESSAREL error: no finite state found for the input values...";
-
-/// The properties in the host's arguments.
-struct HostState {
-  double &t, &p, &v, &u, &h, &s, &q;
-
-  [[nodiscard]] solvers::State value() const { return {t, p, v, u, h, s, q}; }
-  void assign(const solvers::State& state) const {
-    t = state.t, p = state.p, v = state.v, u = state.u, h = state.h, s = state.s, q = state.q;
-  }
-  [[nodiscard]] bool is_finite() const {
-    return std::isfinite(t) && std::isfinite(p) && std::isfinite(v) && std::isfinite(u) && std::isfinite(h) &&
-           std::isfinite(s);
-  }
-};
-
-bool all_finite(std::initializer_list<double> values) {
-  return std::all_of(values.begin(), values.end(), [](double x) { return std::isfinite(x); });
-}
-
-/// "TP": its results are there also after a failed flash.
-Message solve_tp(const solvers::Context& context, int phase, const HostState& host, double* x, double* y) {
-  solvers::PhaseValues values{};
-  const Message message = solvers::tp_ph(context, host.t, host.p, phase, values, host.q, x, y);
-  host.v = values.v[0], host.u = values.u[0], host.h = values.h[0], host.s = values.s[0];
-  return message;
-}
-
-/// Runs the solver that `spec` names.
-Message dispatch(Session& session, const InputSpec& spec, const StateRow& row, const HostState& host, double* x,
-                 double* y, SessionBoundary& boundary) {
-  if (const Message refused = check_pair(session, row, spec.single_phase, host.value()); !ok(refused)) return refused;
-  if (spec.single_phase) {
-    auto* solver = spec.liquid ? row.liquid : row.vapour;
-    return solver(session.fluid(), host.t, host.p, host.v, host.u, host.h, host.s);
-  }
-  const solvers::Context context{session.fluid(), boundary};
-  solvers::TwoPhaseSolver* solver = solver_of(row, spec, context.pure());
-  if (solver == nullptr) return solve_tp(context, spec.phase, host, x, y);
-  solvers::State state = host.value();
-  const Message message = solver(context, state, x, y);
-  if (ok(message)) host.assign(state);
-  return message;
-}
-
-/// Phase compositions of a mixture are handed out with a sum of 1; a phase that is not there has the sum 0.
-void normalise(int n, double* x) {
-  double sum = 0;
-  for (int i = 0; i < n; ++i) sum += x[i];
-  if (sum == 0 || sum == 1.0) return;
-  for (int i = 0; i < n; ++i) x[i] /= sum;
-}
-
-/// The composition that a phase code stands for. A phase that is not there has that of the whole.
-const double* composition_of(const Session& session, int phase, const double* x, const double* y) {
-  const double* of_phase = phase == vapour_phase ? y : phase == liquid_phase ? x : session.z.data();
-  return std::all_of(of_phase, of_phase + session.n(), [](double v) { return v == 0; }) ? session.z.data() : of_phase;
-}
-
-}  // namespace
-}  // namespace tessarel::interface
 
 extern "C" void tessarel_tmdprop(const char* spec, const int32_t* order, double* t, double* p, double* v, double* u,
                                  double* h, double* s, double* q, double* cv, double* dpdt, double* dpdv,
@@ -95,31 +28,18 @@ extern "C" void tessarel_tmdprop(const char* spec, const int32_t* order, double*
   }
   const InputSpec input = read_input_spec(input_text(spec, spec_len));
   const int n = session.n();
-  const HostState host{*t, *p, *v, *u, *h, *s, *q};
+  const double* z = session.z.data();
 
   guarded(errors, [&] {
-    const StateRow* row = find_state_row(input);
-    if (row == nullptr) {
-      compose(errors, {"TESSAREL error: calculation as function of ", input.field, " not available."});
-      return;
-    }
-    if (input.single_phase && row->liquid == nullptr) {
-      compose(errors, {"Function '", row->code, "' not available for single phase calculations..."});
-      return;
-    }
-    SessionBoundary boundary(session);
-    const Message message = dispatch(session, input, *row, host, x, y, boundary);
-    // "Tm" leaves u, h and s alone where the pressure is negative.
-    const bool complete = row->code == "Tm" ? all_finite({*t, *p, *v}) : host.is_finite();
-    if (!ok(message) || !complete) {
-      errors.assign(ok(message) ? no_state : message);
-      return;
-    }
+    Solution r{{*t, *p, *v, *u, *h, *s, *q}, {}, x, y};
+    const bool solved = dispatch(session, of_tmdprop, input, r, errors);
+    *t = r.state.t, *p = r.state.p, *v = r.state.v, *u = r.state.u, *h = r.state.h, *s = r.state.s, *q = r.state.q;
+    if (!solved) return;
     if (!input.single_phase && n > 1) {
       normalise(n, x);
       normalise(n, y);
     }
-    const double* composition = composition_of(session, input.phase, x, y);
+    const double* composition = composition_of(input.phase, n, z, x, y);
     const eos::Eos eos = session.eos();
     const double rho = fluid::avogadro_factor / *v;
     if (*order == 1 || *order == 3) {
@@ -139,7 +59,7 @@ extern "C" void tessarel_tmdprop(const char* spec, const int32_t* order, double*
     }
   });
 
-  const EngineeringUnits units(session.model.parameters, composition_of(session, input.phase, x, y));
+  const EngineeringUnits units(session.model.parameters, composition_of(input.phase, n, z, x, y));
   units.volume(*v);
   for (double* energy : {u, h, s}) units.caloric(*energy);
   EngineeringUnits::temperature(*t);

@@ -75,6 +75,7 @@ TEST(Allocation, NoneInAFlash) {
     std::array<char, 100> err{};
     std::array<double, 20> x{}, y{};
     std::array<double, 100> d[6];
+    const std::int32_t order = 3;
     double beta = 0, t = 0, p = 0, v = 0, u = 0, h = 0, s = 0, q = 0;
     for (const double temperature : {250.0, 320.0, 450.0})
       for (const double pressure : {1e5, 30e5}) {
@@ -84,6 +85,13 @@ TEST(Allocation, NoneInAFlash) {
                     tessarel_flash_sensitivity(&temperature, &pressure, &beta, &v, &h, &s, d[0].data(), d[1].data(),
                                                d[2].data(), d[3].data(), d[4].data(), d[5].data(), err.data(),
                                                err.size());
+                    double* out = d[0].data();
+                    tessarel_derived(y.data(), &temperature, &v, out, out + 1, out + 2, out + 3, out + 4, out + 5,
+                                     err.data(), err.size());
+                    out[0] = temperature, out[1] = pressure;
+                    tessarel_tmdprop_allphase("TP all", &order, out, out + 1, out + 2, out + 5, out + 8, out + 11,
+                                              out + 14, out + 15, out + 18, out + 21, out + 24, out + 27, out + 30,
+                                              out + 33, x.data(), y.data(), d[1].data(), err.data(), 6, err.size());
                     tessarel_calc_bubble_p(&temperature, y.data(), &p, err.data(), err.size());
                     for (const std::int32_t mode : {1, 2, 3, 4, 5}) {
                       const double a = mode == 4 ? temperature : mode == 5 ? v : pressure;

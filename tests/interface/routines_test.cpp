@@ -27,8 +27,9 @@ namespace {
 using Values = std::vector<double>;
 using Record = std::unique_ptr<tessarel_blocks, void (*)(tessarel_blocks*)>;
 
-/// Room behind each pointer: enough for any output of a mixture of two.
-constexpr std::size_t room = 4096, text_length = 40;
+/// Room behind each pointer: enough for the third composition derivatives of an association strength of three
+/// components, 3^3 values for each of 15 x 15 pairs of site types.
+constexpr std::size_t room = 8192, text_length = 40;
 constexpr std::size_t text_room = 2000 * text_length;
 constexpr double mark = 0.4375;
 

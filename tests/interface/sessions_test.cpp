@@ -262,6 +262,12 @@ TEST(Sessions, TheCppWrapperSpeaksMolarUnits) {
   EXPECT_NEAR(a.critical_point().tc, a.info().tc, 1e-9 * a.info().tc);
   EXPECT_GT(b.critical_point().pc, b.info().pc);
   EXPECT_THROW((void)b.flash(-1, 1e5), tessarel::Error);
+  EXPECT_NEAR(a.derived(320, first.v).cp - first.cv, -320 * first.dpdt * first.dpdt / first.dpdv, 1e-9 * first.cv);
+  EXPECT_THROW((void)b.derived({1.0}, 320, first.v), tessarel::Error);
+  Session other = b.clone();
+  other.set_kij(1, 2, 0.1);
+  other.set_parameter("mseg", 2, 1.1 * b.parameter("mseg", 2));
+  EXPECT_LT(b.info().tc, 0.999 * other.info().tc);
   EXPECT_EQ(current(), 0);
 
   Session moved = std::move(a);
