@@ -51,6 +51,7 @@ struct State {
   double cv;                   ///< isochoric heat capacity [J/(mol K)]
   double dpdt, dpdv;           ///< at constant v [Pa/K], at constant T [Pa mol/m3]
   std::vector<double> lnphi;   ///< logarithms of the fugacity coefficients
+  std::vector<double> x, y;    ///< mole fractions of liquid and vapour, where the pair leaves them (tessarel_tmdprop)
 };
 
 /// Phases at given temperature and pressure; of one phase x and y are the feed and `beta` has no meaning.
@@ -161,17 +162,19 @@ class Session {
   [[nodiscard]] State state(std::string_view pair, const Known& known) const {
     require(!z_.empty());
     const Use use(*this);
-    State r{known.t, known.p, known.v, known.u, known.h, known.s, known.q, 0, 0, 0, std::vector<double>(z_.size())};
+    State r{known.t, known.p, known.v, known.u, known.h, known.s, known.q, 0, 0, 0, std::vector<double>(z_.size()),
+            z_,      z_};
     const std::int32_t order = 3;
     double d2pdt2 = 0, d2pdv2 = 0, d2pdtdv = 0, dcvdt = 0;
-    // With a phase named the unit conversion reads these.
-    std::vector<double> x = z_, y = z_;
     call([&](char* err, std::size_t size) {
       tessarel_tmdprop(pair.data(), &order, &r.t, &r.p, &r.v, &r.u, &r.h, &r.s, &r.q, &r.cv, &r.dpdt, &r.dpdv, &d2pdt2,
-                       &d2pdv2, &d2pdtdv, &dcvdt, x.data(), y.data(), r.lnphi.data(), err, pair.size(), size);
+                       &d2pdv2, &d2pdtdv, &dcvdt, r.x.data(), r.y.data(), r.lnphi.data(), err, pair.size(), size);
     });
-    // From the engineering units of the C interface.
-    const double mass = molar_mass();
+    // From the engineering units of the C interface, which are those of the phase named; of the whole where it is
+    // absent.
+    const std::string_view suffix = pair.size() >= 6 ? pair.substr(3, 3) : std::string_view{};
+    const std::vector<double>& of = suffix == "vap" ? r.y : suffix == "liq" ? r.x : z_;
+    const double mass = of == std::vector<double>(of.size(), 0.0) ? molar_mass() : molar_mass(of);
     r.t += 273.15;
     r.p *= 1e5;
     r.v *= mass;
@@ -267,12 +270,13 @@ class Session {
     if (!selected) throw Error("TESSAREL error: no fluid selected...");
   }
   /// [kg/mol]; the session is current.
-  [[nodiscard]] double molar_mass() const {
+  [[nodiscard]] double molar_mass() const { return molar_mass(z_); }
+  [[nodiscard]] static double molar_mass(const std::vector<double>& x) {
     std::array<double, 20> components{};
     tessarel_fluidinfo(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, components.data(), nullptr, nullptr,
                        nullptr, nullptr);
     double mass = 0;
-    for (std::size_t i = 0; i < z_.size(); ++i) mass += z_[i] * components[i];
+    for (std::size_t i = 0; i < x.size(); ++i) mass += x[i] * components[i];
     return mass;
   }
 

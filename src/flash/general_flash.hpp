@@ -15,10 +15,12 @@
 
 namespace tessarel::flash {
 
-/// Where the searches look [K, bar].
+/// Where the searches look [K, bar], and how long.
 struct Range {
   double lowest_t = 100.0, highest_t = 1000.0, lowest_p = 1e-9, highest_p = 2000.0;
   bool strict = true;  ///< an ideal-solution estimate above the highest pressure ends the call
+  /// Bound on the cost of a call in evaluations of a phase. The searches in brackets took up to 3,750 in sweeps.
+  long long most_fugacities = 5000;
 };
 
 /// Codes of genflash: the search left its range of 100 to 1000 K and up to 2000 bar; more than 20 passes.

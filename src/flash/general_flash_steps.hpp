@@ -37,7 +37,7 @@ class GeneralFlash {
   Bracket solve_pressure(double t, Property property, double target);
   Bracket solve_temperature(double p, Property property, double target);
   bool search_over_t();
-  bool search_over_p();
+  bool search_over_p(Property inner, double inner_target, Property outer, double outer_target);
   void one_phase_at(double t, double p);
   Properties whole_at_state();
   [[nodiscard]] double value_of(Property property) const {
@@ -53,7 +53,7 @@ class GeneralFlash {
   PtResult flash_{};        ///< the last inner flash
   Properties whole_{};      ///< of it
   bool exhausted_ = false;  ///< the bound on the cost of a call is reached
-  const long long fugacities_before_ = fluid_.eos.work.statistics.fugacities;
+  long long fugacities_before_ = fluid_.eos.work.statistics.fugacities;
   double energy_ = 0;  ///< the first property at the volume asked for
 };
 

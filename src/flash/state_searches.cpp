@@ -5,16 +5,9 @@
 
 namespace tessarel::flash {
 
-namespace {
-
-/// Bound on the cost of a call in evaluations of a phase. The searches in brackets took up to 3,750 in sweeps.
-constexpr long long most_fugacities = 5000;
-
-}  // namespace
-
 /// Overall properties at t and p from the inner flash, with their derivatives along the equilibrium.
 Properties GeneralFlash::whole_at_state() {
-  exhausted_ = exhausted_ || eos().work.statistics.fugacities - fugacities_before_ > most_fugacities;
+  exhausted_ = exhausted_ || eos().work.statistics.fugacities - fugacities_before_ > range_.most_fugacities;
   flash_ = flmain(fluid_, state_.t, state_.p * pascal_per_bar, false, nullptr, nullptr);
   state_.two_phases = flash_.two_phases();
   state_.split = flash_.split;
@@ -172,25 +165,28 @@ bool GeneralFlash::search_over_t() {
   return hi - lo < 1e-8 * hi;
 }
 
-/// p of s and h: along p at constant h, s falls by v / t.
-bool GeneralFlash::search_over_p() {
+/// p of two properties that both vary with it: along an isobar `inner` has its value at one t, and `outer` falls along
+/// p at constant `inner`: s at constant h by v / t, v at constant u, h or s.
+bool GeneralFlash::search_over_p(Property inner, double inner_target, Property outer, double outer_target) {
   double lo = std::log(range_.lowest_p), hi = std::log(range_.highest_p);
   double x = std::clamp(std::log(state_.p), lo, hi);
   for (int pass = 0; pass < 60; ++pass) {
     const double p = std::exp(x), last = x;
-    const Bracket end = solve_temperature(p, Property::h, spec_.second);
+    const Bracket end = solve_temperature(p, inner, inner_target);
     if (end == Bracket::failed || end == Bracket::jump) return false;
+    const Response in = response(inner, whole_, state_.t, p, {}), out = response(outer, whole_, state_.t, p, {});
     if (end != Bracket::found) {
-      // At the end of the range in t, the p at which h comes nearer to its value.
+      // At the end of the range in t, the p at which the inner property comes nearer to its value.
       const bool rise = end == Bracket::below;
-      (rise == (whole_.h_p > 0) ? lo : hi) = x;
+      (rise == (in.by_p > 0) ? lo : hi) = x;
       x = 0.5 * (lo + hi);
       continue;
     }
-    // Along an isobar s follows h by ds = dh / t, also where three phases meet and h jumps.
-    const double error = whole_.s + (spec_.second - whole_.h) / state_.t - spec_.first;
+    // To first order in what the inner property lacks: where three phases meet it jumps, and of s and h ds = dh / t is
+    // exact even there.
+    const double error = out.value + (inner_target - in.value) * out.by_t / in.by_t - outer_target;
     (error > 0 ? lo : hi) = x;
-    const double dp = error * state_.t / whole_.v;
+    const double dp = -error / (out.by_p - out.by_t * in.by_p / in.by_t);
     // A gas is linear in ln p, a liquid in p.
     const double next = dp < 0.3 * p && dp > -0.3 * p ? std::log(p + dp) : x + dp / p;
     x = next > lo && next < hi ? next : 0.5 * (lo + hi);
@@ -205,8 +201,18 @@ bool GeneralFlash::search_in_bracket() {
   if (t_given && !(spec_.first >= range_.lowest_t && spec_.first <= range_.highest_t)) return false;
   ++eos().work.statistics.bracketed_searches;
   if (t_given) return solve_pressure(spec_.first, spec_.searched(), spec_.target()) == Bracket::found;
-  if (spec_.given == Given::hs) return search_over_p();
-  if (spec_.varies_p()) return search_over_t();
+  if (spec_.given == Given::hs) return search_over_p(Property::h, spec_.second, Property::s, spec_.first);
+  if (spec_.varies_p()) {
+    const double t = state_.t, p = state_.p;
+    if (search_over_t()) return true;
+    if (range_.strict) return false;
+    // Two liquids: their volume says little about p, and much about it once t is known from the other property.
+    exhausted_ = false;
+    fugacities_before_ = eos().work.statistics.fugacities;
+    state_.t = t;
+    state_.p = p;
+    return search_over_p(properties_of(spec_.given).first, spec_.first, Property::v, spec_.second);
+  }
   if (spec_.second > range_.highest_p) return false;
   return solve_temperature(spec_.second, spec_.searched(), spec_.target()) == Bracket::found;
 }

@@ -128,6 +128,11 @@ Message tq(const Context& context, State& state, double* x, double* y) {
 
 namespace {
 
+/// tv by its quick route alone.
+Message quick_tv(const Context& context, State& state, double* x, double* y) {
+  return quick_state(context, Given::tv, state, x, y) ? no_errors : brent::no_convergence;
+}
+
 constexpr Message many_roots = "Input vq: v root not bracketed. Multiple v roots exist for q.";
 
 /// Temperature at which the traced line has the volume v, by bisection over its points.
@@ -217,7 +222,10 @@ Message pure_vq(const Context& context, double t_cold, State& state, double* x, 
 bool quick_vq(const Context& context, State& state, double* x, double* y) {
   if (!context.quick) return false;
   if (quick_quality_volume(context, state, x, y)) return true;
-  return quality_from_line(context, Given::vq, state, x, y);
+  if (quality_from_line(context, Given::vq, state, x, y)) return true;
+  const fluid::Limits& limits = context.limits();
+  const double hot = std::min(limits.thighest, 1.2 * std::max(limits.tcritherm, limits.tc));
+  return scan_for_state(context, {quick_tv, kT, kQ, limits.tlowest, hot}, state, x, y);
 }
 
 Message mixture_vq(const Context& context, double t_cold, State& state, double* x, double* y) {

@@ -85,8 +85,8 @@ bool quick_state(const Context& context, Given given, State& state, double* x, d
   const double a = entry(state, first), b = entry(state, second);
   if (second == Property::p && !within_limits(limits, limits.tlowest, b)) return false;
   if (first == Property::t && !within_limits(limits, a, limits.plowest)) return false;
-  const flash::Range range{limits.tlowest, limits.thighest, limits.plowest / pascal_per_bar,
-                           limits.phighest / pascal_per_bar, false};
+  const flash::Range range{
+      limits.tlowest, limits.thighest, limits.plowest / pascal_per_bar, limits.phighest / pascal_per_bar, false, 12000};
   flash::GeneralState found;
   if (flash::genflash(given, reduced(first, a), reduced(second, b), context.fluid, found, range) != 0) return false;
   State result{found.t, found.p * pascal_per_bar, 0, 0, 0, 0, 0};
@@ -212,52 +212,103 @@ bool quick_quality_volume(const Context& context, State& state, double* x, doubl
   return false;
 }
 
-bool quality_from_line(const Context& context, Given given, State& state, double* x, double* y) {
-  constexpr int points = 48;
-  const fluid::Limits& limits = context.limits();
-  const eos::Fluid& fluid = context.fluid;
-  const auto [first, second] = flash::properties_of(given);
-  const double a = entry(state, first), b = entry(state, second);
-  const bool isotherm = given == Given::tq;
-  const double hot = std::min(limits.thighest, 1.5 * std::max(limits.tc, limits.tcritherm));
-  // Newton's method starts where q comes close, or at the point of the line that came closest.
-  double last_q = -1;
-  for (int k = 0; k <= points; ++k) {
-    const double share = static_cast<double>(k) / points;
-    const double t = isotherm ? state.t : limits.tlowest + share * (hot - limits.tlowest);
-    flash::Split start;
-    double at_t = t, at_p = 0;
-    if (given == Given::vq) {
-      State on_line{t, 0, state.v, 0, 0, 0, 0};
-      if (!quick_state(context, Given::tv, on_line, x, y) || !(on_line.q > 0 && on_line.q < 1)) continue;
-      start.beta = on_line.q;
-      std::copy_n(x, fluid.n, start.liquid.x.begin());
-      std::copy_n(y, fluid.n, start.vapour.x.begin());
-      start.lnk = flash::log_ratios(fluid.n, fluid.z, start);
-      at_p = on_line.p;
-    } else {
-      at_p = isotherm ? limits.plowest * std::pow(limits.phighest / limits.plowest, share) : state.p;
-      const flash::PtResult flash = flash::flmain(fluid, at_t, at_p, false, nullptr, nullptr);
-      if (!flash.two_phases()) continue;
-      start = flash.split;
+namespace {
+
+/// States along an isotherm, an isobar or an isochore of a mixture, by the share of the way across the range.
+class Line {
+ public:
+  Line(const Context& context, Given given, const State& state, double* x, double* y)
+      : context_(context),
+        given_(given),
+        state_(state),
+        hot_(std::min(context.limits().thighest, 1.5 * std::max(context.limits().tc, context.limits().tcritherm))),
+        x_(x),
+        y_(y) {}
+
+  struct Point {
+    bool known = false, two_phases = false;
+    double share = 0, t = 0, p = 0, q = 0;
+    flash::Split split{};
+  };
+  Point at(double share) {
+    const eos::Fluid& fluid = context_.fluid;
+    const fluid::Limits& limits = context_.limits();
+    const bool isotherm = given_ == Given::tq;
+    Point point;
+    point.share = share;
+    point.t = isotherm ? state_.t : limits.tlowest + share * (hot_ - limits.tlowest);
+    if (given_ == Given::vq) {
+      State on_line{point.t, 0, state_.v, 0, 0, 0, 0};
+      point.known = quick_state(context_, Given::tv, on_line, x_, y_);
+      point.p = on_line.p;
+      point.q = on_line.q;
+      point.two_phases = point.known && point.q > 0 && point.q < 1;
+      if (point.two_phases) {
+        point.split.beta = point.q;
+        std::copy_n(x_, fluid.n, point.split.liquid.x.begin());
+        std::copy_n(y_, fluid.n, point.split.vapour.x.begin());
+        point.split.lnk = flash::log_ratios(fluid.n, fluid.z, point.split);
+      }
+      return point;
     }
-    const bool near = std::abs(start.beta - state.q) < 0.25,
-               passed = last_q >= 0 && (last_q - state.q) * (start.beta - state.q) <= 0;
-    last_q = start.beta;
-    if (!near && !passed) continue;
+    point.p = isotherm ? limits.plowest * std::pow(limits.phighest / limits.plowest, share) : state_.p;
+    const flash::PtResult flash = flash::flmain(fluid, point.t, point.p, false, nullptr, nullptr);
+    point.two_phases = flash.two_phases();
+    point.known = point.two_phases || flash.code == 3;
+    point.split = flash.split;
+    const bool vapour = flash::is_vapour_like({fluid.eos, fluid.n, point.t, point.p}, flash.single);
+    point.q = point.two_phases ? flash.beta : vapour ? 1.0 : 0.0;
+    return point;
+  }
+  /// Newton's method from a point of two phases.
+  bool refined(const Point& from, State& state) {
+    if (!from.two_phases || std::abs(from.q - state.q) > 0.25) return false;
+    const auto [first, second] = flash::properties_of(given_);
+    const double a = entry(state, first), b = entry(state, second);
     flash::GeneralState found;
-    if (!flash::refine_split(given, reduced(first, a), reduced(second, b), fluid, start, at_t, at_p / pascal_per_bar,
-                             found))
-      continue;
+    if (!flash::refine_split(given_, reduced(first, a), reduced(second, b), context_.fluid, from.split, from.t,
+                             from.p / pascal_per_bar, found))
+      return false;
     State result{found.t, found.p * pascal_per_bar, 0, 0, 0, 0, 0};
-    if (!within_limits(limits, result.t, result.p) || found.split.vapour.rho > found.split.liquid.rho) continue;
-    take_split(context, found.split, result, x, y);
-    if (!finite(result) || std::abs(result.q - state.q) > 1e-9) continue;
+    if (!within_limits(context_.limits(), result.t, result.p) || found.split.vapour.rho > found.split.liquid.rho)
+      return false;
+    take_split(context_, found.split, result, x_, y_);
+    if (!finite(result) || std::abs(result.q - state.q) > 1e-9) return false;
     entry(result, first) = a;
     entry(result, second) = b;
     state = result;
-    ++fluid.eos.work.statistics.scanned_states;
+    ++context_.fluid.eos.work.statistics.scanned_states;
     return true;
+  }
+
+ private:
+  const Context& context_;
+  Given given_;
+  const State state_;
+  double hot_;
+  double *x_, *y_;
+};
+
+}  // namespace
+
+bool quality_from_line(const Context& context, Given given, State& state, double* x, double* y) {
+  constexpr int points = 48, halvings = 12;
+  Line line(context, given, state, x, y);
+  Line::Point last;
+  for (int k = 0; k <= points; ++k) {
+    Line::Point here = line.at(static_cast<double>(k) / points);
+    if (line.refined(here, state)) return true;
+    // Between two points on either side of q one comes closer by halves.
+    if (last.known && here.known && (last.q > state.q) != (here.q > state.q)) {
+      Line::Point a = last, b = here;
+      for (int halving = 0; halving < halvings; ++halving) {
+        const Line::Point middle = line.at(0.5 * (a.share + b.share));
+        if (!middle.known) break;
+        if (line.refined(middle, state)) return true;
+        ((middle.q > state.q) == (a.q > state.q) ? a : b) = middle;
+      }
+    }
+    last = here;
   }
   return false;
 }
