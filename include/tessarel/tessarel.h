@@ -124,7 +124,8 @@ TESSAREL_API void tessarel_sub(void);
  *   d2pdv2   out                        Pa (kg/m3)2     at constant temperature
  *   d2pdtdv  out                        Pa kg/(m3 K)
  *   dcvdt    out                        J/(kg K2)       at constant volume
- *   x, y     out          n mole fractions of the liquid and of the vapour; not written in single-phase mode
+ *   x, y     out          n mole fractions of the liquid and of the vapour; left alone in single-phase mode and by pure
+ *                         fluids
  *   lnphi    out          n logarithms of the fugacity coefficients
  *   err      out  "No errors"; check it before any result is used.
  *
@@ -134,6 +135,13 @@ TESSAREL_API void tessarel_sub(void);
  * The change of units takes place in every call that gets as far as a selected fluid and complete arguments, also after
  * a failure: t comes back less 273.15, and so on. The molar mass for it is that of the selected composition, but of `y`
  * with "vap" and of `x` with "liq". A host that uses these two for a pure fluid sets y(1) or x(1) to 1 before.
+ *
+ * With the phase boundary a state exists where T lies within tmin and tmax of tessarel_fluidinfo and P within 1 Pa
+ * (mixtures 1000 Pa) and 5e7 Pa; "TP", "Tv" and the general flash reach somewhat further. q is 0 for one liquid phase
+ * and 1 for one vapour phase: of a pure fluid below tc by the saturation pressure, of a mixture below tc and pc by its
+ * dew temperature; above tc it is 1, and 0 between. Of one phase x or y is the selected composition, and of the phase
+ * that is not there no composition has a meaning. A mixture's critical point is that of tessarel_fluidinfo until a
+ * bubble or dew point has been asked for, also by a solver.
  *
  * Single-phase states take the density root of the phase named, also where that phase is metastable; where it has no
  * root, the root of the other phase. Temperatures are searched between 150 K and 1000 K, pressures between 1000 Pa and

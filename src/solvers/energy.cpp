@@ -10,30 +10,30 @@
 
 namespace tessarel::solvers {
 
-const Energy internal_energy = {kU,
-                                Property::u,
-                                Given::pu,
-                                Given::vu,
-                                "Input Pu: u < u(Tmin,P)",
-                                "Input Pu: u > u(Tmax,P)",
-                                "Input vu: u < u(Pmin,v)",
-                                "Input vu: u > u(Tmax,v)"};
-const Energy enthalpy = {kH,
-                         Property::h,
-                         Given::ph,
-                         Given::vh,
-                         "Input Ph: h < h(Tmin,P)",
-                         "Input Ph: h > h(Tmax,P)",
-                         "Input vh: h < h(Pmin,v)",
-                         "Input vh: h > h(Tmax,v)"};
-const Energy entropy = {kS,
-                        Property::s,
-                        Given::ps,
-                        Given::vs,
-                        "Input Ps: s < s(Tmin,P)",
-                        "Input Ps: s > s(Tmax,P)",
-                        "Input vs: s < s(Pmin,v)",
-                        "Input vs: s > s(Tmax,v)"};
+constinit const Energy internal_energy = {kU,
+                                          Property::u,
+                                          Given::pu,
+                                          Given::vu,
+                                          "Input Pu: u < u(Tmin,P)",
+                                          "Input Pu: u > u(Tmax,P)",
+                                          "Input vu: u < u(Pmin,v)",
+                                          "Input vu: u > u(Tmax,v)"};
+constinit const Energy enthalpy = {kH,
+                                   Property::h,
+                                   Given::ph,
+                                   Given::vh,
+                                   "Input Ph: h < h(Tmin,P)",
+                                   "Input Ph: h > h(Tmax,P)",
+                                   "Input vh: h < h(Pmin,v)",
+                                   "Input vh: h > h(Tmax,v)"};
+constinit const Energy entropy = {kS,
+                                  Property::s,
+                                  Given::ps,
+                                  Given::vs,
+                                  "Input Ps: s < s(Tmin,P)",
+                                  "Input Ps: s > s(Tmax,P)",
+                                  "Input vs: s < s(Pmin,v)",
+                                  "Input vs: s > s(Tmax,v)"};
 
 namespace {
 

@@ -8,6 +8,7 @@
 #include "flash/stability.hpp"
 #include "flash/wilson.hpp"
 #include "solvers/phase_mix.hpp"
+#include "solvers/search.hpp"
 
 namespace tessarel::solvers {
 
@@ -295,13 +296,15 @@ bool quality_from_line(const Context& context, Given given, State& state, double
   constexpr int points = 48, halvings = 12;
   Line line(context, given, state, x, y);
   Line::Point last;
-  for (int k = 0; k <= points; ++k) {
+  const long long before = context.fluid.eos.work.statistics.pressures;
+  const auto exhausted = [&] { return context.fluid.eos.work.statistics.pressures - before > 4 * most_pressures; };
+  for (int k = 0; k <= points && !exhausted(); ++k) {
     Line::Point here = line.at(static_cast<double>(k) / points);
     if (line.refined(here, state)) return true;
     // Between two points on either side of q one comes closer by halves.
     if (last.known && here.known && (last.q > state.q) != (here.q > state.q)) {
       Line::Point a = last, b = here;
-      for (int halving = 0; halving < halvings; ++halving) {
+      for (int halving = 0; halving < halvings && !exhausted(); ++halving) {
         const Line::Point middle = line.at(0.5 * (a.share + b.share));
         if (!middle.known) break;
         if (line.refined(middle, state)) return true;

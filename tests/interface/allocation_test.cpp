@@ -105,4 +105,25 @@ TEST(Allocation, NoneInAFlash) {
   }
 }
 
+// With the phase boundary, quick routes and searches, states that are there and such that are not.
+TEST(Allocation, NoneInTheStateSolvers) {
+  for (const auto& names : {std::vector<std::string>{"propane"}, {"methane", "n-butane", "propane"}}) {
+    ASSERT_EQ(host::select(names, names.size() == 1 ? std::vector{1.0} : std::vector{0.4, 0.3, 0.3}), "No errors");
+    std::array<char, 100> err{};
+    for (const double t : {250.0, 300.0, 450.0}) {
+      host::Call known = host::at_tp("TP", t, 20e5);
+      const host::Call inputs =
+          host::to_inputs(known, host::molar_mass(names.size() == 1 ? std::vector{1.0} : std::vector{0.4, 0.3, 0.3}));
+      for (const std::string pair :
+           {"TP", "Tv", "Tv_old", "vP", "Ts", "vu", "vh", "vs", "Pu", "Ph", "Ps", "hs", "Pq", "Tq", "vq", "Pm", "Tm"})
+        for (const double factor : {1.0, 0.3}) {
+          host::Call call = inputs;
+          call.q = 0.4;
+          for (double host::Call::*f : {&host::Call::p, &host::Call::v, &host::Call::s}) call.*f *= factor;
+          EXPECT_EQ(count([&] { call.raw(pair.data(), pair.size(), 0, &call.v, err.data(), err.size()); }), 0) << pair;
+        }
+    }
+  }
+}
+
 }  // namespace
