@@ -450,10 +450,11 @@ void register_selection() {
           const FlashCase& c = flash_cases()[2];
           select_case(c);
           std::vector<double> z = c.z;
-          double step = 1e-12;
+          int count = 0;
           const Counted counted(state);
           for (auto _ : state) {
-            z[0] = c.z[0] + step, z[1] = c.z[1] - step, step = -step * 1.01;
+            const double step = 1e-9 * (++count % 1000);
+            z[0] = c.z[0] + step, z[1] = c.z[1] - step;
             select(c.fluids, z);
             if (!with_state) continue;
             HostCall call;

@@ -20,6 +20,8 @@ Message SessionBoundary::saturation(char given, char what, double value, envelop
 }
 
 Message SessionBoundary::dew_t(double p, double& t) {
+  // A line that nothing else has needed yet is not traced for this.
+  if (!traced() && envelope::dew_without_trace(session_.fluid(), p / 1e5, t)) return no_errors;
   envelope::SaturationPoint point;
   const Message message = saturation('P', 'D', p / 1e5, point);
   t = point.result;
