@@ -36,7 +36,7 @@ Message brent_extreme(const Context& context, std::int32_t mode, std::int32_t si
   const long long pressures_before = statistics.pressures;
   for (int pass = 0; pass < passes; ++pass) {
     // Each volume is a search of its own: their number is bounded by the work that they take.
-    if (of_volume && statistics.pressures - pressures_before > 2 * most_pressures) break;
+    if (of_volume && statistics.pressures - pressures_before > most_pressures) break;
     if (of_volume && !ok(failure)) {
       xbest = x;
       best = fx;

@@ -5,7 +5,6 @@
 
 #include "envelope/queries.hpp"
 #include "flash/adapters.hpp"
-#include "flash/stability.hpp"
 #include "flash/wilson.hpp"
 #include "solvers/phase_mix.hpp"
 #include "solvers/search.hpp"
@@ -134,11 +133,22 @@ bool split_of_quality(const Context& context, double q, char given, double value
   return split.vapour.rho <= split.liquid.rho && flash::in_equilibrium(fluid.n, fluid.z, split);
 }
 
+/// Whether the flash at t, p finds the same phases.
+bool found_by_flash(const Context& context, double t, double p, const flash::Split& split) {
+  const flash::PtResult flash = flash::flmain(context.fluid, t, p, false, nullptr, nullptr);
+  if (!flash.two_phases()) return false;
+  constexpr double same = 1e-6;
+  for (std::size_t i = 0; i < at(context.n()); ++i)
+    if (!(std::abs(flash.x[i] - split.liquid.x[i]) < same && std::abs(flash.y[i] - split.vapour.x[i]) < same))
+      return false;
+  return true;
+}
+
 bool take_quality(const Context& context, const flash::Split& split, State& state, double* x, double* y) {
   const eos::Fluid& fluid = context.fluid;
   State result = state;
   if (!within_limits(context.limits(), result.t, result.p)) return false;
-  if (flash::third_phase({fluid.eos, fluid.n, result.t, result.p}, fluid.z, split).found) return false;
+  if (!found_by_flash(context, result.t, result.p, split)) return false;
   take_split(context, split, result, x, y);
   if (!finite(result)) return false;
   state = result;
@@ -273,6 +283,7 @@ class Line {
     State result{found.t, found.p * pascal_per_bar, 0, 0, 0, 0, 0};
     if (!within_limits(context_.limits(), result.t, result.p) || found.split.vapour.rho > found.split.liquid.rho)
       return false;
+    if (!found_by_flash(context_, result.t, result.p, found.split)) return false;
     take_split(context_, found.split, result, x_, y_);
     if (!finite(result) || std::abs(result.q - state.q) > 1e-9) return false;
     entry(result, first) = a;
@@ -297,7 +308,7 @@ bool quality_from_line(const Context& context, Given given, State& state, double
   Line line(context, given, state, x, y);
   Line::Point last;
   const long long before = context.fluid.eos.work.statistics.pressures;
-  const auto exhausted = [&] { return context.fluid.eos.work.statistics.pressures - before > 4 * most_pressures; };
+  const auto exhausted = [&] { return context.fluid.eos.work.statistics.pressures - before > 2 * most_pressures; };
   for (int k = 0; k <= points && !exhausted(); ++k) {
     Line::Point here = line.at(static_cast<double>(k) / points);
     if (line.refined(here, state)) return true;

@@ -30,6 +30,6 @@ Message find_state_retrying(const Context& context, Bracket bracket, int retries
 bool scan_for_state(const Context& context, const Bracket& bracket, State& state, double* x, double* y);
 
 /// Bound on the work of a search over searches, in pressures evaluated.
-inline constexpr long long most_pressures = 100000;
+inline constexpr long long most_pressures = 200000;
 
 }  // namespace tessarel::solvers
