@@ -37,16 +37,10 @@ bool find_inflection(const Eos& eos, int n, int i, double t, double& eta, eos::E
   }
 }
 
-}  // namespace
-
-Message critpure(const Eos& eos, int n, const double* z, int i, Limits& limits) {
-  assert(i >= 1 && i <= n);
+/// The secant iteration on the slope of the isotherm at its inflection, from `t`. Limits are written after success.
+Message search_from(const Eos& eos, int n, const double* z, int i, double t, Limits& limits) {
   constexpr int limit = 60;
   constexpr double temperature_step = 0.1, tolerance = 0.01;
-  const Estimate start = start_estimate(eos.parameters(), i);
-  double t = start.t;
-  limits.tc = start.t;
-  limits.pc = start.p;
   double eta = 0.2;
   eos::EtaSlopes slopes{};
   bool converged = false;
@@ -65,6 +59,33 @@ Message critpure(const Eos& eos, int n, const double* z, int i, Limits& limits) 
   limits.pc = slopes.p;
   limits.rhoc = eos::calc_rho_eta(eos, n, z, 1, t, eta) / avogadro_factor;
   return no_errors;
+}
+
+/// Whether a search from an estimate of its own has ended where the fluid is: at a pressure and temperature of a fluid.
+bool is_sound(const Limits& limits, double epsil) {
+  return limits.tc > 0.5 * epsil && limits.tc < 10.0 * epsil && limits.pc > 0 && limits.pc < 1e9 && limits.rhoc > 0;
+}
+
+}  // namespace
+
+Message critpure(const Eos& eos, int n, const double* z, int i, Limits& limits) {
+  assert(i >= 1 && i <= n);
+  const Estimate start = start_estimate(eos.parameters(), i);
+  limits.tc = start.t;
+  limits.pc = start.p;
+  const Message message = search_from(eos, n, z, i, start.t, limits);
+  if (ok(message)) return message;
+  // Where the acentric factor tells little of the temperature (xenon, chlorine) the dispersion energy tells more: the
+  // critical temperature is 1.3 times that for spheres, and rises with the number of segments.
+  const double epsil = eos.parameters().epsil[at(i - 1)];
+  for (const double ratio : {1.3, 1.6, 2.0, 2.5, 3.2}) {
+    Limits trial = limits;
+    if (!ok(search_from(eos, n, z, i, ratio * epsil, trial)) || !is_sound(trial, epsil)) continue;
+    ++eos.work.statistics.critical_restarts;
+    limits = trial;
+    return no_errors;
+  }
+  return message;
 }
 
 Message critmixt_pseudo(const Eos& eos, int n, const double* z, Limits& limits) {

@@ -36,6 +36,7 @@ struct Statistics {
   // they cross themselves.
   long long added_runs = 0, cut_lines = 0;
   long long interpolated_queries = 0;  ///< bubble and dew points read from the table without convergence
+  long long critical_restarts = 0;     ///< critical points of pure fluids found from another start
   long long critical_scans = 0;        ///< critical points of mixtures left to the search along the limit of stability
   long long rescued_saturations = 0;   ///< of pure fluids, where equal fugacities by Newton's method in p or t failed
   // State solvers: answers of the quick routes, those left to the bracketed searches, those that a scan found behind

@@ -293,7 +293,8 @@ Message pm(const Context& context, State& state, double* /*x*/, double* /*y*/) {
     return refused;
   const bool liquid = state.q == 0.0;
   double t_l = 0, t_v = 0;
-  if (const Message m = calc_tspin(context.fluid, state.p, t_l, t_v); !ok(m)) return m;
+  // The liquid is found before the vapour, whose limit can lie below the range of temperature.
+  if (const Message m = calc_tspin(context.fluid, state.p, t_l, t_v); !ok(m) && !(liquid && t_l > 0)) return m;
   state.t = liquid ? t_l : t_v;
   if (const Message m = (liquid ? tp_lph : tp_vph)(context.fluid, state.t, state.p, state.v, state.u, state.h, state.s);
       !ok(m))

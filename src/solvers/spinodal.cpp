@@ -1,5 +1,6 @@
 #include "solvers/spinodal.hpp"
 
+#include <algorithm>
 #include <cmath>
 
 #include "eos/density.hpp"
@@ -105,9 +106,16 @@ Message calc_tspin(const Fluid& fluid, double p, double& tliq, double& tvap) {
   if (p > (fluid.pure() ? fluid.limits.pc : fluid.limits.pcribar)) return beyond_limit;
   double tsat = 0;
   if (const Message message = calc_tsat(fluid, p, tsat); !ok(message)) return message;
-  const double low = 0.9 * tsat;
-  if (const Message message = brent_spin(fluid, 1, p, fluid.limits.tc, low, tliq); !ok(message)) return message;
-  return brent_spin(fluid, 2, p, fluid.limits.tc, low, tvap);
+  // At low pressure a vapour can be cooled far below its saturation temperature, down to the end of the range.
+  const auto branch = [&](std::int32_t iphase, double& t) {
+    Message message = no_errors;
+    for (double low = 0.9 * tsat;; low = std::max(0.8 * low, fluid.limits.tlowest)) {
+      message = brent_spin(fluid, iphase, p, fluid.limits.tc, low, t);
+      if (ok(message) || !(low > fluid.limits.tlowest)) return message;
+    }
+  };
+  if (const Message message = branch(1, tliq); !ok(message)) return message;
+  return branch(2, tvap);
 }
 
 }  // namespace tessarel::solvers
