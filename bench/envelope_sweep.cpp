@@ -1,11 +1,11 @@
 // Sweep of the phase envelope: traces the lines of many mixtures, checks every point of every table, and asks for
 // bubble and dew points over the whole range, judged by the flash at T and P, which knows nothing of the tables.
 //
-//   tessarel_envelope_sweep [--points N] [--curves FILE]
+//   tessarel_envelope_sweep [--points N] [--compositions M] [--curves FILE]
 //
-// N queries are made for each branch and each variable. The table of docs/robustness.md goes to the standard output,
-// every fault is one line on the standard error. FILE receives the lines of a dozen mixtures for
-// tools/plot_envelopes.py.
+// M compositions of each binary, 7 at most; N queries are made for each branch and each variable. The table of
+// docs/robustness.md goes to the standard output, every fault is one line on the standard error. FILE receives the
+// lines of a dozen mixtures for tools/plot_envelopes.py.
 #include <chrono>
 #include <cmath>
 #include <cstdio>
@@ -29,15 +29,21 @@ using envelope::SaturationPoint;
 using envelope::Table;
 using fluid::at;
 
-/// All equimolar binaries of a dozen substances, the mixtures of the flash sweep, and some of special shape.
-std::vector<Mixture> envelope_mixtures() {
+/// All binaries of a dozen substances at seven compositions, the mixtures of the flash sweep, and some of special
+/// shape.
+std::vector<Mixture> envelope_mixtures(int compositions) {
   const std::vector<std::string> dozen = {"methane",  "ethane",         "n-butane", "n-hexane",
                                           "n-decane", "carbon dioxide", "nitrogen", "hydrogen sulfide",
                                           "benzene",  "methanol",       "water",    "acetone"};
   std::vector<Mixture> list;
   for (std::size_t i = 0; i < dozen.size(); ++i)
     for (std::size_t j = i + 1; j < dozen.size(); ++j)
-      list.push_back({dozen[i] + "/" + dozen[j], {dozen[i], dozen[j]}, {0.5, 0.5}});
+      for (int k = 0; k < std::min(compositions, 7); ++k) {
+        const double x = std::array<double, 7>{0.5, 0.05, 0.2, 0.35, 0.65, 0.8, 0.95}[at(k)];
+        char share[16];
+        std::snprintf(share, sizeof share, x == 0.5 ? "" : " %.2f", x);
+        list.push_back({dozen[i] + "/" + dozen[j] + share, {dozen[i], dozen[j]}, {x, 1 - x}});
+      }
   for (const Mixture& m : mixtures)
     if (m.name != "methane/n-butane") list.push_back(m);
   const std::vector<Mixture> more = {
@@ -61,8 +67,8 @@ constexpr const char* pictured[] = {
 
 struct Counts {
   int points = 0, unequal = 0, wrong_root = 0, metastable_roots = 0, jumps = 0, critical_out_of_place = 0,
-      critical_differs = 0;
-  int queries = 0, refused = 0, interpolated = 0, metastable = 0, off = 0;
+      critical_differs = 0, critical_missed = 0;
+  int queries = 0, refused = 0, interpolated = 0, metastable = 0, off = 0, flash_failed = 0;
   double largest = 0;  ///< difference of fugacities
 };
 
@@ -106,10 +112,12 @@ class Sweep {
         {"the line leaves the cubic through four points by more than 1 %", counts_.jumps},
         {"critical points out of place", counts_.critical_out_of_place},
         {"critical points that the search does not confirm to 1e-8", counts_.critical_differs},
+        {"lines without a critical point where the search finds one", counts_.critical_missed},
         {"bubble and dew points asked for", counts_.queries},
         {"refused", counts_.refused},
         {"interpolations returned", counts_.interpolated},
         {"metastable: another phase lies below the tangent plane", counts_.metastable},
+        {"the flash fails", counts_.flash_failed},
         {"not at the boundary of the flash", counts_.off}};
     for (const auto& [what, count] : rows) std::printf("| %s | %d |\n", what, count);
     const eos::Statistics& used = interface::current_session().work.statistics;
@@ -225,8 +233,18 @@ class Sweep {
   /// The critical point lies between its neighbours, has all ln K zero, and is the one that the search finds.
   void check_critical(const eos::Fluid& fluid) {
     const int cp = table_->idx_cp;
-    if (cp == 0) return;
     const auto n = at(fluid.n);
+    double t = 0, rho = 0;
+    const bool found = envelope::critical_point(fluid.eos, fluid.n, fluid.z, fluid.limits.tc, t, rho);
+    const double p = found ? eos::calc_p_rho(fluid.eos, fluid.n, fluid.z, t, rho) : 0.0;
+    if (cp == 0) {
+      // A trace ends at 1000 bar.
+      if (found && p < 1e8) {
+        ++counts_.critical_missed;
+        fault("no critical point, the search finds %.6f K %.6f bar", t, p / 1e5);
+      }
+      return;
+    }
     bool zero = cp > 1 && cp < table_->npnt;
     for (std::size_t i = 0; i < n; ++i) zero = zero && table_->point(cp)[i] == 0;
     if (zero) {
@@ -240,9 +258,6 @@ class Sweep {
       ++counts_.critical_out_of_place;
       fault("critical point %d of %d: out of place", cp, table_->npnt);
     }
-    double t = 0, rho = 0;
-    const bool found = envelope::critical_point(fluid.eos, fluid.n, fluid.z, fluid.limits.tc, t, rho);
-    const double p = found ? eos::calc_p_rho(fluid.eos, fluid.n, fluid.z, t, rho) : 0.0;
     if (!found || std::abs(t / table_->tcrtpe - 1) > 1e-8 || std::abs(p / (table_->pcrtpe * 1e5) - 1) > 1e-8) {
       ++counts_.critical_differs;
       fault("critical point %.6f K %.6f bar, the search %s %.6f K %.6f bar", table_->tcrtpe, table_->pcrtpe,
@@ -260,6 +275,9 @@ class Sweep {
         const double high = by_t ? table_->tmaxpe : table_->pmaxpe;
         for (int i = 0; i <= points_; ++i)
           query(fluid, given, what, low * std::pow(high / low, static_cast<double>(i) / points_));
+        // Next to the maximum, where a critical point may be near.
+        for (const double below : {1e-2, 3e-3, 1e-3, 1e-4, 1e-5})
+          if (high * (1 - below) > low) query(fluid, given, what, high * (1 - below));
       }
   }
 
@@ -306,6 +324,12 @@ class Sweep {
       ++counts_.metastable;
       return;
     }
+    // Splits that close to a critical point are rounding.
+    if (flash.code == 0 && lowest > -1e-11) return;
+    if (flash.code != 0) {
+      ++counts_.flash_failed;
+      return;
+    }
     ++counts_.off;
     fault("%c at given %c %.6g: flash code %d, beta %.3e, tangent distance %.1e", what, given, value, flash.code,
           flash.beta, lowest);
@@ -324,15 +348,16 @@ class Sweep {
 
 int main(int argc, char** argv) {
   using namespace tessarel::sweep;
-  int points = 12;
+  int points = 12, compositions = 7;
   std::FILE* curves = nullptr;
   for (int i = 1; i + 1 < argc; i += 2) {
     const std::string name = argv[i];
     if (name == "--points") points = std::max(1, std::atoi(argv[i + 1]));
+    if (name == "--compositions") compositions = std::max(1, std::atoi(argv[i + 1]));
     if (name == "--curves") curves = std::fopen(argv[i + 1], "w");
   }
   Sweep sweep(points);
-  for (const Mixture& m : envelope_mixtures()) {
+  for (const Mixture& m : envelope_mixtures(compositions)) {
     sweep.mixture(m);
     if (curves != nullptr)
       for (const char* name : pictured)

@@ -723,7 +723,7 @@ TESSAREL_API void tessarel_calc_phaseenv(const int32_t* n, const double* z, int3
 /* Bubble (what 'B') or dew point ('D') of z at given ('T' or 'P') value [K, bar]; result is the other one. x liquid, y
  * vapour: one of them is z, the other the incipient phase. Of two points at one value the first on the way from the low
  * end of the branch is given. errormsg: "No errors"; "Error calculating phase envelope..."; the texts of
- * tessarel_errorstring. result is -8888.8 without an answer. */
+ * tessarel_errorstring. result is -8888.8 without an answer; a refused call leaves the results as they are. */
 TESSAREL_API void tessarel_calc_bubdew(const int32_t* n, const double* z, const char* given, const char* what,
                                        const double* value, double* x, double* y, double* result, char* errormsg,
                                        size_t given_len, size_t what_len, size_t errormsg_len);

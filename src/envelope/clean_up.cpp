@@ -149,19 +149,31 @@ void postprocphaseenv(int n, int beta, Table& table, int& ierr) {
 
 void resetextrema(int n, Table& table) {
   const auto t = at(n), p = t + 1;
-  int hottest = 1, highest = 1;
-  for (int j = 2; j <= table.npnt; ++j) {
-    if (table.point(j)[t] > table.point(hottest)[t]) hottest = j;
-    if (table.point(j)[p] > table.point(highest)[p]) highest = j;
+  if (table.npnt == 0) return;
+  Point hottest = table.point(1), highest = hottest;
+  const auto consider = [&](const Point& x) {
+    if (x[t] > hottest[t]) hottest = x;
+    if (x[p] > highest[p]) highest = x;
+  };
+  for (int j = 2; j <= table.npnt; ++j) consider(table.point(j));
+  table.tminpe = table.p_tminpe = table.pminpe = table.t_pminpe = 0;
+  for (int e = 0; e < table.extrema_count; ++e) {
+    const Table::Extremum& extremum = table.extrema[at(e)];
+    if (extremum.after < 1) continue;
+    if (!extremum.minimum) {
+      consider(extremum.x);
+    } else if (extremum.of_t) {
+      table.tminpe = std::exp(extremum.x[t]);
+      table.p_tminpe = std::exp(extremum.x[p]);
+    } else {
+      table.pminpe = std::exp(extremum.x[p]);
+      table.t_pminpe = std::exp(extremum.x[t]);
+    }
   }
-  if (std::exp(table.point(hottest)[t]) > table.tmaxpe) {
-    table.tmaxpe = std::exp(table.point(hottest)[t]);
-    table.p_tmaxpe = std::exp(table.point(hottest)[p]);
-  }
-  if (std::exp(table.point(highest)[p]) > table.pmaxpe) {
-    table.pmaxpe = std::exp(table.point(highest)[p]);
-    table.t_pmaxpe = std::exp(table.point(highest)[t]);
-  }
+  table.tmaxpe = std::exp(hottest[t]);
+  table.p_tmaxpe = std::exp(hottest[p]);
+  table.pmaxpe = std::exp(highest[p]);
+  table.t_pmaxpe = std::exp(highest[t]);
   const bool dew_first = table.vap_idx == 1;
   table.tminbub = std::exp(table.point(dew_first ? table.npnt : 1)[t]);
   table.tmindew = std::exp(table.point(dew_first ? 1 : table.npnt)[t]);
@@ -193,8 +205,20 @@ int insertcritpnt(int n, double tc, double pc, Table& table) {
     if (count < changes.size()) changes[count++] = j;
     if (in_range(j)) place = j;
   }
-  for (int j = 1; j < table.npnt && place == 0; ++j)
-    if (in_range(j)) place = j;
+  // Elsewhere by T and P, where the largest ln K changes its sign: others can do so beside it.
+  for (int j = 1; j < table.npnt && place == 0; ++j) {
+    const std::size_t k = Table::largest(n, table.point(j));
+    const double product = table.point(j)[k] * table.point(j + 1)[k];
+    if (in_range(j) && (j == table.vap_idx - 1 ? product >= 0 : product <= 0)) place = j;
+  }
+  // A critical point on a part of the line that is gone belongs nowhere.
+  const auto far = [&](int j) {
+    constexpr double reach = 0.1;
+    const auto off = [&](int point) { return std::abs(table.point(point)[size] - lnt); };
+    return std::min(off(j), off(j + 1)) > reach;
+  };
+  count = static_cast<std::size_t>(
+      std::remove_if(changes.begin(), changes.begin() + static_cast<std::ptrdiff_t>(count), far) - changes.begin());
   if (place == 0 && count == 1) place = changes[0];
   if (place == 0 && count > 1) {
     double best = 1e300;
@@ -213,10 +237,12 @@ int insertcritpnt(int n, double tc, double pc, Table& table) {
   if (place == 0) return no_critical_point;
   for (int j = table.npnt; j > place; --j) table.copy_point(j, j + 1);
   for (int e = 0; e < table.extrema_count; ++e)
-    if (Table::Extremum& extremum = table.extrema[at(e)];
-        extremum.after > place ||
-        (extremum.after == place && (extremum.x[size + 1] - lnp) * (table.point(place)[size + 1] - lnp) < 0))
+    if (Table::Extremum& extremum = table.extrema[at(e)]; extremum.after > place) {
       ++extremum.after;
+    } else if (const std::size_t k = Table::largest(n, table.point(place));
+               extremum.after == place && extremum.x[k] * table.point(place)[k] < 0) {
+      ++extremum.after;  // beyond the critical point
+    }
   ++table.npnt;
   Point& inserted = table.point(place + 1);
   inserted = {};

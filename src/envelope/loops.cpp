@@ -139,27 +139,11 @@ void cut(std::size_t n, Table& table, const Crossing& c, const OnLine& first, co
   put(c.i + 2, second, turned_second);
   if (seam > c.j)
     table.vap_idx -= shift;
-  else if (seam > c.i + 1 || seam == c.i + 1)
+  else if (seam > c.i)
     table.vap_idx = c.i + 2;
 }
 
 }  // namespace
-
-void reset_maxima(int components, Table& table) {
-  const auto n = at(components);
-  Point hottest = table.point(1), highest = hottest;
-  const auto consider = [&](const Point& x) {
-    if (x[n] > hottest[n]) hottest = x;
-    if (x[n + 1] > highest[n + 1]) highest = x;
-  };
-  for (int j = 2; j <= table.npnt; ++j) consider(table.point(j));
-  for (int e = 0; e < table.extrema_count; ++e)
-    if (table.extrema[at(e)].after > 0) consider(table.extrema[at(e)].x);
-  table.tmaxpe = std::exp(hottest[n]);
-  table.p_tmaxpe = std::exp(hottest[n + 1]);
-  table.pmaxpe = std::exp(highest[n + 1]);
-  table.t_pmaxpe = std::exp(highest[n]);
-}
 
 bool cut_loops(const Fluid& fluid, Table& table) {
   const auto n = at(fluid.n);
@@ -173,10 +157,7 @@ bool cut_loops(const Fluid& fluid, Table& table) {
     any = true;
     c = {};
   }
-  if (any) {
-    ++fluid.eos.work.statistics.cut_lines;
-    reset_maxima(fluid.n, table);
-  }
+  if (any) ++fluid.eos.work.statistics.cut_lines;
   return any;
 }
 

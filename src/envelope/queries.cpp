@@ -43,19 +43,33 @@ bool estimatepoint(const Table& table, int lower, std::size_t spec, double value
                           spec, value, size, x);
 }
 
+/// The component whose ln K changes most from a to b.
+std::size_t moves_most(std::size_t n, const Point& a, const Point& b) {
+  std::size_t k = 0;
+  for (std::size_t i = 1; i < n; ++i)
+    if (std::abs(b[i] - a[i]) > std::abs(b[k] - a[k])) k = i;
+  return k;
+}
+
 /// Walks along the line from one end and calls `visit` for each stretch until it returns true.
 template <class Visit>
-bool walk(const Table& table, bool upwards, Visit&& visit) {
+bool walk(const Table& table, std::size_t n, bool upwards, Visit&& visit) {
   for (int k = 1; k < table.npnt; ++k) {
     const int lower = upwards ? k : table.npnt - k;
     if (table.gap && lower == table.vap_idx - 1) continue;
-    // The extrema on this stretch, in the order of the table.
+    // The extrema on this stretch, in the order of the line: by the ln K that moves most.
+    const Point &begin = table.point(lower), &end = table.point(lower + 1);
+    const std::size_t along = moves_most(n, begin, end);
     std::array<const Point*, 10> nodes{};
     std::size_t count = 0;
-    nodes[count++] = &table.point(lower);
+    nodes[count++] = &begin;
     for (int e = 0; e < table.extrema_count; ++e)
       if (table.extrema[at(e)].after == lower) nodes[count++] = &table.extrema[at(e)].x;
-    nodes[count++] = &table.point(lower + 1);
+    std::sort(nodes.begin() + 1, nodes.begin() + static_cast<std::ptrdiff_t>(count),
+              [&](const Point* a, const Point* b) {
+                return std::abs((*a)[along] - begin[along]) < std::abs((*b)[along] - begin[along]);
+              });
+    nodes[count++] = &end;
     if (!upwards) std::reverse(nodes.begin(), nodes.begin() + static_cast<std::ptrdiff_t>(count));
     for (std::size_t i = 0; i + 1 < count; ++i)
       if (visit(Stretch{lower, *nodes[i], *nodes[i + 1]})) return true;
@@ -70,27 +84,64 @@ double lowest_on_branch(const Table& table, bool upwards, std::size_t spec) {
   double lowest = table.point(begin)[spec];
   for (int j = begin; j >= 1 && j <= table.npnt; j += step) {
     lowest = std::min(lowest, table.point(j)[spec]);
+    for (int e = 0; e < table.extrema_count; ++e)
+      if (table.extrema[at(e)].after == (upwards ? j : j - 1)) lowest = std::min(lowest, table.extrema[at(e)].x[spec]);
     if (j == table.idx_cp || (table.vap_idx > 1 && j + (upwards ? 1 : 0) == table.vap_idx)) break;
   }
   return std::exp(lowest);
 }
 
-/// From the end of the stretch that is further from the value in steps that are halved where Newton's method fails.
-bool approach(Saturation& system, const Stretch& stretch, std::size_t spec, double value, std::size_t size, Point& x) {
-  for (const Point* end : {&stretch.a, &stretch.b}) {
-    double here = (*end)[spec], step = value - here;
-    for (int tries = 0; tries < 60; ++tries) {
-      x = share_of(stretch, spec, here + step, size);
-      if (system.solve(x, static_cast<int>(spec), here + step)) {
-        here += step;
-        if (std::abs(here - value) < 1e-15) return true;
-        step = value - here;
-      } else {
-        step *= 0.5;
-      }
+/// Beside a turning point of T or P the variable asked for hardly moves along the line: the point at which it has its
+/// value, by false position (Illinois) over points solved at given ln K of the component k.
+bool along_line(Saturation& system, const Stretch& stretch, std::size_t k, std::size_t spec, double value,
+                std::size_t size, Point& x) {
+  Point low = stretch.a, high = stretch.b;
+  double f_low = low[spec] - value, f_high = high[spec] - value;
+  for (int pass = 0, side = 0; pass < 60; ++pass) {
+    const auto solved_at = [&](double share) {
+      for (std::size_t i = 0; i < size; ++i) x[i] = low[i] + share * (high[i] - low[i]);
+      return std::isfinite(share) && system.solve(x, static_cast<int>(k), x[k], Finish::confirmed);
+    };
+    // Newton's method needs a start nearer to it where T and P go with the square of ln K: then from beside the ends.
+    bool solved = pass <= 40 && solved_at(f_low / (f_low - f_high));
+    for (const double share : {0.5, 0.9, 0.1, 0.99, 0.01}) solved = solved || solved_at(share);
+    if (!solved) return false;
+    const double f = x[spec] - value;
+    if (std::abs(f) < 1e-14 * (1.0 + std::abs(value)) || std::abs(high[k] - low[k]) < 1e-13) return true;
+    if (f * f_low > 0) {
+      low = x;
+      f_low = f;
+      if (side == -1) f_high *= 0.5;
+      side = -1;
+    } else {
+      high = x;
+      f_high = f;
+      if (side == 1) f_low *= 0.5;
+      side = 1;
     }
   }
-  return false;
+  return std::abs(x[spec] - value) < 1e-12;
+}
+
+/// So near a critical point that the equations decide nothing: on the parabola through it with the value and the slope
+/// at a point of small ln K. Its error goes with the third power of ln K.
+bool beside_critical(Saturation& system, const Stretch& stretch, std::size_t k, std::size_t spec, double value,
+                     std::size_t size, Point& x) {
+  const bool first = stretch.a[k] == 0;
+  const Point &critical = first ? stretch.a : stretch.b, &end = first ? stretch.b : stretch.a;
+  if (critical[k] != 0 || std::abs(value - critical[spec]) > 1e-5) return false;
+  const double reach = std::min(1.0, 1e-3 / std::abs(end[k]));
+  Point near = critical, slope{};
+  for (std::size_t i = 0; i + 2 < size; ++i) near[i] = reach * end[i];
+  if (!system.solve(near, static_cast<int>(k), near[k], Finish::confirmed)) return false;
+  system.tangent(slope);
+  const auto linear = [&](std::size_t i) { return 2 * (near[i] - critical[i]) - slope[i] * near[k]; };
+  const auto square = [&](std::size_t i) { return slope[i] * near[k] - (near[i] - critical[i]); };
+  double share = (value - critical[spec]) / linear(spec);
+  for (int pass = 0; pass < 50; ++pass) share = (value - critical[spec]) / (linear(spec) + square(spec) * share);
+  if (!(share >= 0 && share <= 1.0)) return false;
+  for (std::size_t i = 0; i < size; ++i) x[i] = critical[i] + share * (linear(i) + share * square(i));
+  return true;
 }
 
 }  // namespace
@@ -129,7 +180,7 @@ int calc_bubdew(const Fluid& fluid, const Table& table, char given, char what, d
   if (!(value >= low * (1.0 - 1e-12) && value <= high * (1.0 + 1e-12))) return (bubble ? 457 : 459) + (by_t ? 1 : 0);
   Stretch found;
   bool exact = false;
-  const bool bracketed = walk(table, upwards, [&](const Stretch& s) {
+  const bool bracketed = walk(table, n, upwards, [&](const Stretch& s) {
     const double a = s.a[spec] - target, b = s.b[spec] - target;
     // Within rounding of the end of the line or of an extremum.
     const bool touches = std::abs(a) < 2e-12 || std::abs(b) < 2e-12;
@@ -151,21 +202,32 @@ int calc_bubdew(const Fluid& fluid, const Table& table, char given, char what, d
   } else {
     bool solved =
         estimatepoint(table, found.lower, spec, target, size, x) && system.solve(x, static_cast<int>(spec), target);
+    const std::size_t other = by_t ? n + 1 : n, k = moves_most(n, found.a, found.b);
+    const Point expected = share_of(found, spec, target, size);
+    const auto beside = [&](std::size_t i, double slack) {
+      const auto [least, most] = std::minmax(found.a[i], found.b[i]);
+      return x[i] < least - slack * (most - least) || x[i] > most + slack * (most - least);
+    };
+    // A solution elsewhere on the line is another point. Next to a critical point any small ln K meets the equations
+    // to rounding, so those at given T or P decide nothing there.
+    constexpr double weak = 2e-3;
+    const double k_moves = std::abs(found.b[k] - found.a[k]);
+    const bool k_leads =
+        k_moves > 0.3 * (std::abs(found.b[n] - found.a[n]) + std::abs(found.b[n + 1] - found.a[n + 1]));
     const auto off = [&] {
-      // A solution elsewhere on the line is another point.
-      const double p = by_t ? x[n + 1] : x[n], a = by_t ? found.a[n + 1] : found.a[n],
-                   b = by_t ? found.b[n + 1] : found.b[n];
-      const double slack = 0.3 * std::abs(a - b) + 1e-3;
-      return p < std::min(a, b) - slack || p > std::max(a, b) + slack || is_trivial(fluid, x, system);
+      const bool other_side = found.a[k] * found.b[k] >= 0 && x[k] * (found.a[k] + found.b[k]) <= 0;
+      return beside(other, 0.3) || (k_leads && (other_side || beside(k, 0.1) || std::abs(x[k]) < weak)) ||
+             is_trivial(fluid, x, system);
     };
     if (!solved || off()) {
-      x = share_of(found, spec, target, size);
+      x = expected;
       solved = system.solve(x, static_cast<int>(spec), target) && !off();
     }
-    if (!solved) solved = approach(system, found, spec, target, size, x) && !off();
+    if (!solved) solved = along_line(system, found, k, spec, target, size, x);
+    if (!solved) solved = beside_critical(system, found, k, spec, target, size, x);
     if (!solved) {
       interpolated = true;
-      x = share_of(found, spec, target, size);
+      x = expected;
       if (!system.prepare(x, static_cast<int>(spec), target)) return no_convergence;
     }
   }
@@ -196,15 +258,24 @@ int calc_prop_q(const Fluid& fluid, double beta, char given, double value, Satur
   const bool by_t = given == 'T';
   const int spec = fluid.n + (by_t ? 1 : 2);
   const Arena::Frame frame(fluid.eos.arena());
-  Saturation system(fluid.eos, fluid.n, fluid.z, beta);
   Point x{};
   idealsolution(fluid, beta, spec, value, x);
   successsubst(fluid, beta, by_t ? fluid.n + 1 : fluid.n + 2, x);
   x[at(spec - 1)] = std::log(value);
-  if (!system.solve(x, spec - 1, std::log(value)) || is_trivial(fluid, x, system)) return no_convergence;
-  // The denser phase is the liquid.
-  const bool turned = system.vapour().rho > system.liquid().rho;
-  unwrap(fluid.n, fluid.z, beta, x, (turned ? point.y : point.x).data(), (turned ? point.x : point.y).data());
+  const auto solve = [&](double fraction, bool& turned) {
+    Saturation system(fluid.eos, fluid.n, fluid.z, fraction);
+    const bool solved = system.solve(x, spec - 1, std::log(value)) && !is_trivial(fluid, x, system);
+    turned = system.vapour().rho > system.liquid().rho;
+    return solved;
+  };
+  bool turned = false;
+  if (!solve(beta, turned)) return no_convergence;
+  if (turned) {
+    // The vapour is the phase of fewer moles in a volume: here the one that was taken for the liquid.
+    for (std::size_t i = 0; i < n; ++i) x[i] = -x[i];
+    if (!solve(beta, turned) || turned) return no_convergence;
+  }
+  unwrap(fluid.n, fluid.z, beta, x, point.x.data(), point.y.data());
   point.result = std::exp(by_t ? x[n + 1] : x[n]);
   return 0;
 }

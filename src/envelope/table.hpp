@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <utility>
 
 #include "fluid/parameters.hpp"
@@ -21,12 +22,12 @@ struct Table {
   int vap_idx = 0;                       ///< first point of the dew side, 0 while there is none
   int idx_cp = 0;                        ///< the critical point, 0 if none
   bool gap = false;                      ///< the two runs did not meet
-  bool valid = false;
 
   /// A turning point of T or P between two points of the table.
   struct Extremum {
-    int after = 0;  ///< the point before it, 0: none
+    int after = 0;  ///< the point before it; below 1 where that is gone
     Point x{};
+    bool of_t = false, minimum = false;  ///< of P otherwise, a maximum otherwise
   };
   std::array<Extremum, 8> extrema{};
   int extrema_count = 0;
@@ -43,6 +44,14 @@ struct Table {
   [[nodiscard]] const Point& tangent(int j) const { return tangents[fluid::at(j - 1)]; }
   /// Vapour fraction of point j and of the line behind it.
   [[nodiscard]] int beta(int j) const { return vap_idx != 0 && vap_idx <= j ? 1 : 0; }
+
+  /// The component whose ln K is largest at `x`.
+  [[nodiscard]] static std::size_t largest(int n, const Point& x) {
+    std::size_t k = 0;
+    for (std::size_t i = 1; i < fluid::at(n); ++i)
+      if (std::abs(x[i]) > std::abs(x[k])) k = i;
+    return k;
+  }
 
   void copy_point(int from, int to) {
     point(to) = point(from);

@@ -25,8 +25,7 @@ class Tracer {
         n_(at(fluid.n)),
         bubble_(fluid.eos, fluid.n, fluid.z, 0.0),
         dew_(fluid.eos, fluid.n, fluid.z, 1.0),
-        tc_(fluid.limits.tc),
-        pc_(fluid.limits.pc) {}
+        tc_(fluid.limits.tc) {}
 
   int trace();
 
@@ -38,6 +37,8 @@ class Tracer {
 
   int run(int beta, double start_pressure);
   int second_run();
+  int complete(int first_end, int& beta);
+  void end_at_lost_root(int first);
   [[nodiscard]] bool vapour_is_stable(const Point& x) const;
   [[nodiscard]] bool liquid_is_stable(const Point& x) const;
   [[nodiscard]] bool first_run_counts(int points, bool crossed) const;
@@ -50,8 +51,10 @@ class Tracer {
   void cp_and_extrema(const Point& x, const Point& dx);
   void critpntstrategy(Point& x);
   void turn_selectors(Saturation& system, const Point& x) const;
-  void refine_extremum(std::size_t variable, double s, double& value, double& companion);
-  [[nodiscard]] bool is_critical_crossing() const;
+  void add_extremum(std::size_t variable, double s, bool minimum);
+  [[nodiscard]] bool meets_at_critical(bool crossed) const;
+  [[nodiscard]] double contrast() const;
+  void find_critical_between(double h, std::size_t k);
   [[nodiscard]] bool opposite(const Point& x, const Point& last) const;
   [[nodiscard]] double scale_of(const Point& x) const { return largest_lnk(fluid_.n, fluid_.z, x); }
 
@@ -60,15 +63,18 @@ class Tracer {
   std::size_t n_;
   Saturation bubble_, dew_;
   Saturation* system_ = nullptr;
-  double tc_, pc_;           ///< critical point as known so far [K, Pa]
-  double rho_critical_ = 0;  ///< its density once found, 0 before
+  struct Critical {
+    double t = 0, p = 0, rho = 0;  ///< [K], [Pa], [1/A3]; 0: not found
+  };
+  std::array<Critical, 2> critical_{};  ///< of the run on the bubble and on the dew side
+  int beta_ = 0;                        ///< the run at work
+  double tc_;                           ///< critical temperature as known so far in this run [K]
   Cubic cubic_;
   std::size_t spec_ = 0;
   double ds_ = 1;
-  Selectors at_point_{};                            ///< selectors at the newest point
-  double density_ratio_ = 0;                        ///< ln (rho_liquid / rho_vapour) at the newest point
-  double last_density_ratio_ = 0, last_scale_ = 0;  ///< of the point before, and its largest |ln K|
-  bool crossed_ = false;                            ///< the run has passed a critical point
+  Selectors at_point_{};                     ///< selectors at the newest point
+  double contrast_ = 0, last_contrast_ = 0;  ///< of both phases at the newest point and the one before
+  bool crossed_ = false;                     ///< the run has passed a critical point
 };
 
 /// The first point; `start_pressure` [bar] of the dew side, if positive, in place of the usual one.
@@ -95,9 +101,7 @@ void Tracer::start(int beta, double start_pressure, Point& x) {
 
 /// Whether the largest ln K of `last` has the other sign at x.
 bool Tracer::opposite(const Point& x, const Point& last) const {
-  std::size_t k = 0;
-  for (std::size_t i = 0; i < n_; ++i)
-    if (std::abs(last[i]) > std::abs(last[k])) k = i;
+  const std::size_t k = Table::largest(fluid_.n, last);
   return last[k] * x[k] < 0;
 }
 
@@ -105,16 +109,33 @@ bool Tracer::opposite(const Point& x, const Point& last) const {
 /// largest ln K has changed its sign.
 void Tracer::turn_selectors(Saturation& system, const Point& x) const {
   system.selectors = at_point_;
-  if (table_.npnt == 0 || !is_critical_crossing()) return;
-  if (opposite(x, table_.point(table_.npnt))) system.selectors = selectors_of(!at_point_.turned());
+  if (opposite(x, table_.point(table_.npnt)) && meets_at_critical(false))
+    system.selectors = selectors_of(!at_point_.turned());
 }
 
-/// At a critical point the densities meet as ln K vanishes; at an azeotrope they do not.
-bool Tracer::is_critical_crossing() const {
-  const double scale = scale_of(table_.point(table_.npnt));
-  if (!(last_scale_ > scale)) return std::abs(density_ratio_) < 12.0 * scale + 1e-6;
-  const double slope = (last_density_ratio_ - density_ratio_) / (last_scale_ - scale);
-  return std::abs(density_ratio_ - slope * scale) < 0.5 * std::abs(density_ratio_);
+/// How far the phases differ in density: by the logarithm of the volume that their segments fill, since at high
+/// pressure a liquid of large molecules can have fewer moles in a volume than its gas.
+double Tracer::contrast() const {
+  const fluid::Parameters& p = fluid_.eos.parameters();
+  const auto filled = [&](const flash::Phase& phase) {
+    double sum = 0;
+    for (std::size_t i = 0; i < n_; ++i) sum += phase.x[i] * p.mseg[i] * p.sigma[i] * p.sigma[i] * p.sigma[i];
+    return sum * phase.rho;
+  };
+  return std::log(filled(system_->liquid()) / filled(system_->vapour()));
+}
+
+/// At a critical point the densities meet as ln K vanishes; at an azeotrope they do not. By the straight line through
+/// the newest two points, `crossed`: which lie on both sides of ln K = 0.
+bool Tracer::meets_at_critical(bool crossed) const {
+  const Point& newest = table_.point(table_.npnt);
+  const std::size_t k = Table::largest(fluid_.n, newest);
+  const bool alone = table_.npnt == std::max(table_.vap_idx, 1);
+  if (alone) return std::abs(contrast_) < 12.0 * std::abs(newest[k]) + 1e-6;
+  const double a = newest[k], b = table_.point(table_.npnt - 1)[k];
+  const double at_zero = contrast_ - a * (contrast_ - last_contrast_) / (a - b);
+  const double size = crossed ? std::max(std::abs(contrast_), std::abs(last_contrast_)) : std::abs(contrast_);
+  return std::abs(at_zero) < 0.5 * size;
 }
 
 Tracer::Corrected Tracer::newtonsolver(Saturation& system, bool first, Point& x, Point& dx) {
@@ -219,57 +240,61 @@ void Tracer::extrapolate(double ds, Point& x) const {
 }
 
 /// The turning point of T or P beside s on the line, refined; kept as interpolated where this leads away.
-void Tracer::refine_extremum(std::size_t variable, double s, double& value, double& companion) {
-  const std::size_t other = variable == n_ ? n_ + 1 : n_;
-  Point x;
-  for (std::size_t i = 0; i < n_ + 2; ++i) x[i] = cubic_.value(i, s);
-  // The step may have passed a critical point behind the extremum.
+void Tracer::add_extremum(std::size_t variable, double s, bool minimum) {
   const int last = table_.npnt;
+  if (table_.extrema_count == static_cast<int>(table_.extrema.size())) return;
+  Point interpolated;
+  for (std::size_t i = 0; i < n_ + 2; ++i) interpolated[i] = cubic_.value(i, s);
+  Point x = interpolated;
+  // The step may have passed a critical point behind the extremum.
   const bool passed = table_.turned[at(last - 1)] != table_.turned[at(last - 2)];
   system_->selectors = passed && opposite(x, table_.point(last)) ? selectors_of(!at_point_.turned()) : at_point_;
   Point critical{};
-  critical[n_] = std::log(tc_);
-  critical[n_ + 1] = std::log(pc_ / pascal_per_bar);
-  if (!find_turning_point(*system_, fluid_.n, variable, spec_, rho_critical_ > 0 ? &critical : nullptr, x)) return;
-  const double found = std::exp(x[variable]), beside = std::exp(x[other]);
-  if (std::abs(found / value - 1.0) > 0.05 || std::abs(beside / companion - 1.0) > 0.3) return;
-  value = found;
-  companion = beside;
-  if (table_.extrema_count < static_cast<int>(table_.extrema.size()))
-    table_.extrema[at(table_.extrema_count++)] = {table_.npnt - 1, x};
+  const Critical& known = critical_[at(beta_)];
+  if (known.t > 0) {
+    critical[n_] = std::log(known.t);
+    critical[n_ + 1] = std::log(known.p / pascal_per_bar);
+  }
+  const auto near = [&](std::size_t i, double slack) { return std::abs(x[i] - interpolated[i]) < slack; };
+  const std::size_t other = variable == n_ ? n_ + 1 : n_;
+  if (!find_turning_point(*system_, fluid_.n, variable, spec_, known.t > 0 ? &critical : nullptr, x) ||
+      !near(variable, 0.05) || !near(other, 0.3))
+    x = interpolated;
+  table_.extrema[at(table_.extrema_count++)] = {last - 1, x, variable == n_, minimum};
+}
+
+/// The critical point on the last step, of length h, on which ln K of component k changes its sign: refined to the
+/// root of its conditions, which must lie on this step.
+void Tracer::find_critical_between(double h, std::size_t k) {
+  const Point &now = table_.point(table_.npnt), &old = table_.point(table_.npnt - 1);
+  double s = -h * now[k] / (now[k] - old[k]);
+  for (int pass = 0; pass < 6; ++pass) {
+    double step = -cubic_.value(k, s) / cubic_.slope(k, s);
+    if (!std::isfinite(step)) break;
+    while (h != 0 && std::abs(step) >= std::abs(h)) step *= 0.5;
+    s += step;
+    if (!(std::abs(step) > 0.001)) break;
+  }
+  const double t_line = std::exp(cubic_.value(n_, s)), p_line = std::exp(cubic_.value(n_ + 1, s)) * pascal_per_bar;
+  const auto on_step = [&](std::size_t i, double found, double expected) {
+    return std::abs(std::log(found / expected)) < 0.5 * std::abs(now[i] - old[i]) + 1e-3;
+  };
+  Critical found{t_line, 0, 0.5 * (system_->liquid().rho + system_->vapour().rho)};
+  if (refine_critical(fluid_.eos, fluid_.n, fluid_.z, found.t, found.rho)) {
+    found.p = eos::calc_p_rho(fluid_.eos, fluid_.n, fluid_.z, found.t, found.rho);
+    if (on_step(n_, found.t, t_line) && on_step(n_ + 1, found.p, p_line)) critical_[at(beta_)] = found;
+  }
+  // Kept as interpolated where the refinement leads away.
+  if (critical_[at(beta_)].t == 0)
+    critical_[at(beta_)] = {t_line, p_line, 0.5 * (system_->liquid().rho + system_->vapour().rho)};
+  tc_ = critical_[at(beta_)].t;
 }
 
 void Tracer::cp_and_extrema(const Point& x, const Point& dx) {
   const Point &now = table_.point(table_.npnt), &old = table_.point(table_.npnt - 1);
   const double h = x[spec_] - old[spec_];
-  std::size_t k = 0;
-  for (std::size_t i = 0; i < n_; ++i)
-    if (std::abs(dx[i]) > std::abs(dx[k])) k = i;
-  const double a = now[k], b = old[k];
-  if (a * b <= 0 && rho_critical_ == 0) {
-    double s = -h * a / (a - b);
-    for (int pass = 0; pass < 6; ++pass) {
-      double step = -cubic_.value(k, s) / cubic_.slope(k, s);
-      while (std::abs(step) >= std::abs(h)) step *= 0.5;
-      s += step;
-      if (!(std::abs(step) > 0.001)) break;
-    }
-    double t = std::exp(cubic_.value(n_, s));
-    double rho = 0.5 * (system_->liquid().rho + system_->vapour().rho);
-    const double p = std::exp(cubic_.value(n_ + 1, s));
-    const double t_line = t;
-    if (refine_critical(fluid_.eos, fluid_.n, fluid_.z, t, rho) && std::abs(t / t_line - 1.0) < 0.05) {
-      rho_critical_ = table_.rho_crtpe = rho;
-      table_.tcrtpe = tc_ = t;
-      pc_ = eos::calc_p_rho(fluid_.eos, fluid_.n, fluid_.z, t, rho);
-      table_.pcrtpe = pc_ / pascal_per_bar;
-    } else if (is_critical_crossing()) {
-      table_.tcrtpe = tc_ = t_line;
-      table_.pcrtpe = p;
-      pc_ = p * pascal_per_bar;
-      rho_critical_ = rho;
-    }
-  }
+  const std::size_t k = Table::largest(fluid_.n, dx);
+  if (now[k] * old[k] <= 0 && critical_[at(beta_)].t == 0 && meets_at_critical(true)) find_critical_between(h, k);
   for (std::size_t i = n_; i < n_ + 2; ++i) {
     const Point& tangent = table_.tangent(table_.npnt - 1);
     if (!(tangent[i] / tangent[spec_] * cubic_.c[1][i] <= 0)) continue;
@@ -278,17 +303,7 @@ void Tracer::cp_and_extrema(const Point& x, const Point& dx) {
     double s = c4 != 0 ? w / (3.0 * c4) : 1e300;
     if (!((s + h) * s <= 0) && w != 0) s = c2 / w;
     if (!((s + h) * s <= 0)) continue;
-    double t = std::exp(cubic_.value(n_, s)), p = std::exp(cubic_.value(n_ + 1, s));
-    const bool minimum = c3 + 3.0 * c4 * s > 0;
-    if (i == n_) {
-      refine_extremum(i, s, t, p);
-      (minimum ? table_.tminpe : table_.tmaxpe) = t;
-      (minimum ? table_.p_tminpe : table_.p_tmaxpe) = p;
-    } else {
-      refine_extremum(i, s, p, t);
-      (minimum ? table_.pminpe : table_.pmaxpe) = p;
-      (minimum ? table_.t_pminpe : table_.t_pmaxpe) = t;
-    }
+    add_extremum(i, s, c3 + 3.0 * c4 * s > 0);
   }
 }
 
@@ -319,6 +334,9 @@ int Tracer::run(int beta, double start_pressure) {
   system_ = &system;
   Point x{}, dx{};
   crossed_ = false;
+  beta_ = beta;
+  critical_[at(beta)] = {};
+  tc_ = fluid_.limits.tc;
   start(beta, start_pressure, x);
   at_point_ = system.selectors = {1, -1};
   ds_ = 1;
@@ -327,16 +345,18 @@ int Tracer::run(int beta, double start_pressure) {
   double t = std::exp(x[n_]);
   const double lowest = t - 1.0;
   const fluid::Parameters& p = fluid_.eos.parameters();
+  constexpr double lowest_lnp = -12.0;  // 6e-6 bar
   const double highest = *std::min_element(p.tmax.begin(), p.tmax.begin() + fluid_.n);
   for (;;) {
-    if (!first && (t < lowest || t > highest)) return 0;
+    // Below the pressure at which runs begin a line of two liquids goes on to none at all.
+    if (!first && (t < lowest || t > highest || table_.point(table_.npnt)[n_ + 1] < lowest_lnp)) return 0;
     const Corrected corrected = newtonsolver(system, first, x, dx);
     if (corrected.ierr != 0) return corrected.ierr;
     at_point_ = system.selectors;
-    last_density_ratio_ = density_ratio_;
-    last_scale_ = first ? 0.0 : scale_of(table_.point(table_.npnt));
-    density_ratio_ = std::log(system.liquid().rho / system.vapour().rho);
+    last_contrast_ = contrast_;
+    contrast_ = contrast();
     ++table_.npnt;
+    if (first && beta == 1) table_.vap_idx = table_.npnt;
     table_.point(table_.npnt) = x;
     table_.tangent(table_.npnt) = dx;
     table_.turned[at(table_.npnt - 1)] = at_point_.turned();
@@ -347,7 +367,6 @@ int Tracer::run(int beta, double start_pressure) {
     if (!first) ds_ = calcstepsize(corrected.iterations, dsmax);
     update_cubic(!first, x, dx);
     if (!first) cp_and_extrema(x, dx);
-    if (first && beta == 1) table_.vap_idx = table_.npnt;
     extrapolate(ds_, x);
     if (!first) critpntstrategy(x);
     first = false;
@@ -374,10 +393,10 @@ bool Tracer::liquid_is_stable(const Point& x) const {
 /// Whether a first run of so many points belongs beside a second one: it does not where it is the line of a liquid that
 /// is about to split, or a piece of what the second run has passed.
 bool Tracer::first_run_counts(int points, bool crossed) const {
-  if (crossed) {
+  if (crossed && critical_[0].t > 0) {
     Point critical{};
-    critical[n_] = std::log(tc_ * (1.0 + 1e-4));
-    critical[n_ + 1] = std::log(pc_ / pascal_per_bar);
+    critical[n_] = std::log(critical_[0].t * (1.0 + 1e-4));
+    critical[n_ + 1] = std::log(critical_[0].p / pascal_per_bar);
     return liquid_is_stable(critical);
   }
   if (crossed_ && table_.point(1)[n_] > table_.point(table_.npnt)[n_]) return false;
@@ -392,59 +411,86 @@ int Tracer::second_run() {
   return ierr;
 }
 
+/// Ends the points from `first` on before one at which the phases are not on the roots that their labels say: the line
+/// has then followed a phase whose root is the other one by now.
+void Tracer::end_at_lost_root(int first) {
+  for (int j = first; j <= table_.npnt; ++j) {
+    const Arena::Frame frame(fluid_.eos.arena());
+    Saturation fresh(fluid_.eos, fluid_.n, fluid_.z, table_.beta(j));
+    fresh.selectors = selectors_of(table_.turned[at(j - 1)]);
+    const Point& x = table_.point(j);
+    if (fresh.prepare(x, fluid_.n, x[n_]) && fresh.residual() < 1e-8) continue;
+    table_.npnt = j - 1;
+    for (int e = 0; e < table_.extrema_count; ++e)
+      if (table_.extrema[at(e)].after >= j - 1) table_.extrema[at(e)].after = 0;
+    return;
+  }
+}
+
+/// The second run, and what of both is the boundary. Sets `beta` as the clean-up wants it; returns how it ended.
+int Tracer::complete(int first_end, int& beta) {
+  const bool crossed = crossed_;
+  end_at_lost_root(1);
+  const int points = table_.npnt, extrema = table_.extrema_count;
+  if (first_end == 0) ++fluid_.eos.work.statistics.added_runs;
+  beta = 1;
+  const int second_end = second_run();
+  if (second_end == bad_start) {
+    if (points < 2) return bad_start;
+    // What the first run has is kept.
+    beta = 0;
+    table_.npnt = points;
+    table_.extrema_count = extrema;
+    table_.vap_idx = 0;
+    critical_[1] = {};
+    return first_end == bad_start ? bad_start : 0;
+  }
+  if (second_end == 0 && crossed_) {
+    critical_[0] = {};
+    return 0;
+  }
+  end_at_lost_root(table_.vap_idx);
+  if (points == 0 || !first_run_counts(points, crossed)) {
+    drop_first_run(table_);
+    critical_[0] = {};
+    beta = 0;
+    return 0;
+  }
+  turn_second_run(table_);
+  if (cut_loops(fluid_, table_)) {
+    beta = 0;
+    return 0;
+  }
+  turn_second_run(table_);
+  return pressure_too_high;  // or another early end: the clean-up treats them alike
+}
+
 int Tracer::trace() {
   table_.npnt = table_.vap_idx = table_.idx_cp = 0;
   table_.extrema_count = 0;
   table_.gap = false;
   table_.tcrtpe = table_.pcrtpe = table_.rho_crtpe = 0;
   table_.tminpe = table_.p_tminpe = table_.pminpe = table_.t_pminpe = 0;
-  table_.pmaxpe = table_.p_tmaxpe = pc_ / pascal_per_bar;
-  table_.tmaxpe = table_.t_pmaxpe = tc_;
-  table_.valid = true;
+  table_.pmaxpe = table_.p_tmaxpe = fluid_.limits.pc / pascal_per_bar;
+  table_.tmaxpe = table_.t_pmaxpe = fluid_.limits.tc;
   int beta = 0;
   int ierr = run(0, 0);
   // A line that passes no critical point, or ends at a vapour that splits, is not the whole boundary.
-  const bool crossed = crossed_;
-  if (ierr != 0 || !crossed || !vapour_is_stable(table_.point(table_.npnt))) {
-    if (ierr == 0) ++fluid_.eos.work.statistics.added_runs;
-    const int first_run = table_.npnt, first_end = ierr;
-    const int extrema = table_.extrema_count;
-    beta = 1;
-    ierr = second_run();
-    if (ierr == bad_start && first_run > 1) {
-      // What the first run has is kept.
-      beta = 0;
-      ierr = first_end == bad_start ? bad_start : 0;
-      table_.npnt = first_run;
-      table_.extrema_count = extrema;
-      table_.vap_idx = 0;
-    } else if (ierr != bad_start && !(ierr == 0 && crossed_)) {
-      if (first_run == 0 || !first_run_counts(first_run, crossed)) {
-        drop_first_run(table_);
-        beta = 0;
-        ierr = 0;
-      } else {
-        ierr = pressure_too_high;
-      }
-    }
-  }
-  if (beta == 1 && ierr != 0 && ierr != bad_start) {
-    turn_second_run(table_);
-    if (cut_loops(fluid_, table_)) {
-      beta = 0;
-      ierr = 0;
-    } else {
-      turn_second_run(table_);
-    }
-  }
+  if (ierr != 0 || !crossed_ || !vapour_is_stable(table_.point(table_.npnt))) ierr = complete(ierr, beta);
   postprocphaseenv(fluid_.n, beta, table_, ierr);
-  if (ierr == 0) {
-    if (table_.vap_idx == 1) reset_maxima(fluid_.n, table_);  // without those of the run that is gone
-    cut_loops(fluid_, table_);
-    resetextrema(fluid_.n, table_);
-    ierr = rho_critical_ > 0 ? insertcritpnt(fluid_.n, tc_, pc_ / pascal_per_bar, table_) : no_critical_point;
+  if (ierr != 0) return ierr;
+  cut_loops(fluid_, table_);
+  resetextrema(fluid_.n, table_);
+  for (const Critical& found : critical_) {
+    if (found.t == 0) continue;
+    ierr = insertcritpnt(fluid_.n, found.t, found.p / pascal_per_bar, table_);
+    if (ierr != 0) continue;
+    table_.tcrtpe = found.t;
+    table_.pcrtpe = found.p / pascal_per_bar;
+    table_.rho_crtpe = found.rho;
+    return 0;
   }
-  return ierr;
+  return no_critical_point;
 }
 
 }  // namespace

@@ -38,14 +38,12 @@ struct Cubic {
 /// point comes into the table twice, once for each phase. True if anything was cut.
 bool cut_loops(const eos::Fluid& fluid, Table& table);
 
-/// Largest T and P of the points and the turning points that are left.
-void reset_maxima(int n, Table& table);
-
 /// The clean-up of two runs that both stopped early (clean_up.cpp).
 void drop_first_run(Table& table);
 /// Turns the dew run round, so that its low end is the last point.
 void turn_second_run(Table& table);
 void postprocphaseenv(int n, int beta, Table& table, int& ierr);
+/// Extrema of T and P: of the points and of the turning points that are left, and the ends of the line.
 void resetextrema(int n, Table& table);
 /// Inserts the critical point `tc` [K], `pc` [bar]; no_critical_point where it fits nowhere.
 int insertcritpnt(int n, double tc, double pc, Table& table);

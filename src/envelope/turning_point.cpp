@@ -43,8 +43,8 @@ bool by_secants(Saturation& system, std::size_t variable, std::size_t by, Point&
 /// the cubic through those at four points, two on each side, has its root where they vanish. The points are reached by
 /// doubling ln K, so far that T has moved by some parts in a million and the turning point lies between.
 bool across_critical(Saturation& system, std::size_t n, std::size_t variable, std::size_t by, const Point& critical,
-                     Point& x) {
-  constexpr double first_k = 5e-5, far_enough = 2e-6;
+                     double first_k, Point& x) {
+  constexpr double far_enough = 2e-6;
   std::array<double, 4> node{}, slope{};
   std::array<Point, 4> points{};
   const Selectors here = system.selectors;
@@ -62,7 +62,7 @@ bool across_critical(Saturation& system, std::size_t n, std::size_t variable, st
       Point dx{};
       system.tangent(dx);
       const bool far = std::abs(p[n] - critical[n]) > far_enough && 2 * std::abs(k) > 1.2 * std::abs(near);
-      if (side < 0 && doublings == 0 && (far || m == 6)) doublings = std::max(m, 1);
+      if (side < 0 && doublings == 0 && (far || m == 8)) doublings = std::max(m, 1);
       const int behind = doublings > 0 ? m - doublings : -1;  // 0, 1: the points of this side
       if (behind >= 0) {
         const std::size_t place = at(side < 0 ? 1 - behind : 2 + behind);
@@ -119,7 +119,9 @@ bool find_turning_point(Saturation& system, int n, std::size_t variable, std::si
   const Selectors kept = system.selectors;
   const auto beside_critical = [&] { return critical != nullptr && std::abs(x[k]) < 1e-3; };
   bool found = !beside_critical() && by_secants(system, variable, by, x);
-  if (beside_critical()) found = across_critical(system, count, variable, k, *critical, x);
+  if (beside_critical())
+    for (const double first_k : {5e-5, 2e-4, 1e-3})
+      if ((found = across_critical(system, count, variable, k, *critical, first_k, x))) break;
   system.selectors = kept;
   return found;
 }

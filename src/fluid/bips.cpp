@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -15,18 +16,27 @@ namespace {
 constexpr Message opening_failed = "Error opening mixture parameter file BIPs.mix...";
 constexpr Message unexpected_data = "Unexpected data in mixture parameter file BIPs.mix...";
 
+/// The same for both orders of two names, and never 0.
+std::uint64_t key_of(std::string_view a, std::string_view b) noexcept {
+  const std::hash<std::string_view> hash;
+  return (hash(a) + hash(b)) | 1U;
+}
+
 /// Stores one row of the table; false when its entry is no number.
 bool read_row(std::string_view text, std::size_t k, BipTable& table) {
   FixedText<74> row(text);
   std::replace(row.data(), row.data() + row.size(), '\t', ' ');
   table.cn[k][0].assign(row.view().substr(0, 32));
   table.cn[k][1].assign(row.view().substr(32, 32));
+  table.key[k] = key_of(table.cn[k][0].view(), table.cn[k][1].view());
   return read_fixed(row.view().substr(64, 10), 5, table.bip[k]);
 }
 
 /// The entry of a pair, 0 where the table has none.
 double find_pair(const BipTable& table, std::string_view first, std::string_view second) noexcept {
+  const std::uint64_t key = key_of(first, second);
   for (std::size_t k = 0; k < table.cn.size(); ++k) {
+    if (table.key[k] != key) continue;
     const std::string_view a = table.cn[k][0].view(), b = table.cn[k][1].view();
     if ((a == first && b == second) || (a == second && b == first)) return table.bip[k];
   }
@@ -68,8 +78,14 @@ Message readbips_from(std::string_view filename, Parameters& p, BipTable& table)
   const auto n = at(std::clamp(p.n, 0, nmax));
   clear_k_ij(n, p);
   if (n < 2) return no_errors;
-  const Message message = readbipsfile(filename, max_bips, table);
-  if (!ok(message)) return message;
+  const std::string path(filename);
+  const platform::FileStamp stamp = platform::stamp_of(path.c_str());
+  if (!stamp.exists() || table.path != path || table.stamp != stamp) {
+    table.path.clear();
+    if (const Message message = readbipsfile(filename, max_bips, table); !ok(message)) return message;
+    table.path = path;
+    table.stamp = stamp;
+  }
   for (std::size_t i = 0; i < n; ++i)
     for (std::size_t j = i + 1; j < n; ++j)
       p.k_ij[i][j] = p.k_ij[j][i] = find_pair(table, p.compname[i].view(), p.compname[j].view());

@@ -5,6 +5,8 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "fluid/parameters.hpp"
@@ -20,12 +22,17 @@ inline constexpr int max_bips = 1000;  ///< capacity of the table in rows
 struct BipTable {
   std::array<double, max_bips> bip{};
   std::array<std::array<FixedText<32>, 2>, max_bips> cn{};
+  std::array<std::uint64_t, max_bips> key{};  ///< of the two names in either order; 0 for a row never written
+  // The file that the rows are of, so that it is read again only when it has changed.
+  std::string path{};
+  platform::FileStamp stamp{};
 };
 
 /// Fills `k_ij` of the mixture from BIPs.mix in the library's directory; 0 for a pair that is not there. `table` keeps
 /// the rows that were read; rows of an earlier, longer table stay in it and take part in the search.
-/// The first row of a pair counts, in either order of the names. Messages: "Error opening mixture parameter file
-/// BIPs.mix...", "Unexpected data in mixture parameter file BIPs.mix...", with `k_ij` left at 0.
+/// The file is read when it has changed since the table read it. The first row of a pair counts, in either order.
+/// Messages: "Error opening mixture parameter file BIPs.mix...", "Unexpected data in mixture parameter file
+/// BIPs.mix...", with `k_ij` left at 0.
 Message readbips(Parameters& p, BipTable& table);
 
 /// The same with the path of the table given.

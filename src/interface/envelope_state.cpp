@@ -11,6 +11,7 @@ using flash::pascal_per_bar;
 envelope::Table& traced_envelope(Session& session, const double* z, int& ierr) {
   Session::Envelope& e = session.envelope;
   const int n = session.n();
+  if (!e.table) e.table = std::make_unique<envelope::Table>();  // a selection that has failed may be the first one
   const bool same = e.traced && e.simplified == session.simplified && std::equal(z, z + n, e.z.begin());
   if (!same) {
     const eos::Fluid fluid{session.eos(), n, z, e.at_selection};
@@ -29,7 +30,8 @@ bool envelope_for_query(Session& session, const double* z) {
   const envelope::Table& table = traced_envelope(session, z, ierr);
   if (table.npnt < 2 || ierr == envelope::bad_start) return false;
   Session::Envelope& e = session.envelope;
-  if (!e.hasphaseenv) {
+  // The limits are those of the selected composition.
+  if (!e.hasphaseenv && std::equal(z, z + session.n(), session.z.begin())) {
     fluid::Limits& l = session.limits;
     if (table.tcrtpe > 0) {
       l.tc = table.tcrtpe;
@@ -42,6 +44,19 @@ bool envelope_for_query(Session& session, const double* z) {
     e.hasphaseenv = true;
   }
   return true;
+}
+
+Message bubble_or_dew(Session& session, const double* z, char given, char what, double value,
+                      envelope::SaturationPoint& point, FixedText<64>& text) {
+  point.result = fluid::not_computed;
+  std::copy_n(z, session.n(), point.x.begin());
+  std::copy_n(z, session.n(), point.y.begin());
+  if (!envelope_for_query(session, z)) return "Error calculating phase envelope...";
+  bool interpolated = false;
+  const eos::Fluid fluid{session.eos(), session.n(), z, session.limits};
+  const int code = envelope::calc_bubdew(fluid, *session.envelope.table, given, what, value, point, interpolated);
+  if (interpolated) ++session.work.statistics.interpolated_queries;
+  return envelope::errorstring(code, text);
 }
 
 }  // namespace tessarel::interface

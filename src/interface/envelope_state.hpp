@@ -15,4 +15,8 @@ envelope::Table& traced_envelope(Session& session, const double* z, int& ierr);
 /// any line, also where the critical point fits nowhere in it.
 bool envelope_for_query(Session& session, const double* z);
 
+/// A bubble or dew point of `z`, as envelope::calc_bubdew; `text` holds the message of a code without a text.
+Message bubble_or_dew(Session& session, const double* z, char given, char what, double value,
+                      envelope::SaturationPoint& point, FixedText<64>& text);
+
 }  // namespace tessarel::interface

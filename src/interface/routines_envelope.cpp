@@ -16,7 +16,6 @@ using fluid::at;
 
 namespace {
 
-constexpr Message no_envelope = "Error calculating phase envelope...";
 constexpr Message only_mixtures = "TESSAREL error: a phase envelope needs a mixture...";
 constexpr Message wrong_count = "TESSAREL error: the envelope is that of all selected components...";
 
@@ -31,20 +30,6 @@ bool can_trace(const Session& session) {
   return session.selected() && ok(check(session, &n, session.z.data()));
 }
 
-/// One query on the session's composition or another one.
-Message query(Session& session, const double* z, char given, char what, double value, envelope::SaturationPoint& point,
-              FixedText<64>& text) {
-  point.result = fluid::not_computed;
-  std::copy_n(z, session.n(), point.x.begin());
-  std::copy_n(z, session.n(), point.y.begin());
-  if (!envelope_for_query(session, z)) return no_envelope;
-  bool interpolated = false;
-  const eos::Fluid fluid{session.eos(), session.n(), z, session.limits};
-  const int code = envelope::calc_bubdew(fluid, *session.envelope.table, given, what, value, point, interpolated);
-  if (interpolated) ++session.work.statistics.interpolated_queries;
-  return envelope::errorstring(code, text);
-}
-
 /// The four queries in K and Pa: `phase` receives the incipient phase.
 void saturation(char given, char what, const double* value, double* phase, double* result, TextField err) {
   Session& session = current_session();
@@ -55,7 +40,7 @@ void saturation(char given, char what, const double* value, double* phase, doubl
     envelope::SaturationPoint point;
     const bool by_t = given == 'T';
     const Message message =
-        query(session, session.z.data(), given, what, by_t ? *value : *value / pascal_per_bar, point, text);
+        bubble_or_dew(session, session.z.data(), given, what, by_t ? *value : *value / pascal_per_bar, point, text);
     *result = by_t && point.result != fluid::not_computed ? point.result * pascal_per_bar : point.result;
     std::copy_n((what == 'B' ? point.y : point.x).begin(), n, phase);
     return message;
@@ -88,7 +73,8 @@ void tessarel_calc_bubdew(const int32_t* n, const double* z, const char* given, 
     if (const Message refused = check(session, n, z); !ok(refused)) return refused;
     const auto first = [](const char* text, size_t length) { return usable_field(text, length) ? text[0] : ' '; };
     envelope::SaturationPoint point;
-    const Message message = query(session, z, first(given, given_len), first(what, what_len), *value, point, unknown);
+    const Message message =
+        bubble_or_dew(session, z, first(given, given_len), first(what, what_len), *value, point, unknown);
     *result = point.result;
     std::copy_n(point.x.begin(), *n, x);
     std::copy_n(point.y.begin(), *n, y);
@@ -118,7 +104,6 @@ void tessarel_calc_prop_q(const int32_t* n, const double* z, const double* beta,
     if (!(*beta >= 0 && *beta <= 1) || !positive(*value))
       return "TESSAREL error: vapour fraction must be 0 to 1, temperature and pressure positive...";
     envelope::SaturationPoint point;
-    FixedText<64> text;
     const eos::Fluid fluid{session.eos(), *n, z, session.limits};
     const int code =
         envelope::calc_prop_q(fluid, *beta, usable_field(given, given_len) ? given[0] : ' ', *value, point);

@@ -1,22 +1,11 @@
 #include "interface/session_boundary.hpp"
 
-#include <algorithm>
-
 #include "interface/envelope_state.hpp"
 
 namespace tessarel::interface {
 
 Message SessionBoundary::saturation(char given, char what, double value, envelope::SaturationPoint& point) {
-  const double* z = session_.z.data();
-  point.result = fluid::not_computed;
-  std::copy_n(z, session_.n(), point.x.begin());
-  std::copy_n(z, session_.n(), point.y.begin());
-  if (!trace()) return "Error calculating phase envelope...";
-  bool interpolated = false;
-  const int code =
-      envelope::calc_bubdew(session_.fluid(), *session_.envelope.table, given, what, value, point, interpolated);
-  if (interpolated) ++session_.work.statistics.interpolated_queries;
-  return envelope::errorstring(code, text_);
+  return bubble_or_dew(session_, session_.z.data(), given, what, value, point, text_);
 }
 
 Message SessionBoundary::dew_t(double p, double& t) {

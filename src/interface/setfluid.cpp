@@ -78,6 +78,7 @@ void find_critical_point(Session& session) {
 }
 
 Message select_unchecked(Session& session, int nf, NameList names, const double* z) {
+  if (nf > 1 && !session.envelope.table) session.envelope.table = std::make_unique<envelope::Table>();
   if (!same_selection(session, nf, names)) {
     if (const Message err = select_components(session, nf, names); !ok(err)) return err;
   }
@@ -87,7 +88,6 @@ Message select_unchecked(Session& session, int nf, NameList names, const double*
     session.z[0] = unmarked(session.z[0]);
   }
   const Message message = analyse(session);
-  if (nf > 1 && !session.envelope.table) session.envelope.table = std::make_unique<envelope::Table>();
   return message;
 }
 

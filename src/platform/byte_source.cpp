@@ -11,6 +11,12 @@
 
 namespace tessarel::platform {
 
+FileStamp stamp_of(const char* path) noexcept {
+  struct stat status {};
+  if (::stat(path, &status) != 0) return {};
+  return {status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+}
+
 FileBytes::FileBytes(std::string_view path) noexcept {
   path = trimmed(path);
   if (path.empty() || path.find('\0') != std::string_view::npos) return;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace tessarel::platform {
@@ -28,6 +29,15 @@ class MemoryBytes final : public ByteSource {
  private:
   std::string_view bytes_;
 };
+
+/// What tells whether a file has changed: nothing but a rewriting of the same size in the same nanosecond goes unseen.
+struct FileStamp {
+  std::uint64_t device = 0, inode = 0;
+  std::int64_t size = -1, changed_s = 0, changed_ns = 0;
+  [[nodiscard]] bool exists() const noexcept { return size >= 0; }
+  friend bool operator==(const FileStamp&, const FileStamp&) = default;
+};
+FileStamp stamp_of(const char* path) noexcept;
 
 /// A file opened for reading. Only regular files open: a directory, a pipe or a device counts as a failure, so that
 /// no read can block or go on for ever.

@@ -27,16 +27,35 @@ TEST(CriticalPoint, AveragesOfAMixture) {
 
 /// A failed search leaves its start estimates, and the components behind it unknown.
 TEST(CriticalPoint, FailureOfAComponent) {
-  TestFluid f({"methane", "chlorine"}, {0.5, 0.5});
-  fluid::Limits& l = f.session.limits;
-  EXPECT_EQ(critpoint(f.eos, 2, f.z, l), "Critical point: density iteration 1 not converged...");
-  EXPECT_EQ(l.tci[1], l.tc);
-  EXPECT_DOUBLE_EQ(l.tc, 700 * f.parameters.omega[1] + 150);
-  EXPECT_EQ(l.pci[1], 5e6);
-  EXPECT_NEAR(l.rhoc, TestFluid({"methane"}, {1.0}).limits.rhoc, 1e-9 * l.rhoc);
-  const TestFluid first({"xenon", "methane"}, {0.5, 0.5});
-  EXPECT_EQ(first.limits.tci[1], -8888.8);
-  EXPECT_EQ(first.limits.rhoc, -8888.8);
+  for (const int failing : {1, 0}) {
+    TestFluid f({"methane", "propane"}, {0.5, 0.5});
+    const auto k = static_cast<std::size_t>(failing);
+    f.session.model.parameters.epsil[k] = std::nan("");
+    f.session.update();
+    fluid::Limits& l = f.session.limits;
+    EXPECT_TRUE(critpoint(f.eos, 2, f.z, l).text().starts_with("Critical point: "));
+    EXPECT_EQ(l.tci[k], l.tc);
+    EXPECT_DOUBLE_EQ(l.tc, 700 * f.parameters.omega[k] + 150);
+    EXPECT_EQ(l.pci[k], 5e6);
+    if (failing == 1) {
+      EXPECT_NEAR(l.rhoc, TestFluid({"methane"}, {1.0}).limits.rhoc, 1e-9 * l.rhoc);
+    } else {
+      EXPECT_EQ(l.tci[1], -8888.8);
+      EXPECT_EQ(l.rhoc, -8888.8);
+    }
+  }
+}
+
+/// Where the usual start leads nowhere: the slope and the curvature of the isotherm vanish all the same.
+TEST(CriticalPoint, StartsByTheDispersionEnergy) {
+  for (const char* name : {"xenon", "chlorine"}) {
+    const TestFluid f({name}, {1.0});
+    const fluid::Limits& l = f.limits;
+    EXPECT_GT(f.session.work.statistics.critical_restarts, 0) << name;
+    const auto p = [&](double change) { return eos::calc_p(f.eos, 1, f.z, l.tc, (1 + change) / l.rhoc); };
+    EXPECT_NEAR(p(1e-3), p(-1e-3), 1e-7 * l.pc) << name;
+    EXPECT_NEAR(p(0), l.pc, 1e-9 * l.pc) << name;
+  }
 }
 
 /// Q against differences of ln f at constant volume, and the cubic form against differences of Q's quadratic form.

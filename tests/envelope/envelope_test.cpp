@@ -178,6 +178,54 @@ TEST(Envelope, ExtremaAreFlat) {
   }
 }
 
+/// All ln K vanish at an azeotrope too, which is no critical point: the line's is the one of the search.
+TEST(Envelope, AzeotropesAreNotCritical) {
+  const std::tuple<const char*, const char*, double> mixtures[] = {{"ethanol", "water", 0.8},
+                                                                   {"acetone", "n-hexane", 0.88},
+                                                                   {"methanol", "benzene", 0.868},
+                                                                   {"methanol", "acetone", 0.252},
+                                                                   {"ethane", "carbon dioxide", 0.35}};
+  for (const auto& [first, second, share] : mixtures) {
+    const TestFluid f({first, second}, {share, 1 - share});
+    const auto table = std::make_unique<Table>();
+    ASSERT_EQ(calc_phaseenv(f.fluid(), *table), 0) << first;
+    double t = 0, rho = 0;
+    ASSERT_TRUE(critical_point(f.eos, f.n, f.z, f.limits.tc, t, rho)) << first;
+    EXPECT_NEAR(table->tcrtpe, t, 1e-8 * t) << first;
+    EXPECT_NEAR(table->rho_crtpe, rho, 1e-6 * rho) << first;
+  }
+}
+
+/// Next to the cricondenbar the walk from the bubble end meets the bubble side first, and no state of ln K near 0.
+TEST(Envelope, QueriesBesideTheMaximum) {
+  for (const double share : {0.6, 0.725, 0.75}) {
+    const TestFluid f({"ethane", "propane"}, {share, 1 - share});
+    const auto table = std::make_unique<Table>();
+    ASSERT_EQ(calc_phaseenv(f.fluid(), *table), 0);
+    double last = 0;
+    for (const double below : {1e-2, 3e-3, 1e-3, 3e-4, 1e-4, 1e-5}) {
+      SaturationPoint point;
+      bool interpolated = true;
+      ASSERT_EQ(calc_bubdew(f.fluid(), *table, 'P', 'B', table->pmaxpe * (1 - below), point, interpolated), 0);
+      EXPECT_FALSE(interpolated);
+      EXPECT_LT(point.result, table->t_pmaxpe) << share << " " << below;
+      EXPECT_GT(point.result, last) << share << " " << below;
+      last = point.result;
+    }
+  }
+}
+
+/// The vapour is the phase of fewer moles in a volume, also where that is the one rich in the heavy component.
+TEST(Envelope, VapourFractionOfInvertedDensities) {
+  const TestFluid f({"methane", "n-decane"}, {0.5, 0.5});
+  for (const double beta : {0.1, 0.4}) {
+    SaturationPoint point;
+    if (calc_prop_q(f.fluid(), beta, 'T', 300, point) != 0) continue;
+    const double balance = (f.z[0] - point.x[0]) / (point.y[0] - point.x[0]);
+    EXPECT_NEAR(balance, beta, 1e-9);
+  }
+}
+
 /// States of a given vapour fraction are those of the flash.
 TEST(Envelope, StatesOfAVapourFraction) {
   const TestFluid f({"methane", "n-butane"}, {0.5, 0.5});

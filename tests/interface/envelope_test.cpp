@@ -103,6 +103,43 @@ TEST(EnvelopeReading, AnyTwoEntriesInAnyOrder) {
   }
 }
 
+/// After a selection that has failed there is no mixture to trace, and nothing to crash on.
+TEST(EnvelopeReading, AfterAFailedSelection) {
+  std::int64_t fresh = 0, before = 0;
+  char err[100];
+  tessarel_session_current(&before);
+  tessarel_session_new(&fresh, err, sizeof err);
+  tessarel_session_use(&fresh, err, sizeof err);
+  for (const bool after_a_pure_fluid : {false, true}) {
+    if (after_a_pure_fluid) {
+      ASSERT_EQ(host::select({"methane"}, {1.0}), "No errors");
+    }
+    EXPECT_NE(host::select({"methane", "no such fluid"}, {0.5, 0.5}), "No errors");
+    EXPECT_NE(bubdew("T", "B", 250), "No errors");
+    maxima();
+  }
+  tessarel_session_use(&before, err, sizeof err);
+  tessarel_session_free(&fresh, err, sizeof err);
+}
+
+/// A question about another composition leaves the limits of the selected one.
+TEST(EnvelopeReading, AnotherCompositionChangesNothing) {
+  ASSERT_EQ(host::select({"methane", "n-butane"}, {0.5, 0.5}), "No errors");
+  const double tc = host::session().limits.tc, alone = ask(tessarel_calc_dew_p, 350);
+  ASSERT_EQ(host::select({"methane", "n-butane"}, {0.5, 0.5}), "No errors");
+  EXPECT_EQ(bubdew("T", "D", 200, 2, 0.5), "No errors");
+  ASSERT_EQ(host::select({"methane", "n-butane"}, {0.5, 0.5}), "No errors");
+  std::array<double, 20> x{}, y{};
+  std::array<char, 100> err{};
+  const std::int32_t n = 2;
+  const double z[] = {0.9, 0.1}, t = 250;
+  double p = 0;
+  tessarel_calc_bubdew(&n, z, "T", "D", &t, x.data(), y.data(), &p, err.data(), 1, 1, err.size());
+  EXPECT_EQ(host::text(err.data(), err.size()), "No errors");
+  EXPECT_EQ(host::session().limits.tc, tc);
+  EXPECT_EQ(ask(tessarel_calc_dew_p, 350), alone);
+}
+
 TEST(EnvelopeReading, RoundTripsAndTexts) {
   ASSERT_EQ(host::select({"methane", "n-butane"}, {0.5, 0.5}), "No errors");
   for (const double t : {200.0, 250.0, 300.0})
