@@ -30,8 +30,10 @@ End GeneralFlash::iterate(Equilibrium& e, Mixing mixing, int passes) {
     factor = std::min({1.0, 0.1 * e.t / std::abs(dt), 0.4 * e.p / std::abs(dp), 3.0 / lnk_change});
     size = std::max(size, lnk_change);
     if (!std::isfinite(size)) return End::stuck;
-    // Converged to the tolerance, and further steps are rounding.
-    if (mixing == Mixing::real && size < 1e-10 && (size < 1e-13 || size >= 0.5 * last_size)) return End::converged;
+    // Converged to the tolerance, and further steps are rounding. Near a critical point rounding of the fugacities alone
+    // moves the phases by 1e-9 and more.
+    const double reached = e.split.error < 1e-12 ? 1e-7 : 1e-10;
+    if (mixing == Mixing::real && size < reached && (size < 1e-13 || size >= 0.5 * last_size)) return End::converged;
     last_size = size;
     Split next = e.split;
     for (int halving = 0;; ++halving) {

@@ -105,13 +105,14 @@ Message at_quality(const Context& context, char given, State& state, double* x, 
     return message;
   }
   if (quick_quality(context, given, state, x, y)) return no_errors;
+  // Newton's method from the flashes of a line takes a tenth of the search between the saturation points.
+  if (context.quick && quality_from_line(context, by_p ? Given::pq : Given::tq, state, x, y)) return no_errors;
   const Message message = search_quality(context, given, state, x, y);
   if (ok(message)) return message;
   // Behind it the whole range, if the value given lies in it.
   const fluid::Limits& limits = context.limits();
   if (!(by_p ? within_limits(limits, limits.tlowest, state.p) : within_limits(limits, state.t, limits.plowest)))
     return message;
-  if (context.quick && quality_from_line(context, by_p ? Given::pq : Given::tq, state, x, y)) return no_errors;
   const Bracket range = by_p ? Bracket{tp, kT, kQ, limits.tlowest, std::min(limits.thighest, 2.0 * limits.tc)}
                              : Bracket{tp, kP, kQ, limits.plowest, limits.phighest};
   return scan_for_state(context, range, state, x, y) ? no_errors : message;
