@@ -179,13 +179,13 @@ class Fluid {
   }
   static bool two_phases(const State& s) { return s.value[6] > 0 && s.value[6] < 1; }
 
-  /// The largest deviation in units of the tolerance. `v_given`: P is then known no better than v makes it.
-  double deviation(const State& found, const State& known, bool v_given, double tolerance) const {
+  /// The largest deviation in units of the tolerance. `p_by_v`: P is then known no better than v makes it.
+  double deviation(const State& found, const State& known, bool p_by_v, double tolerance) const {
     double largest = 0;
     const auto keep = [&](double d) { largest = d <= largest ? largest : std::isfinite(d) ? d : HUGE_VAL; };
     for (std::size_t k = 0; k < 6; ++k) {
       double allowed = tolerance * scale(k, known.value[k]);
-      if (k == 1 && v_given && !two_phases(known)) allowed += 1e-14 * stiffness(known);
+      if (k == 1 && p_by_v && !two_phases(known)) allowed += 1e-14 * stiffness(known);
       keep(std::abs(found.value[k] - known.value[k]) / allowed);
     }
     if (!two_phases(known)) return largest;

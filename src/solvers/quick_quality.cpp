@@ -8,7 +8,6 @@
 #include "flash/wilson.hpp"
 #include "solvers/phase_mix.hpp"
 #include "solvers/quick_state.hpp"
-#include "solvers/search.hpp"
 
 namespace tessarel::solvers {
 
@@ -122,7 +121,7 @@ double estimated_t(const Context& context, double q, double v) {
 }  // namespace
 
 bool quick_quality(const Context& context, char given, State& state, double* x, double* y) {
-  if (!context.quick) return false;
+  if (!context.quick || context.exhausted()) return false;
   const bool by_t = given == 'T';
   const double value = by_t ? state.t : state.p;
   // Near the critical point the estimate fails, or leads to a state that is not stable: then from a colder one, or one
@@ -142,6 +141,7 @@ bool quick_quality(const Context& context, char given, State& state, double* x, 
 }
 
 bool quick_quality_volume(const Context& context, State& state, double* x, double* y) {
+  if (!context.quick || context.exhausted()) return false;
   // ln v along the line of given vapour fraction, nearly linear in ln t, until Newton's method takes over.
   constexpr double near = 0.7, hot = 0.07;
   double y_now = std::log(estimated_t(context, state.q, state.v)), last_y = 0, last_error = 0;
@@ -260,9 +260,7 @@ bool quality_from_line(const Context& context, Given given, State& state, double
   constexpr int points = 48, halvings = 12;
   Line line(context, given, state, x, y);
   Line::Point last;
-  const long long before = context.fluid.eos.work.statistics.pressures;
-  const auto exhausted = [&] { return context.fluid.eos.work.statistics.pressures - before > 2 * most_pressures; };
-  for (int k = 0; k <= points && !exhausted(); ++k) {
+  for (int k = 0; k <= points && !context.exhausted(); ++k) {
     Line::Point here = line.at(static_cast<double>(k) / points);
     if (line.refined(here, state)) return true;
     // Between two points on either side of q, or of the phase boundary, one comes closer by halves. The label of one
@@ -270,7 +268,7 @@ bool quality_from_line(const Context& context, Given given, State& state, double
     const bool edge = last.two_phases != here.two_phases;
     if (last.known && here.known && (edge || (last.q > state.q) != (here.q > state.q))) {
       Line::Point a = last, b = here;
-      for (int halving = 0; halving < halvings && !exhausted(); ++halving) {
+      for (int halving = 0; halving < halvings && !context.exhausted(); ++halving) {
         const Line::Point middle = line.at(0.5 * (a.share + b.share));
         if (!middle.known) break;
         if (line.refined(middle, state)) return true;

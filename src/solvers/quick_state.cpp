@@ -72,7 +72,7 @@ bool finite(const State& s) {
 }
 
 bool quick_state(const Context& context, Given given, State& state, double* x, double* y) {
-  if (!context.quick) return false;
+  if (!context.quick || context.exhausted()) return false;
   if (context.pure()) return quick_pure_state(context, given, state);
   const fluid::Limits& limits = context.limits();
   const auto [first, second] = flash::properties_of(given);
