@@ -3,275 +3,37 @@
 //
 // A state counts as returned if all its properties agree to 1e-8, P from a given v with what rounding of v makes of it;
 // or if another stable state was returned that has the two properties asked for.
-#include <algorithm>
-#include <array>
-#include <chrono>
-#include <cmath>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <map>
-#include <random>
-#include <string>
-#include <vector>
+#include "round_trips.hpp"
 
-#include "tessarel/routines.h"
-#include "tessarel/tessarel.h"
+#include <chrono>
+#include <map>
 
 namespace {
 
-constexpr double tolerance = 1e-8, gas_constant = 8.31441, avogadro_factor = 6.022045e-7;
-
-struct Selection {
-  std::vector<std::string> names;
-  std::vector<double> z;
-};
-
-const std::vector<Selection> selections = {
-    {{"methane"}, {1}},
-    {{"propane"}, {1}},
-    {{"n-decane"}, {1}},
-    {{"carbon dioxide"}, {1}},
-    {{"nitrogen"}, {1}},
-    {{"water"}, {1}},
-    {{"methanol"}, {1}},
-    {{"acetone"}, {1}},
-    {{"ammonia"}, {1}},
-    {{"hydrogen sulfide"}, {1}},
-    {{"benzene"}, {1}},
-    {{"ethylene"}, {1}},
-    {{"methane", "n-butane"}, {0.5, 0.5}},
-    {{"methane", "ethane", "propane", "n-butane", "nitrogen"}, {0.85, 0.07, 0.04, 0.02, 0.02}},
-    {{"carbon dioxide", "propane"}, {0.6, 0.4}},
-    {{"carbon dioxide", "methane", "ethane", "propane", "n-butane", "n-pentane", "n-heptane", "n-decane"},
-     {0.03, 0.71, 0.09, 0.05, 0.04, 0.02, 0.035, 0.025}},
-    {{"hydrogen sulfide", "carbon dioxide", "methane", "ethane", "n-hexane", "toluene"},
-     {0.15, 0.1, 0.5, 0.1, 0.1, 0.05}},
-    {{"nitrogen", "methane", "ethane"}, {0.3, 0.5, 0.2}},
-    {{"nitrogen", "oxygen", "argon"}, {0.7812, 0.2096, 0.0092}},
-    {{"carbon dioxide", "n-decane", "methane"}, {0.6, 0.25, 0.15}},
-    {{"propane", "propylene"}, {0.5, 0.5}},
-    {{"r32", "r125", "r134a"}, {0.38, 0.18, 0.44}},
-    {{"ethanol", "water"}, {0.3, 0.7}},
-    {{"methanol", "ethanol", "water"}, {0.3, 0.3, 0.4}},
-    {{"acetone", "chloroform", "methanol"}, {0.4, 0.3, 0.3}},
-    {{"acetonitrile", "acetone", "ethyl acetate", "toluene"}, {0.3, 0.2, 0.25, 0.25}},
-    {{"acetone", "n-hexane"}, {0.64, 0.36}},
-    {{"benzene", "cyclohexane"}, {0.54, 0.46}},
-    {{"water", "methane"}, {0.3, 0.7}},
-    {{"ammonia", "water"}, {0.5, 0.5}},
-    {{"methanol", "n-hexane"}, {0.5, 0.5}},
-    {{"methane", "ethane", "propane", "n-butane", "n-pentane", "n-hexane", "n-heptane", "n-octane", "n-nonane",
-      "n-decane"},
-     {0.1, 0.1, 0.1, 0.1, 0.1, 0.1, 0.1, 0.1, 0.1, 0.1}},
-};
-
-/// A state in molar SI units.
-struct State {
-  std::array<double, 7> value{};  ///< T, P, v, u, h, s, q
-  std::array<double, 20> x{}, y{};
-  std::string err;
-};
-constexpr char letters[] = "TPvuhsq";
-std::size_t index_of(char letter) {
-  return static_cast<std::size_t>(std::strchr(letters, letter) - letters);
-}
-
-struct Options {
-  int states = 300;
-  bool verbose = false;
-  std::string only;
-};
-
-class Fluid {
- public:
-  explicit Fluid(const Selection& selection) : z_(selection.z), n_(static_cast<std::int32_t>(z_.size())) {
-    std::string fields;
-    for (std::string name : selection.names) {
-      title_ += (title_.empty() ? "" : "/") + name;
-      name.resize(32, ' ');
-      fields += name;
-    }
-    std::string err(100, ' ');
-    tessarel_setfluid(&n_, fields.data(), z_.data(), err.data(), 32, err.size());
-    if (err.compare(0, 9, "No errors") != 0) {
-      std::fprintf(stderr, "%s: %s\n", title_.c_str(), err.c_str());
-      std::exit(2);
-    }
-    tessarel_fluidinfo(z_.data(), &mass_, &tc_, &pc_, &tmin_, &tmax_, nullptr, nullptr, nullptr, nullptr, nullptr);
-    if (n_ > 1) {
-      double rho = 0;
-      tessarel_criticalpoint(&tc_, &pc_, &rho, err.data(), err.size());
-      if (err.compare(0, 9, "No errors") != 0)
-        tessarel_fluidinfo(z_.data(), &mass_, &tc_, &pc_, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                           nullptr);
-    }
-  }
-
-  /// The property call on two values.
-  State call(const std::string& pair, double a, double b) const {
-    State s;
-    s.value.fill(1.0);
-    s.value[index_of(pair[0])] = a;
-    s.value[index_of(pair[1])] = b;
-    const std::int32_t order = 0;
-    double cv = 0, dpdt = 0, dpdv = 0, d2pdt2 = 0, d2pdv2 = 0, d2pdtdv = 0, dcvdt = 0;
-    std::array<double, 20> lnphi{};
-    std::array<char, 120> err{};
-    auto& [t, p, v, u, h, sm, q] = s.value;
-    tessarel_tmdprop(pair.data(), &order, &t, &p, &v, &u, &h, &sm, &q, &cv, &dpdt, &dpdv, &d2pdt2, &d2pdv2, &d2pdtdv,
-                     &dcvdt, s.x.data(), s.y.data(), lnphi.data(), err.data(), pair.size(), err.size());
-    s.err.assign(err.data(), err.size());
-    s.err.erase(s.err.find_last_not_of(' ') + 1);
-    t += 273.15;
-    p *= 1e5;
-    v *= mass_;
-    for (double* energy : {&u, &h, &sm}) *energy *= mass_ * 1000.0;
-    // What is handed in is known exactly.
-    if (s.err == "No errors") {
-      s.value[index_of(pair[0])] = a;
-      s.value[index_of(pair[1])] = b;
-    }
-    return s;
-  }
-
-  [[nodiscard]] bool pure() const { return n_ == 1; }
-  [[nodiscard]] const std::string& title() const { return title_; }
-
-  /// rho dP/drho of one phase [Pa].
-  [[nodiscard]] double stiffness(const State& s) const {
-    const double rho = avogadro_factor / s.value[2];
-    double slope = 0;
-    tessarel_calc_dp_drho(&n_, z_.data(), &s.value[0], &rho, &slope);
-    return std::abs(slope * rho);
-  }
-
-  /// A state of one of the kinds, by turns; false if there is none for these numbers.
-  bool sample(std::mt19937& random, int turn, State& state) const {
-    std::uniform_real_distribution<double> unit(0.0, 1.0);
-    const auto between = [&](double a, double b) { return a + (b - a) * unit(random); };
-    const auto log_between = [&](double a, double b) { return a * std::pow(b / a, unit(random)); };
-    const double cold = tmin_ + 0.01, hot = std::min(tmax_ - 0.01, 1.6 * tc_), lowest = pure() ? 2.0 : 1100.0;
-    double t = between(cold, hot), p = log_between(lowest, 4.9e7);
-    switch (turn % 5) {
-      case 0:  // anywhere
-        break;
-      case 1:
-      case 2: {  // two phases; of a mixture also retrograde
-        const double q = unit(random);
-        t = between(std::max(cold, 0.5 * tc_), std::min(hot, pure() ? tc_ * 0.9999 : 1.1 * tc_));
-        State at = call("Tq", t, q);
-        if (at.err != "No errors") return false;
-        if (pure()) {
-          state = at;
-          return at.value[1] >= 1.0;
-        }
-        p = at.value[1];
-        break;
-      }
-      case 3:  // near the critical point
-        t = tc_ * between(0.98, 1.02);
-        p = std::min(4.9e7, pc_ * between(0.9, 1.1));
-        break;
-      default:  // beside the phase boundary
-        t = between(cold, tc_);
-        if (const State at = call("Tq", t, unit(random) < 0.5 ? 0.0 : 1.0); at.err == "No errors")
-          p = at.value[1] * between(0.9, 1.1);
-    }
-    if (!(t >= cold && t <= hot && p >= lowest && p <= 4.9e7) || std::abs(t / tc_ - 1.0) < 1e-4) return false;
-    state = call("TP", t, p);
-    return state.err == "No errors";
-  }
-
-  static double scale(std::size_t property, double value) {
-    const double least = property == 5 ? gas_constant : property == 3 || property == 4 ? gas_constant * 300.0 : 0.0;
-    return std::max(std::abs(value), least);
-  }
-  static bool two_phases(const State& s) { return s.value[6] > 0 && s.value[6] < 1; }
-
-  /// The largest deviation in units of the tolerance. `v_given`: P is then known no better than v makes it.
-  double deviation(const State& found, const State& known, bool v_given) const {
-    double largest = 0;
-    const auto keep = [&](double d) { largest = d <= largest ? largest : std::isfinite(d) ? d : HUGE_VAL; };
-    for (std::size_t k = 0; k < 6; ++k) {
-      double allowed = tolerance * scale(k, known.value[k]);
-      if (k == 1 && v_given && !two_phases(known)) allowed += 1e-14 * stiffness(known);
-      keep(std::abs(found.value[k] - known.value[k]) / allowed);
-    }
-    if (!two_phases(known)) return largest;
-    keep(std::abs(found.value[6] - known.value[6]) / tolerance);
-    if (pure()) return largest;
-    for (std::size_t i = 0; i < static_cast<std::size_t>(n_); ++i) {
-      keep(std::abs(found.x[i] - known.x[i]) / tolerance);
-      keep(std::abs(found.y[i] - known.y[i]) / tolerance);
-    }
-    return largest;
-  }
-
-  /// Whether what was found is a stable state with the two properties.
-  bool is_another(const State& found, const std::string& pair, double a, double b) const {
-    const State again = pure() && two_phases(found) ? call("Tq", found.value[0], found.value[6])
-                                                    : call("TP", found.value[0], found.value[1]);
-    if (again.err != "No errors") return false;
-    const auto same = [&](char letter, double wanted) {
-      const std::size_t k = index_of(letter);
-      // T and P go in as they came out; the rest has their rounding.
-      return std::abs(again.value[k] - wanted) <= tolerance * (k == 6 ? 1.0 : scale(k, wanted));
-    };
-    return same(pair[0], a) && same(pair[1], b);
-  }
-
- private:
-  std::vector<double> z_;
-  std::int32_t n_;
-  std::string title_;
-  double mass_ = 0, tc_ = 0, pc_ = 0, tmin_ = 0, tmax_ = 0;
-};
+constexpr double tolerance = 1e-8;
 
 struct Counts {
   long returned = 0, another = 0, missed = 0;
   double time = 0, slowest = 0;
 };
-constexpr const char* pairs[] = {"Tv", "vP", "Ts", "vu", "vh", "vs", "Pu", "Ph", "Ps", "hs", "Pq", "Tq", "vq"};
-constexpr std::size_t pair_count = std::size(pairs);
-
-Options read_options(int argc, char** argv) {
-  Options options;
-  for (int k = 1; k < argc; ++k) {
-    const std::string word = argv[k];
-    if (word == "--verbose")
-      options.verbose = true;
-    else if (word == "--states" && k + 1 < argc)
-      options.states = std::atoi(argv[++k]);
-    else if (word == "--only" && k + 1 < argc)
-      options.only = argv[++k];
-  }
-  return options;
-}
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  const Options options = read_options(argc, argv);
+  using namespace round_trips;
+  const Options options(argc, argv);
   std::array<std::array<Counts, pair_count>, 2> counts{};
   std::map<std::string, long> causes;
   std::array<long, 2> trips{}, misses{};
   for (const Selection& selection : selections) {
     const Fluid fluid(selection);
     if (!options.only.empty() && fluid.title() != options.only) continue;
-    std::mt19937 random(20240607);
     long missed = 0, two = 0;
-    int made = 0;
-    for (int turn = 0; made < options.states && turn < 20 * options.states; ++turn) {
-      State known;
-      if (!fluid.sample(random, turn, known)) continue;
-      ++made;
+    const int made = for_each_state(fluid, options.states, [&](const State& known) {
       two += Fluid::two_phases(known) ? 1 : 0;
       for (std::size_t k = 0; k < pair_count; ++k) {
         const std::string pair = pairs[k];
-        const bool by_q = pair[1] == 'q';
-        if (by_q && !Fluid::two_phases(known)) continue;
-        // P and T of a pure fluid with two phases tell nothing of its amounts, but with q they do.
+        if (!describes(pair, known)) continue;
         const double a = known.value[index_of(pair[0])], b = known.value[index_of(pair[1])];
         const auto start = std::chrono::steady_clock::now();
         const State found = fluid.call(pair, a, b);
@@ -282,11 +44,11 @@ int main(int argc, char** argv) {
         ++trips[fluid.pure() ? 0 : 1];
         const bool v_given = pair.find('v') != std::string::npos;
         const bool good = found.err == "No errors";
-        if (good && fluid.deviation(found, known, v_given) <= 1.0) {
+        if (good && fluid.deviation(found, known, v_given, tolerance) <= 1.0) {
           ++c.returned;
           continue;
         }
-        if (good && fluid.is_another(found, pair, a, b)) {
+        if (good && fluid.is_another(found, pair, a, b, tolerance)) {
           ++c.another;
           continue;
         }
@@ -299,7 +61,7 @@ int main(int argc, char** argv) {
                       fluid.title().c_str(), pair.c_str(), known.value[0], known.value[1], known.value[6],
                       found.err.c_str(), found.value[0], found.value[1], found.value[6]);
       }
-    }
+    });
     std::printf("%s: %d states, %ld of two phases, %ld misses\n", fluid.title().c_str(), made, two, missed);
     std::fflush(stdout);
   }

@@ -78,6 +78,17 @@ struct Specification {
   [[nodiscard]] double residual(const Properties& whole, double t, double p) const {
     return response(searched(), whole, t, p, {}).value - target();
   }
+  /// How far the properties are from their targets, relative; energies to their own size and that of R t.
+  [[nodiscard]] double distance(const Properties& whole, double t, double p, const Following& f) const {
+    const auto of = [&](Property property, double target) {
+      const bool energy = property == Property::h || property == Property::u;
+      const double least = property == Property::s ? 1.0 : energy ? t : 0.0;
+      const double value = response(property, whole, t, p, f).value;
+      return std::abs(target - value) / (property == Property::q ? 1.0 : std::abs(target) + least);
+    };
+    const Pair pair = properties_of(given);
+    return std::max(of(pair.first, first), of(pair.second, second));
+  }
   /// The steps of t and p that bring both properties to their targets to first order. False for a singular system.
   bool step(const Properties& whole, double t, double p, const Following& following, double& dt, double& dp) const {
     dt = dp = 0;

@@ -219,10 +219,20 @@ bool minimise_from_trial(const Conditions& c, const double* z, const double* d, 
     start.change = change_of_gibbs(c.n, z, d, start);
     if (start.change < 0) {
       split = start;
-      return minimise(c, z, d, split) && acceptable(c, z, split);
+      if (minimise(c, z, d, split) && acceptable(c, z, split)) return true;
+      break;
     }
   }
-  return false;
+  // A distance that is lost in the rounding of the Gibbs energy shows in the fugacities: the amount by the balance with
+  // the K of the feed beside the trial phase.
+  std::copy_n(z, n, start.liquid.x.begin());
+  evaluate(c, start.liquid);
+  evaluate(c, start.vapour);
+  for (std::size_t i = 0; i < n; ++i)
+    start.lnk[i] = z[i] > 0 ? start.liquid.lnphi[i] - start.vapour.lnphi[i] : 0.0;
+  split = start;
+  return balance(c.n, z, split) && split.beta > 0 && split.beta < 1 && minimise(c, z, d, split) &&
+         acceptable(c, z, split);
 }
 
 bool in_equilibrium(int n, const double* z, const Split& split) {

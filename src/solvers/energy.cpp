@@ -101,9 +101,14 @@ Message at_v(const Context& context, const Energy& energy, State& state, double*
   const Message range = check_range_at_v(context, energy, state, lower, upper, x, y);
   if (range == energy.below_p || range == energy.above_v) return range;
   if (quick_state(context, energy.with_v, state, x, y)) return no_errors;
-  if (!ok(range)) return range;
   state.q = 1.0;
-  return find_state(context, {tv, kT, energy.index, upper, lower}, state, x, y);
+  const Message message =
+      ok(range) ? find_state(context, {tv, kT, energy.index, upper, lower}, state, x, y, Behind::nothing) : range;
+  if (ok(message)) return message;
+  // A cold liquid lies below the bracket, or the ends of it are not to be had: the whole range.
+  const fluid::Limits& limits = context.limits();
+  return scan_for_state(context, {tv, kT, energy.index, limits.thighest, limits.tlowest}, state, x, y) ? no_errors
+                                                                                                       : message;
 }
 
 /// The saturated state with vapour fraction q at the P of `state`.

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "flash/pt_flash.hpp"
-#include "solvers/search.hpp"
 #include "solvers/two_phase.hpp"
 
 namespace tessarel::solvers {
@@ -32,11 +31,9 @@ Message brent_extreme(const Context& context, std::int32_t mode, std::int32_t si
   double lower = std::fmin(0.9999 * a, 1.0001 * b), upper = std::fmax(0.9999 * a, 1.0001 * b);
   double x = 0.5 * (a + b), second = x, third = x, older = 0, step = 0;
   double fx = function(x), f_second = fx, f_third = fx, fu = 0;
-  const auto& statistics = context.fluid.eos.work.statistics;
-  const long long pressures_before = statistics.pressures;
   for (int pass = 0; pass < passes; ++pass) {
     // Each volume is a search of its own: their number is bounded by the work that they take.
-    if (of_volume && statistics.pressures - pressures_before > most_pressures) break;
+    if (context.exhausted()) break;
     if (of_volume && !ok(failure)) {
       xbest = x;
       best = fx;

@@ -33,4 +33,10 @@ bool within_limits(const fluid::Limits& limits, double t, double p);
 /// The entry of a state.
 double& entry(State& state, Property property);
 
+/// What the routes share: a property in the units of the general flash; two phases at t, p of `state`, as q, overall
+/// values, x and y; whether all entries are numbers.
+double reduced(Property property, double value);
+void take_split(const Context& context, const flash::Split& split, State& state, double* x, double* y);
+bool finite(const State& state);
+
 }  // namespace tessarel::solvers

@@ -21,7 +21,8 @@ State state_of(const Vars& v) {
 /// The forward calculation with a bound on its work.
 class Forward {
  public:
-  Forward(const Context& context, TwoPhaseSolver& solver) : context_(context), solver_(solver) {}
+  Forward(const Context& context, TwoPhaseSolver& solver, long long most = most_pressures)
+      : context_(context), solver_(solver), most_(most) {}
 
   Message operator()(double& t, double& p, double& v, double& u, double& h, double& s, double& q, double* x,
                      double* y) {
@@ -32,13 +33,13 @@ class Forward {
     return message;
   }
   [[nodiscard]] bool exhausted() const {
-    return context_.fluid.eos.work.statistics.pressures - before_ > most_pressures;
+    return context_.exhausted() || context_.fluid.eos.work.statistics.pressures - before_ > most_;
   }
 
  private:
   const Context& context_;
   TwoPhaseSolver& solver_;
-  const long long before_ = context_.fluid.eos.work.statistics.pressures;
+  const long long most_, before_ = context_.fluid.eos.work.statistics.pressures;
 };
 
 /// Scale in which a property is known: energies may be near zero by chance.
@@ -181,7 +182,7 @@ Message find_state_retrying(const Context& context, Bracket bracket, int retries
   ++context.fluid.eos.work.statistics.searched_states;
   const Bracket whole = bracket;
   double &upper = bracket.a > bracket.b ? bracket.a : bracket.b, &lower = bracket.a > bracket.b ? bracket.b : bracket.a;
-  Forward forward(context, *bracket.forward);
+  Forward forward(context, *bracket.forward, most_pressures_of_retries);
   Message message = no_errors;
   for (int attempt = 0; attempt <= retries; ++attempt) {
     message = search(bracket, forward, state, x, y);

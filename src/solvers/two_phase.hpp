@@ -45,12 +45,17 @@ class Boundary {
   virtual bool trace() = 0;
 };
 
-/// What a solver works on. `fluid.limits` is the object that `boundary.limits()` returns.
+/// Bound on the work of one call of a solver, in pressures evaluated: no search goes on beyond it.
+inline constexpr long long most_pressures_of_a_call = 300000;
+
+/// What a solver works on, for one call. `fluid.limits` is the object that `boundary.limits()` returns.
 struct Context {
   eos::Fluid fluid;
   Boundary& boundary;
   bool quick = true;  ///< false leaves the quick routes out, so that the searches behind them can be compared
+  long long last_pressure = fluid.eos.work.statistics.pressures + most_pressures_of_a_call;
 
+  [[nodiscard]] bool exhausted() const { return fluid.eos.work.statistics.pressures > last_pressure; }
   [[nodiscard]] int n() const { return fluid.n; }
   [[nodiscard]] bool pure() const { return fluid.pure(); }
   [[nodiscard]] const fluid::Limits& limits() const { return fluid.limits; }

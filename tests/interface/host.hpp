@@ -94,6 +94,9 @@ inline Call to_inputs(const Call& result, double mass) {
   inputs.u = result.u * mass * 1000;
   inputs.h = result.h * mass * 1000;
   inputs.s = result.s * mass * 1000;
+  inputs.q = result.q;
+  inputs.x = result.x;
+  inputs.y = result.y;
   return inputs;
 }
 
