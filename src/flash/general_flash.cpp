@@ -272,14 +272,14 @@ bool refine_split(Given given, double first, double second, const eos::Fluid& fl
   return GeneralFlash(given, first, second, fluid, range, state).run_from(start, t, p);
 }
 
-Message calc_ab_flash(const eos::Fluid& fluid, int mode, double a, double b, AbResult& result) {
+Message calc_ab_flash(const eos::Fluid& fluid, int mode, double a, double b, AbResult& result, const Range& range) {
   constexpr double r = gas_constant;
   const double first[] = {b, b / r, b / r, a, b / r};
   const double second[] = {a / pascal_per_bar, a / pascal_per_bar, a / pascal_per_bar, b / r * pascal_per_bar,
                            a / r * pascal_per_bar};
   const auto k = at(mode - 1);
   GeneralState state;
-  const int code = genflash(static_cast<Given>(mode), first[k], second[k], fluid, state);
+  const int code = genflash(static_cast<Given>(mode), first[k], second[k], fluid, state, range);
   result.t = state.t;
   result.p = state.p * pascal_per_bar;
   result.u = state.u * r;

@@ -9,6 +9,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 
 #include "flash/pt_flash.hpp"
 #include "flash/specification.hpp"
@@ -21,6 +22,7 @@ struct Range {
   bool strict = true;  ///< an ideal-solution estimate above the highest pressure ends the call
   /// Bound on the cost of a call in evaluations of a phase. The searches in brackets took up to 3,750 in sweeps.
   long long most_fugacities = 5000;
+  long long last_pressure = std::numeric_limits<long long>::max();  ///< as eos::Statistics counts them
 };
 
 /// Codes of genflash: the search left its range of 100 to 1000 K and up to 2000 bar; more than 20 passes.
@@ -54,7 +56,7 @@ struct AbResult {
   double t = 0, p = 0, v = 0, u = 0, h = 0, s = 0, q = 0;
   Vector x{}, y{};
 };
-Message calc_ab_flash(const eos::Fluid& fluid, int mode, double a, double b, AbResult& result);
+Message calc_ab_flash(const eos::Fluid& fluid, int mode, double a, double b, AbResult& result, const Range& range = {});
 
 /// The ideal-solution estimate with Wilson's K: t and p that meet the specification, and the split there. The liquid
 /// differs from the ideal gas by what the temperature dependence of K implies.

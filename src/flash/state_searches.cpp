@@ -7,7 +7,9 @@ namespace tessarel::flash {
 
 /// Overall properties at t and p from the inner flash, with their derivatives along the equilibrium.
 Properties GeneralFlash::whole_at_state() {
-  exhausted_ = exhausted_ || eos().work.statistics.fugacities - fugacities_before_ > range_.most_fugacities;
+  const auto& statistics = eos().work.statistics;
+  exhausted_ = exhausted_ || statistics.fugacities - fugacities_before_ > range_.most_fugacities ||
+               statistics.pressures > range_.last_pressure;
   flash_ = flmain(fluid_, state_.t, state_.p * pascal_per_bar, false, nullptr, nullptr);
   state_.two_phases = flash_.two_phases();
   state_.split = flash_.split;

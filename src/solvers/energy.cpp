@@ -251,7 +251,9 @@ Message flashed(const Context& context, int mode, Given given, State& state, dou
   const auto [first, second] = flash::properties_of(given);
   const double a = entry(state, first), b = entry(state, second);
   flash::AbResult r;
-  const Message message = flash::calc_ab_flash(context.fluid, mode, b, a, r);
+  flash::Range range;
+  range.last_pressure = context.last_pressure;
+  const Message message = flash::calc_ab_flash(context.fluid, mode, b, a, r, range);
   if (!ok(message)) return message;
   state = {r.t, r.p, r.v, r.u, r.h, r.s, r.q};
   entry(state, first) = a;

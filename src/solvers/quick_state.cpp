@@ -80,7 +80,8 @@ bool quick_state(const Context& context, Given given, State& state, double* x, d
   if (second == Property::p && !within_limits(limits, limits.tlowest, b)) return false;
   if (first == Property::t && !within_limits(limits, a, limits.plowest)) return false;
   const flash::Range range{
-      limits.tlowest, limits.thighest, limits.plowest / pascal_per_bar, limits.phighest / pascal_per_bar, false, 12000};
+      limits.tlowest, limits.thighest,      limits.plowest / pascal_per_bar, limits.phighest / pascal_per_bar, false,
+      12000,          context.last_pressure};
   flash::GeneralState found;
   if (flash::genflash(given, reduced(first, a), reduced(second, b), context.fluid, found, range) != 0) return false;
   State result{found.t, found.p * pascal_per_bar, 0, 0, 0, 0, 0};

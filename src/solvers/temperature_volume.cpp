@@ -54,7 +54,9 @@ Message pure_tv(const Context& context, State& state) {
 /// The general flash where its own range ends, which is wider than the limits of the fluid.
 Message flashed_tv(const Context& context, State& state, double* x, double* y) {
   flash::AbResult r;
-  if (const Message m = flash::calc_ab_flash(context.fluid, 4, state.t, state.v, r); !ok(m)) return m;
+  flash::Range range;
+  range.last_pressure = context.last_pressure;
+  if (const Message m = flash::calc_ab_flash(context.fluid, 4, state.t, state.v, r, range); !ok(m)) return m;
   const double v = state.v;
   if (r.q >= 1.0 || r.q <= 0.0) {
     take_one_phase(context, state, r.q >= 1.0 ? 1.0 : 0.0);

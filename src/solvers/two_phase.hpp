@@ -46,7 +46,7 @@ class Boundary {
 };
 
 /// Bound on the work of one call of a solver, in pressures evaluated: no search goes on beyond it.
-inline constexpr long long most_pressures_of_a_call = 300000;
+inline constexpr long long most_pressures_of_a_call = 200000;
 
 /// What a solver works on, for one call. `fluid.limits` is the object that `boundary.limits()` returns.
 struct Context {
