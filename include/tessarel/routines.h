@@ -573,7 +573,7 @@ TESSAREL_API void tessarel_vq(double* t, double* p, double* v, double* u, double
 TESSAREL_API void tessarel_pm(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
                               double* y, char* err, size_t err_len);
 /* Given t and the branch. u, h, s stay as they were where the pressure is negative. Texts as pm, with "Function Tm: T >
- * Tcr or T > Tcricondentherm while saturation state requested" and three dots at the end of the last. */
+ * Tcr or T > Tcricondentherm while saturation state requested" and "Function Tm: ..." in the others. */
 TESSAREL_API void tessarel_tm(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double* x,
                               double* y, char* err, size_t err_len);
 /* The extreme of a function of X between a and b by Brent's minimiser; xbest receives its place. mode 0: the vapour

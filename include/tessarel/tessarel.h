@@ -193,11 +193,14 @@ TESSAREL_API void tessarel_tmdprop_allphase(const char* spec, const int32_t* ord
  * with two phases the properties of both. Mind the order of the arguments, with u behind s.
  *
  *   spec   in   the input pair, and "Lph" or "?ph"; other suffixes have no effect. "Pm" and "Tm" are no input pairs
- * here t, p, v, h, s, u, q  in, out  as tessarel_tmdprop x, y   out  as tessarel_tmdprop_allphase v_l, h_l, s_l, u_l
- * and v_v, h_v, s_v, u_v  in, out  of the liquid and of the vapour, with the units of v, h, s, u. "TP" of two phases
- * writes them; of one phase it repeats those of the session's last two phases, 0 before the first. Other pairs leave
- * the host's values. In any case they are scaled by the molar masses of x, y. err    out  as tessarel_tmdprop, with
- * double quotes around a code
+ *               here
+ *   t, p, v, h, s, u, q  in, out  as tessarel_tmdprop
+ *   x, y   out  as tessarel_tmdprop_allphase
+ *   v_l, h_l, s_l, u_l and v_v, h_v, s_v, u_v  in, out  of the liquid and of the vapour, with the units of v, h, s, u.
+ *               "TP" of two phases writes them; of one phase it repeats those of the session's last two phases, 0
+ *               before the first. Other pairs leave the host's values. In any case they are scaled by the molar masses
+ *               of x, y
+ *   err    out  as tessarel_tmdprop, with double quotes around a code
  */
 TESSAREL_API void tessarel_tmdpropsat(const char* spec, double* t, double* p, double* v, double* h, double* s,
                                       double* u, double* q, double* x, double* y, double* v_l, double* v_v, double* h_l,

@@ -54,12 +54,16 @@ void removewrinkles(int n, Table& table) {
     }
   }
   if (liquid_cut < vap) {
+    table.say("****** Remove wrinkle from liquid line...");
     move_down(table, vap, liquid_cut);
     table.npnt = liquid_cut + table.npnt - vap;
     table.vap_idx = liquid_cut;
   }
-  // The number is that from before the move, as documented.
-  if (vapour_cut <= last) table.npnt = std::min(vapour_cut - 1, table.npnt);
+  // The number is that from before the move, but for points that are no longer there.
+  if (vapour_cut <= last) {
+    table.say("****** Remove wrinkle from vapour line...");
+    table.npnt = std::min(vapour_cut - 1, table.npnt);
+  }
 }
 
 void cut_overlap(int n, Table& table) {
@@ -91,8 +95,14 @@ void cut_overlap(int n, Table& table) {
     }
   }
   if (k <= v || k > last) return;
+  table.say("****** Remove overlapping part...%6d%6d", v, k);
   move_down(table, k, v);
   table.npnt = last + v - k;
+}
+
+void leave_gap(Table& table) {
+  table.gap = true;
+  table.say("****** Gap between bubble and dew line...");
 }
 
 void removeoverlap(int n, Table& table) {
@@ -110,10 +120,48 @@ void removeoverlap(int n, Table& table) {
       up = true;
     }
   }
-  table.gap = true;
+  leave_gap(table);
 }
 
 }  // namespace
+
+void removeoverlap2(int n, Table& table) {
+  const int v = table.vap_idx;
+  if (v < 3 || v + 1 > table.npnt) return;
+  const auto size = at(n + 2);
+  /// Whether variable i of the seam lies between those of two points.
+  const auto between = [&](std::size_t i, int a, int b) {
+    const double seam = table.point(v)[i];
+    return (table.point(a)[i] - seam) * (table.point(b)[i] - seam) <= 0;
+  };
+  bool all = true;
+  for (std::size_t i = 0; i < size; ++i) all = all && between(i, v - 1, v + 1);
+  if (all) {
+    table.say("vap_idx between vap_idx-1 and vap_idx+1 --> No overlap!");
+    leave_gap(table);
+    return;
+  }
+  table.say("vap_idx NOT between vap_idx-1 and vap_idx+1 --> further checking...");
+  for (int j = 2; j < v; ++j)
+    for (std::size_t i = 0; i < size; ++i)
+      if (between(i, j - 1, j)) {
+        table.say("vap_idx between other values then vap_idx-1 and vap_idx+1 --> overlap");
+        cut_overlap(n, table);
+        return;
+      }
+  table.say("vap_idx NOT between other values then vap_idx-1 and vap_idx+1 --> further checking...");
+  for (std::size_t i = 0; i < size; ++i) {
+    double most = table.point(1)[i];
+    for (int j = 2; j < v; ++j) most = std::max(most, table.point(j)[i]);
+    if (table.point(v)[i] > most && table.point(v - 2)[i] > table.point(v - 1)[i]) {
+      table.say("vap_idx is a max point and vap_idx-2 > vap_idx-1 --> overlap");
+      cut_overlap(n, table);
+      return;
+    }
+  }
+  table.say("vap_idx is a max point but vap_idx-2 < vap_idx-1 --> NO overlap");
+  leave_gap(table);
+}
 
 void drop_first_run(Table& table) {
   const int count = table.npnt - table.vap_idx + 1;
@@ -205,12 +253,17 @@ int insertcritpnt(int n, double tc, double pc, Table& table) {
     if (count < changes.size()) changes[count++] = j;
     if (in_range(j)) place = j;
   }
+  const char* how = " CP inserted in expected way...";
   // Elsewhere by T and P, where the largest ln K changes its sign: others can do so beside it.
   for (int j = 1; j < table.npnt && place == 0; ++j) {
     const std::size_t k = Table::largest(n, table.point(j));
     const double product = table.point(j)[k] * table.point(j + 1)[k];
-    if (in_range(j) && (j == table.vap_idx - 1 ? product >= 0 : product <= 0)) place = j;
+    if (in_range(j) && (j == table.vap_idx - 1 ? product >= 0 : product <= 0)) {
+      place = j;
+      how = " CP inserted just fitting between pressure and temperature...";
+    }
   }
+  if (place == 0) how = " CP inserted just fitting between ln K values...";
   // A critical point on a part of the line that is gone belongs nowhere.
   const auto far = [&](int j) {
     constexpr double reach = 0.1;
@@ -234,7 +287,11 @@ int insertcritpnt(int n, double tc, double pc, Table& table) {
       }
     }
   }
-  if (place == 0) return no_critical_point;
+  if (place == 0) {
+    table.say(" CP cannot be inserted...");
+    return no_critical_point;
+  }
+  table.say(how);
   for (int j = table.npnt; j > place; --j) table.copy_point(j, j + 1);
   for (int e = 0; e < table.extrema_count; ++e)
     if (Table::Extremum& extremum = table.extrema[at(e)]; extremum.after > place) {

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cmath>
+#include <cstdio>
 #include <utility>
 
 #include "fluid/parameters.hpp"
@@ -22,6 +23,7 @@ struct Table {
   int vap_idx = 0;                       ///< first point of the dew side, 0 while there is none
   int idx_cp = 0;                        ///< the critical point, 0 if none
   bool gap = false;                      ///< the two runs did not meet
+  int debug = 0;                         ///< above 0 the steps of a trace print
 
   /// A turning point of T or P between two points of the table.
   struct Extremum {
@@ -51,6 +53,16 @@ struct Table {
     for (std::size_t i = 1; i < fluid::at(n); ++i)
       if (std::abs(x[i]) > std::abs(x[k])) k = i;
     return k;
+  }
+
+  template <class... Values>
+  void say(const char* format, Values... values) const {
+    if (debug <= 0) return;
+    if constexpr (sizeof...(values) > 0)
+      std::printf(format, values...);
+    else
+      std::fputs(format, stdout);
+    std::fputc('\n', stdout);
   }
 
   void copy_point(int from, int to) {

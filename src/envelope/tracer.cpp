@@ -164,6 +164,7 @@ Tracer::Corrected Tracer::newtonsolver(Saturation& system, bool first, Point& x,
     if (done && !trivial) return result;
     if (first) {
       if (!evaluated || error > 10 || trivial) {
+        table_.say("Error: bad starting point....");
         result.ierr = bad_start;
         return result;
       }
@@ -174,8 +175,10 @@ Tracer::Corrected Tracer::newtonsolver(Saturation& system, bool first, Point& x,
       previous = error;
       continue;
     }
+    table_.say("Backtracking....");
     ds_ *= 0.6;
     if (limit > std::abs(ds_) || std::abs(ds_) < 1e-10) {
+      table_.say("Step too small, we are stuck....");
       result.ierr = step_too_small;
       return result;
     }
@@ -261,6 +264,8 @@ void Tracer::add_extremum(std::size_t variable, double s, bool minimum) {
       !near(variable, 0.05) || !near(other, 0.3))
     x = interpolated;
   table_.extrema[at(table_.extrema_count++)] = {last - 1, x, variable == n_, minimum};
+  table_.say("  %s.%s %12.5f%12.5f", minimum ? "Min" : "Max", variable == n_ ? "T" : "P", std::exp(x[n_]),
+             std::exp(x[n_ + 1]));
 }
 
 /// The critical point on the last step, of length h, on which ln K of component k changes its sign: refined to the
@@ -288,6 +293,7 @@ void Tracer::find_critical_between(double h, std::size_t k) {
   if (critical_[at(beta_)].t == 0)
     critical_[at(beta_)] = {t_line, p_line, 0.5 * (system_->liquid().rho + system_->vapour().rho)};
   tc_ = critical_[at(beta_)].t;
+  table_.say("**Crit**%12.5f%12.5f", tc_, critical_[at(beta_)].p / pascal_per_bar);
 }
 
 void Tracer::cp_and_extrema(const Point& x, const Point& dx) {
@@ -317,12 +323,14 @@ void Tracer::critpntstrategy(Point& x) {
       ds_ = target - old;
       extrapolate(ds_, x);
     } else if (r > 3) {
+      table_.say("Too close to critical point: step size adjustment...");
       ds_ = old / 3.0 - old;
       extrapolate(ds_, x);
     }
   } else if (spec_ == n_) {
     const double t = std::exp(next), u = t / tc_;
     if (u > 0.999 && u < 1.001) {
+      table_.say("Temperature too close to critical point: step size adjustment...");
       ds_ = std::log(t * (tc_ > t ? 0.999 : 1.001)) - old;
       extrapolate(ds_, x);
     }
@@ -362,6 +370,8 @@ int Tracer::run(int beta, double start_pressure) {
     table_.turned[at(table_.npnt - 1)] = at_point_.turned();
     if (at_point_.turned()) crossed_ = true;
     t = std::exp(x[n_]);
+    table_.say("%5d%4d%4d%14.6f%12.5f%3d", table_.npnt, corrected.iterations, static_cast<int>(spec_) + 1,
+               std::exp(x[n_ + 1]), t - 273.15, beta);
     spec_ = selectspecvar(dx);
     const double dsmax = 1.0 + 0.15 * scale_of(x);
     if (!first) ds_ = calcstepsize(corrected.iterations, dsmax);
@@ -495,7 +505,8 @@ int Tracer::trace() {
 
 }  // namespace
 
-int calc_phaseenv(const Fluid& fluid, Table& table) {
+int calc_phaseenv(const Fluid& fluid, Table& table, int debug) {
+  table.debug = debug;
   const Arena::Frame frame(fluid.eos.arena());
   return Tracer(fluid, table).trace();
 }

@@ -14,8 +14,8 @@ inline constexpr int step_too_small = 450, bad_start = 451, table_full = 452, no
                      pressure_too_high = 472;
 
 /// Traces the envelope of `fluid` into `table`. Returns 0, bad_start, or no_critical_point with the line itself in
-/// place.
-int calc_phaseenv(const eos::Fluid& fluid, Table& table);
+/// place. With `debug` above 0 the steps go to the standard output.
+int calc_phaseenv(const eos::Fluid& fluid, Table& table, int debug = 0);
 
 /// First estimate: ln K by Wilson, and the temperature (spec n + 1, `value` in bar known: n + 2) at which the ideal
 /// solution is at its bubble (beta 0) or dew point (beta 1). spec counts from 1.
@@ -43,6 +43,8 @@ void drop_first_run(Table& table);
 /// Turns the dew run round, so that its low end is the last point.
 void turn_second_run(Table& table);
 void postprocphaseenv(int n, int beta, Table& table, int& ierr);
+/// Joins two runs by all variables instead of the pressure alone; the clean-up takes the other form.
+void removeoverlap2(int n, Table& table);
 /// Extrema of T and P: of the points and of the turning points that are left, and the ends of the line.
 void resetextrema(int n, Table& table);
 /// Inserts the critical point `tc` [K], `pc` [bar]; no_critical_point where it fits nowhere.

@@ -228,8 +228,7 @@ bool minimise_from_trial(const Conditions& c, const double* z, const double* d, 
   std::copy_n(z, n, start.liquid.x.begin());
   evaluate(c, start.liquid);
   evaluate(c, start.vapour);
-  for (std::size_t i = 0; i < n; ++i)
-    start.lnk[i] = z[i] > 0 ? start.liquid.lnphi[i] - start.vapour.lnphi[i] : 0.0;
+  for (std::size_t i = 0; i < n; ++i) start.lnk[i] = z[i] > 0 ? start.liquid.lnphi[i] - start.vapour.lnphi[i] : 0.0;
   split = start;
   return balance(c.n, z, split) && split.beta > 0 && split.beta < 1 && minimise(c, z, d, split) &&
          acceptable(c, z, split);

@@ -74,7 +74,9 @@ bool dispatch(Session& session, const Dialect& dialect, const InputSpec& spec, S
 
 const double* composition_of(int phase, int n, const double* z, const double* x, const double* y) {
   const double* of_phase = phase == vapour_phase ? y : phase == liquid_phase ? x : z;
-  return std::all_of(of_phase, of_phase + n, [](double v) { return v == 0; }) ? z : of_phase;
+  // What no solver has written is the host's, which need not be a composition.
+  const bool usable = std::all_of(of_phase, of_phase + n, [](double v) { return std::isfinite(v) && v >= 0; });
+  return !usable || std::all_of(of_phase, of_phase + n, [](double v) { return v == 0; }) ? z : of_phase;
 }
 
 }  // namespace tessarel::interface

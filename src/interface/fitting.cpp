@@ -68,6 +68,7 @@ void fit_pure(std::initializer_list<const double*> extra, double least, const do
   report(session, {m, sigma, epsil, t, p, rho, missing ? nullptr : m}, err, [&]() -> Message {
     const bool valid =
         std::all_of(extra.begin(), extra.end(), [&](const double* e) { return *e >= least && std::isfinite(*e); });
+    if (session.n() != 1) return "TESSAREL error: this entry is for a pure fluid...";
     if (!valid_segments(*m, *sigma, *epsil) || !valid) return bad_parameter;
     if (!positive(*t)) return bad_state;
     set_segments(session.model.parameters, 0, *m, *sigma, *epsil);

@@ -1,5 +1,8 @@
 // Exports of the solvers: working range, Brent's method on the host's forward calculations, states of one phase.
+#include <cmath>
+
 #include "interface/routines_support.hpp"
+#include "interface/state_dispatch.hpp"
 #include "solvers/brent.hpp"
 #include "solvers/psat_tsat.hpp"
 #include "solvers/single_phase.hpp"
@@ -36,6 +39,18 @@ class HostForward {
   tessarel_forward_1ph func_1ph_;
   FixedText<300> err_;
 };
+
+/// A state solver of one phase behind the checks of the property call.
+void single_phase(solvers::Solver& solver, std::string_view pair, double* t, double* p, double* v, double* u, double* h,
+                  double* s, TextField err) {
+  Session& session = current_session();
+  report(session, {t, p, v, u, h, s}, err, [&]() -> Message {
+    const solvers::State given{*t, *p, *v, *u, *h, *s, 0};
+    if (const Message refused = check_pair(session, *find_state_row(pair), true, given); !ok(refused)) return refused;
+    const Message message = solver(session.fluid(), *t, *p, *v, *u, *h, *s);
+    return !ok(message) || std::isfinite(*t + *p + *v + *u + *h + *s) ? message : no_state;
+  });
+}
 
 /// Checks the arguments of a root search over a state vector of `places` entries and runs `body(forward, err)`.
 template <class Body>
@@ -88,27 +103,25 @@ double tessarel_delta_1ph(tessarel_forward_1ph func, double* vars, const int32_t
                 [&](auto& f, Message& m) { return solvers::delta_1ph(f, vars, ptr, m); });
 }
 
-#define SOLVER(name)                                                                                                  \
+#define SOLVER(name, pair)                                                                                            \
   void tessarel_##name(double* t, double* p, double* v, double* u, double* h, double* s, char* err, size_t err_len) { \
-    Session& session = current_session();                                                                             \
-    report(session, {t, p, v, u, h, s}, {err, err_len},                                                               \
-           [&] { return solvers::name(session.fluid(), *t, *p, *v, *u, *h, *s); });                                   \
+    single_phase(solvers::name, pair, t, p, v, u, h, s, {err, err_len});                                              \
   }
-SOLVER(tp_lph)
-SOLVER(tp_vph)
-SOLVER(tv_1ph)
-SOLVER(pv_1ph)
-SOLVER(ts_1ph)
-SOLVER(vu_1ph)
-SOLVER(vh_1ph)
-SOLVER(vs_1ph)
-SOLVER(pu_lph)
-SOLVER(pu_vph)
-SOLVER(ph_lph)
-SOLVER(ph_vph)
-SOLVER(ps_lph)
-SOLVER(ps_vph)
-SOLVER(hs_lph)
-SOLVER(hs_vph)
+SOLVER(tp_lph, "TP")
+SOLVER(tp_vph, "TP")
+SOLVER(tv_1ph, "Tv")
+SOLVER(pv_1ph, "vP")
+SOLVER(ts_1ph, "Ts")
+SOLVER(vu_1ph, "vu")
+SOLVER(vh_1ph, "vh")
+SOLVER(vs_1ph, "vs")
+SOLVER(pu_lph, "Pu")
+SOLVER(pu_vph, "Pu")
+SOLVER(ph_lph, "Ph")
+SOLVER(ph_vph, "Ph")
+SOLVER(ps_lph, "Ps")
+SOLVER(ps_vph, "Ps")
+SOLVER(hs_lph, "hs")
+SOLVER(hs_vph, "hs")
 
 }  // extern "C"

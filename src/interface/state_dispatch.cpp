@@ -54,12 +54,14 @@ bool usable(char property, const State& state) {
 
 }  // namespace
 
+const StateRow* find_state_row(std::string_view code) {
+  const auto* row = std::find_if(rows.begin(), rows.end(), [&](const StateRow& r) { return r.code == code; });
+  return row == rows.end() ? nullptr : row;
+}
+
 const StateRow* find_state_row(const InputSpec& spec) {
   const std::array<char, 2> code = {spec.first, spec.second};
-  const auto* row = std::find_if(rows.begin(), rows.end(), [&](const StateRow& r) {
-    return r.code == std::string_view(code.data(), code.size());
-  });
-  return row == rows.end() ? nullptr : row;
+  return find_state_row(std::string_view(code.data(), code.size()));
 }
 
 solvers::TwoPhaseSolver* solver_of(const StateRow& row, const InputSpec& spec, bool pure) {
@@ -70,9 +72,12 @@ solvers::TwoPhaseSolver* solver_of(const StateRow& row, const InputSpec& spec, b
 
 Message check_pair(Session& session, const StateRow& row, bool single_phase, const State& state) {
   if (!usable(row.code[0], state) || !usable(row.code[1], state)) return bad_input;
-  if (single_phase) return no_errors;
   const bool has_t = row.code.find('T') != std::string_view::npos, has_p = row.code.find('P') != std::string_view::npos,
              has_v = row.code.find('v') != std::string_view::npos;
+  if (single_phase) {
+    if (has_p && !has_v && !(state.p > 0)) return bad_input;
+    return has_v && below_packing(session, session.z.data(), has_t ? state.t : 1000.0, state.v) ? too_dense : no_errors;
+  }
   // With v given P may be that of a liquid under tension.
   const double p = has_p && !(has_v && state.p <= 0) ? state.p : 1e5;
   if (const Message refused = check_flash(session, has_t ? state.t : 300.0, p); !ok(refused)) return refused;

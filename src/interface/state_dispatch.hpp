@@ -22,12 +22,14 @@ struct StateRow {
 
 /// The row of the pair that `spec` names; null for none.
 const StateRow* find_state_row(const InputSpec& spec);
+const StateRow* find_state_row(std::string_view code);
 
 /// The solver of a row outside single-phase mode; null for tp_ph.
 solvers::TwoPhaseSolver* solver_of(const StateRow& row, const InputSpec& spec, bool pure);
 
-/// What the property calls refuse: values of the pair that are not finite, temperatures and volumes not above zero;
-/// outside single-phase mode also what the phase split refuses.
+/// What the property calls refuse: values of the pair that are not finite, temperatures, volumes and, without a volume,
+/// pressures not above zero, volumes below closest packing; outside single-phase mode also what the phase split
+/// refuses.
 Message check_pair(Session& session, const StateRow& row, bool single_phase, const solvers::State& state);
 
 }  // namespace tessarel::interface

@@ -251,6 +251,16 @@ Found PureStates::at_hs(double h, double s, State& state) const {
   return Found::no;
 }
 
+/// Whether a search has ended at the value and not at the end of its range: to more than rounding, less than a jump.
+bool reached(State state, Property property, double value) {
+  const double found = entry(state, property);
+  const bool energy = property == Property::u || property == Property::h;
+  const double scale = std::abs(value) + (energy                    ? gas_constant * state.t
+                                          : property == Property::s ? gas_constant
+                                                                    : 0.0);
+  return std::abs(found - value) <= 1e-7 * scale;
+}
+
 }  // namespace
 
 bool quick_pure_state(const Context& context, Given given, State& state) {
@@ -267,6 +277,7 @@ bool quick_pure_state(const Context& context, Given given, State& state) {
   if (end != Found::yes || !within_limits(context.limits(), result.t, result.p)) return false;
   for (const double value : {result.v, result.u, result.h, result.s, result.q})
     if (!std::isfinite(value)) return false;
+  if (!reached(result, first, a) || !reached(result, second, b)) return false;
   entry(result, first) = a;
   entry(result, second) = b;
   state = result;

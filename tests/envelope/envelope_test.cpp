@@ -178,6 +178,58 @@ TEST(Envelope, ExtremaAreFlat) {
   }
 }
 
+/// Two runs that stopped early, by their pressures, the second from its low end; temperatures rise along both.
+TEST(Envelope, RunsThatStoppedEarly) {
+  const auto table = std::make_unique<Table>();
+  const auto fill = [&](const std::vector<double>& first, const std::vector<double>& second) {
+    table->npnt = 0;
+    table->extrema_count = 0;
+    table->vap_idx = static_cast<int>(first.size()) + 1;
+    for (const auto* run : {&first, &second})
+      for (std::size_t k = 0; k < run->size(); ++k) {
+        Point& x = table->point(++table->npnt) = {};
+        x[0] = run == &first ? 9.0 - static_cast<double>(k) : static_cast<double>(k) - 9.0;
+        x[1] = static_cast<double>(k) + (run == &first ? 0.0 : 20.0);
+        x[2] = (*run)[k];
+      }
+  };
+  const auto pressures = [&] {
+    std::vector<double> p;
+    for (int j = 1; j <= table->npnt; ++j) p.push_back(table->point(j)[2]);
+    return p;
+  };
+  const struct {
+    std::vector<double> first, second, joined;
+    bool gap;
+  } cases[] = {
+      // The pressure rises through the seam and falls behind it.
+      {{1, 2, 3, 4}, {0.5, 1.5, 2.5, 3.5, 4.5}, {1, 2, 3, 4, 4.5, 3.5, 2.5, 1.5, 0.5}, true},
+      // Past its maximum the first run meets the second, which has begun higher.
+      {{1, 2, 4, 3.8}, {0.5, 1.5, 3.5, 4.2, 4.5}, {1, 2, 4, 3.8, 3.5, 1.5, 0.5}, false},
+      // A wrinkle at the end of each run; what is left of the second meets the first at its highest pressure.
+      {{1, 2, 4, 3, 3.5}, {0.5, 1.5, 2.5, 2.2, 2.4}, {1, 2, 4, 2.5, 1.5, 0.5}, false},
+  };
+  for (const auto& c : cases) {
+    fill(c.first, c.second);
+    int ierr = step_too_small;
+    postprocphaseenv(1, 1, *table, ierr);
+    EXPECT_EQ(ierr, 0);
+    EXPECT_EQ(pressures(), c.joined);
+    EXPECT_EQ(table->gap, c.gap);
+  }
+  // The other form of the join: the seam lies between its neighbours in all variables, or among earlier points in one.
+  fill({1, 2, 3, 4}, {5, 6, 7});
+  for (int j = 1; j <= table->npnt; ++j) table->point(j)[0] = table->point(j)[1] = j;
+  removeoverlap2(1, *table);
+  EXPECT_TRUE(table->gap);
+  table->gap = false;
+  fill({1, 2, 4, 3.8}, {4.5, 4.2, 3.5, 1.5, 0.5});
+  for (int j = 5; j <= table->npnt; ++j) table->point(j)[1] = 1.5;
+  removeoverlap2(1, *table);
+  EXPECT_FALSE(table->gap);
+  EXPECT_EQ(pressures(), (std::vector<double>{1, 2, 4, 3.8, 3.5, 1.5, 0.5}));
+}
+
 /// All ln K vanish at an azeotrope too, which is no critical point: the line's is the one of the search.
 TEST(Envelope, AzeotropesAreNotCritical) {
   const std::tuple<const char*, const char*, double> mixtures[] = {{"ethanol", "water", 0.8},

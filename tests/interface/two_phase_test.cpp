@@ -329,4 +329,39 @@ TEST(TwoPhaseCalls, SimplifiedModel) {
   tessarel_session_free(&number, err.data(), err.size());
 }
 
+/// Values that no state has end in a text and not in the state at the end of the range.
+TEST(TwoPhaseCalls, PairsWithoutAState) {
+  const struct {
+    const char *fluid, *pair;
+    double v, u, h, s;
+  } cases[] = {{"propane", "hs", 0, 0, -1.2e5, -200},
+               {"n-decane", "hs", 0, 0, -188313.8, 402.3},
+               {"carbon dioxide", "vu", 0.3847, -399e3, 0, 0},
+               {"water", "vs", 0.01, 0, 0, -130},
+               {"propane", "vs", 0.01, 0, 0, -157.38}};
+  for (const auto& c : cases) {
+    ASSERT_EQ(host::select({c.fluid}, {1.0}), "No errors");
+    host::Call call;
+    call.v = c.v, call.u = c.u, call.h = c.h, call.s = c.s;
+    EXPECT_NE(call.run(c.pair).err, "No errors") << c.fluid << " " << c.pair;
+  }
+}
+
+/// The solvers of one phase refuse what the property call refuses.
+TEST(TwoPhaseCalls, SinglePhaseSolversCheckTheirInput) {
+  ASSERT_EQ(host::select({"propane"}, {1.0}), "No errors");
+  const auto run = [](auto* solver, double t, double p, double v, double h) {
+    std::array<char, 100> err{};
+    double u = 0, s = 0;
+    solver(&t, &p, &v, &u, &h, &s, err.data(), err.size());
+    return host::text(err.data(), err.size()) == "No errors";
+  };
+  const double nan = std::nan("");
+  EXPECT_TRUE(run(tessarel_tv_1ph, 300, 0, 1e-4, 0));
+  for (const double v : {nan, 0.0, -1e-4, 1e-6, HUGE_VAL}) EXPECT_FALSE(run(tessarel_tv_1ph, 300, 0, v, 0)) << v;
+  for (const double t : {nan, 0.0, -300.0, HUGE_VAL}) EXPECT_FALSE(run(tessarel_tv_1ph, t, 0, 1e-3, 0)) << t;
+  for (const double p : {nan, 0.0, -1e5}) EXPECT_FALSE(run(tessarel_tp_lph, 300, p, 0, 0)) << p;
+  EXPECT_FALSE(run(tessarel_ph_lph, 0, 1e5, 0, nan));
+}
+
 }  // namespace
