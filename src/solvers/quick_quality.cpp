@@ -261,7 +261,9 @@ bool quality_from_line(const Context& context, Given given, State& state, double
   Line line(context, given, state, x, y);
   Line::Point last;
   for (int k = 0; k <= points && !context.exhausted(); ++k) {
-    Line::Point here = line.at(static_cast<double>(k) / points);
+    // Along an isobar from the hot end, where the vapour is: two liquids can have the same q when cold.
+    const double share = static_cast<double>(k) / points;
+    Line::Point here = line.at(given == Given::pq ? 1.0 - share : share);
     if (line.refined(here, state)) return true;
     // Between two points on either side of q, or of the phase boundary, one comes closer by halves. The label of one
     // phase need not be that of the phase of which it is what is left.

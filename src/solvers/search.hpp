@@ -31,6 +31,6 @@ bool scan_for_state(const Context& context, const Bracket& bracket, State& state
 
 /// Bounds on the work of one search and of one with all its retries, in pressures evaluated: what a search does not
 /// find in them a scan finds sooner.
-inline constexpr long long most_pressures = 200000, most_pressures_of_retries = 60000;
+inline constexpr long long most_pressures = 200000, most_pressures_of_retries = 40000;
 
 }  // namespace tessarel::solvers

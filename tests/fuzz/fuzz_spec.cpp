@@ -16,7 +16,7 @@
 namespace {
 
 /// docs/robustness.md, State solvers: what a call costs at most.
-constexpr long long most_pressures = 600000;
+constexpr long long most_pressures = 400000;
 
 void require(bool condition) {
   if (!condition) std::abort();
