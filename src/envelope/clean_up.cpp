@@ -293,13 +293,12 @@ int insertcritpnt(int n, double tc, double pc, Table& table) {
   }
   table.say(how);
   for (int j = table.npnt; j > place; --j) table.copy_point(j, j + 1);
-  for (int e = 0; e < table.extrema_count; ++e)
-    if (Table::Extremum& extremum = table.extrema[at(e)]; extremum.after > place) {
-      ++extremum.after;
-    } else if (const std::size_t k = Table::largest(n, table.point(place));
-               extremum.after == place && extremum.x[k] * table.point(place)[k] < 0) {
-      ++extremum.after;  // beyond the critical point
-    }
+  for (int e = 0; e < table.extrema_count; ++e) {
+    Table::Extremum& extremum = table.extrema[at(e)];
+    const std::size_t k = Table::largest(n, table.point(place));
+    const bool beyond = extremum.after == place && extremum.x[k] * table.point(place)[k] < 0;
+    if (extremum.after > place || beyond) ++extremum.after;
+  }
   ++table.npnt;
   Point& inserted = table.point(place + 1);
   inserted = {};

@@ -12,7 +12,6 @@
 namespace tessarel::solvers {
 
 using flash::pascal_per_bar;
-using fluid::at;
 using fluid::gas_constant;
 
 double& entry(State& state, Property property) {
