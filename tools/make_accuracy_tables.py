@@ -136,7 +136,7 @@ def robustness_page(lib):
             if psat >= 0.1 and lib.tsat(psat)[1] != "No errors":
                 tsat_failed[fraction] += 1
     text = f"""
-Of {len(names)} shipped fluids the critical-point search does not find that of: {", ".join(without_critical)}.
+Of {len(names)} shipped fluids the critical-point search does not find that of: {", ".join(without_critical) or "none"}.
 For hydrogen the whole vapour-pressure curve lies below its lowest temperature, so it has no point here.
 
 Fluids tried at each reduced temperature, and those for which the iteration does not converge (with the text
