@@ -40,8 +40,8 @@ std::vector<Mixture> envelope_mixtures(int compositions) {
     for (std::size_t j = i + 1; j < dozen.size(); ++j)
       for (int k = 0; k < std::min(compositions, 7); ++k) {
         const double x = std::array<double, 7>{0.5, 0.05, 0.2, 0.35, 0.65, 0.8, 0.95}[at(k)];
-        char share[16];
-        std::snprintf(share, sizeof share, x == 0.5 ? "" : " %.2f", x);
+        char share[16] = {};
+        if (x != 0.5) std::snprintf(share, sizeof share, " %.2f", x);
         list.push_back({dozen[i] + "/" + dozen[j] + share, {dozen[i], dozen[j]}, {x, 1 - x}});
       }
   for (const Mixture& m : mixtures)
