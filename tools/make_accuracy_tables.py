@@ -4,7 +4,7 @@
 Usage: tools/make_accuracy_tables.py [build directory, default build]
 
 accuracy.md compares the model's saturation pressure and saturated-liquid density with the references of
-data/sources/saturation_reference.csv; robustness.md counts where the stated iterations do not converge.
+data/sources/saturation_reference.csv; robustness.md counts where the iterations do not converge.
 """
 import collections
 import csv
