@@ -79,15 +79,10 @@ extern "C" void tessarel_tmdprop_allphase(const char* spec, const int32_t* order
   using namespace tessarel::interface;
   const TextField errors{err, err_len};
   errors.assign(no_errors);
-  if (any_null({order, t, p, v, u, h, s, q, cv, dpdt, dpdv, d2pdt2, d2pdv2, d2pdtdv, dcvdt, x, y, lnphi})) {
-    errors.assign(null_argument);
-    return;
-  }
-  Session& session = current_session();
-  if (!session.selected()) {
-    errors.assign(no_fluid);
-    return;
-  }
+  Session* const selected = session_of_call(
+      {order, t, p, v, u, h, s, q, cv, dpdt, dpdv, d2pdt2, d2pdv2, d2pdtdv, dcvdt, x, y, lnphi}, errors);
+  if (selected == nullptr) return;
+  Session& session = *selected;
   const int n = session.n();
   const double* z = session.z.data();
   std::copy_n(z, n, x);

@@ -5,7 +5,7 @@
 #include "eos/mole_numbers.hpp"
 #include "fluid/ideal_gas.hpp"
 #include "interface/boundary.hpp"
-#include "interface/session.hpp"
+#include "interface/dispatch.hpp"
 #include "tessarel/tessarel.h"
 
 namespace tessarel::interface {
@@ -74,15 +74,9 @@ extern "C" void tessarel_capeopenderiv(const double* t, const double* p, const d
   using namespace tessarel;
   using namespace tessarel::interface;
   const TextField errors{err, err_len};
-  if (any_null({t, p, v, dv, dh, ds, dg, dlnphi})) {
-    errors.assign(null_argument);
-    return;
-  }
-  Session& session = current_session();
-  if (!session.selected()) {
-    errors.assign(no_fluid);
-    return;
-  }
+  Session* const selected = session_of_call({t, p, v, dv, dh, ds, dg, dlnphi}, errors);
+  if (selected == nullptr) return;
+  Session& session = *selected;
   guarded(errors, [&] {
     derivatives(session.eos(), session.n(), session.z.data(), *t, *p, *v, dv, dh, ds, dg, dlnphi);
     errors.assign(no_errors);

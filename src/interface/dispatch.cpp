@@ -40,6 +40,14 @@ Message solve(Session& session, SessionBoundary& boundary, const Dialect& dialec
 
 }  // namespace
 
+Session* session_of_call(std::initializer_list<const void*> arguments, TextField err) {
+  Session& session = current_session();
+  const bool missing = any_null(arguments);
+  if (!missing && session.selected()) return &session;
+  err.assign(missing ? null_argument : no_fluid);
+  return nullptr;
+}
+
 bool all_finite(std::initializer_list<double> values) {
   return std::all_of(values.begin(), values.end(), [](double x) { return std::isfinite(x); });
 }

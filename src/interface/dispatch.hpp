@@ -17,6 +17,9 @@ inline constexpr Dialect of_tmdprop{true, "'", solvers::hs_simple};
 inline constexpr Dialect of_allphase{false, "\"", solvers::hs};
 inline constexpr Dialect of_saturated{false, "\"", solvers::hs_simple};
 
+/// The session of a property call; null, with the text in `err`, where an argument is missing or no fluid is selected.
+Session* session_of_call(std::initializer_list<const void*> arguments, TextField err);
+
 bool all_finite(std::initializer_list<double> values);
 
 /// The state of a call: the pair at entry, all of it after success, after a failure as at entry but for what "TP" and

@@ -14,15 +14,10 @@ extern "C" void tessarel_tmdpropsat(const char* spec, double* t, double* p, doub
   using namespace tessarel::interface;
   const TextField errors{err, err_len};
   errors.assign(no_errors);
-  if (any_null({t, p, v, h, s, u, q, x, y, v_l, v_v, h_l, h_v, s_l, s_v, u_l, u_v})) {
-    errors.assign(null_argument);
-    return;
-  }
-  Session& session = current_session();
-  if (!session.selected()) {
-    errors.assign(no_fluid);
-    return;
-  }
+  Session* const selected =
+      session_of_call({t, p, v, h, s, u, q, x, y, v_l, v_v, h_l, h_v, s_l, s_v, u_l, u_v}, errors);
+  if (selected == nullptr) return;
+  Session& session = *selected;
   const int n = session.n();
   const double* z = session.z.data();
   std::copy_n(z, n, x);

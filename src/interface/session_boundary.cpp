@@ -1,5 +1,6 @@
 #include "interface/session_boundary.hpp"
 
+#include "flash/adapters.hpp"
 #include "interface/envelope_state.hpp"
 
 namespace tessarel::interface {
@@ -10,9 +11,9 @@ Message SessionBoundary::saturation(char given, char what, double value, envelop
 
 Message SessionBoundary::dew_t(double p, double& t) {
   // A line that nothing else has needed yet is not traced for this.
-  if (!traced() && envelope::dew_without_trace(session_.fluid(), p / 1e5, t)) return no_errors;
+  if (!traced() && envelope::dew_without_trace(session_.fluid(), p / flash::pascal_per_bar, t)) return no_errors;
   envelope::SaturationPoint point;
-  const Message message = saturation('P', 'D', p / 1e5, point);
+  const Message message = saturation('P', 'D', p / flash::pascal_per_bar, point);
   t = point.result;
   return message;
 }

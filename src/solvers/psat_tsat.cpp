@@ -83,8 +83,7 @@ Message calc_psat(const Fluid& fluid, double t, double& psat) {
 
 Message calc_tsat(const Fluid& fluid, double p, double& tsat) {
   tsat = not_computed;
-  constexpr double lowest_pressure = 0.1;
-  if (p < lowest_pressure) return "Pressure less than minimum pressure...";
+  if (p < lowest_saturation_pressure) return "Pressure less than minimum pressure...";
   if (std::abs(p - fluid.limits.pc) < at_critical) {
     tsat = fluid.limits.tc;
     return no_errors;

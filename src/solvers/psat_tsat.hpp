@@ -12,6 +12,9 @@ namespace tessarel::solvers {
 /// than critical temperature...".
 Message calc_psat(const eos::Fluid& fluid, double t, double& psat);
 
+/// Below it calc_tsat gives no temperature [Pa].
+inline constexpr double lowest_saturation_pressure = 0.1;
+
 /// Saturation temperature `tsat` [K] at `p` [Pa], the same way. Messages: "Pressure less than minimum pressure...",
 /// "Pressure greater than critical pressure...", "No convergence calculating saturation temperature...".
 Message calc_tsat(const eos::Fluid& fluid, double p, double& tsat);

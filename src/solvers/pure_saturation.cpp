@@ -164,8 +164,7 @@ Message saturation_at_t(const Fluid& fluid, double t, PureSaturation& saturation
 
 Message saturation_at_p(const Fluid& fluid, double p, PureSaturation& saturation) {
   const fluid::Limits& limits = fluid.limits;
-  constexpr double lowest_pressure = 0.1;
-  if (p >= lowest_pressure && p < limits.pc - at_critical && solve_saturation_at_p(fluid, p, saturation))
+  if (p >= lowest_saturation_pressure && p < limits.pc - at_critical && solve_saturation_at_p(fluid, p, saturation))
     return no_errors;
   double t = 0;
   const Message message = calc_tsat(fluid, p, t);

@@ -275,14 +275,7 @@ bool quick_pure_state(const Context& context, Given given, State& state) {
                     : first == Property::t  ? states.at_t(a, second, b, result)
                                             : states.at_v(b, first, a, result);
   if (end != Found::yes || !within_limits(context.limits(), result.t, result.p)) return false;
-  for (const double value : {result.v, result.u, result.h, result.s, result.q})
-    if (!std::isfinite(value)) return false;
-  if (!reached(result, first, a) || !reached(result, second, b)) return false;
-  entry(result, first) = a;
-  entry(result, second) = b;
-  state = result;
-  ++context.fluid.eos.work.statistics.quick_states;
-  return true;
+  return reached(result, first, a) && reached(result, second, b) && accept(context, given, a, b, result, state);
 }
 
 }  // namespace tessarel::solvers

@@ -4,6 +4,7 @@
 
 #include "eos/caloric.hpp"
 #include "eos/pressure.hpp"
+#include "flash/adapters.hpp"
 #include "solvers/phase_mix.hpp"
 #include "solvers/pure_saturation.hpp"
 #include "solvers/quick_state.hpp"
@@ -14,8 +15,9 @@
 namespace tessarel::solvers {
 namespace {
 
+using flash::pascal_per_bar;
+
 constexpr Message bad_quality = "q < 0 or q > 1, out of range...";
-constexpr double pascal_per_bar = 100000.0;
 
 bool is_fraction(double q) {
   return q >= 0.0 && q <= 1.0;

@@ -96,7 +96,12 @@ bool quick_state(const Context& context, Given given, State& state, double* x, d
     std::fill_n(y, context.n(), 0.0);
     std::copy_n(context.fluid.z, context.n(), result.q > 0 ? y : x);
   }
+  return accept(context, given, a, b, result, state);
+}
+
+bool accept(const Context& context, Given given, double a, double b, State result, State& state) {
   if (!finite(result)) return false;
+  const auto [first, second] = flash::properties_of(given);
   entry(result, first) = a;
   entry(result, second) = b;
   state = result;

@@ -38,5 +38,7 @@ double& entry(State& state, Property property);
 double reduced(Property property, double value);
 void take_split(const Context& context, const flash::Split& split, State& state, double* x, double* y);
 bool finite(const State& state);
+/// A quick answer of the pair a, b becomes the state, with the pair as it was given. False if it is no finite state.
+bool accept(const Context& context, Given given, double a, double b, State result, State& state);
 
 }  // namespace tessarel::solvers

@@ -4,6 +4,7 @@
 
 #include "eos/density.hpp"
 #include "eos/pressure.hpp"
+#include "flash/adapters.hpp"
 #include "solvers/energy.hpp"
 #include "solvers/phase_mix.hpp"
 #include "solvers/pure_saturation.hpp"
@@ -85,7 +86,7 @@ Message tv_old(const Context& context, State& state, double* x, double* y) {
     envelope::SaturationPoint point;
     const Message m = context.boundary.saturation('T', what, state.t, point);
     if (!ok(m)) return m;
-    p = point.result * 1e5;
+    p = point.result * flash::pascal_per_bar;
     return eos::calc_v(context.fluid.eos, context.n(), context.fluid.z, state.t, p, what == 'B' ? 1 : 2, v);
   };
   // The cricondentherm may be that of no trace yet: one phase only if it is stable.
