@@ -29,8 +29,13 @@ Estimate start_estimate(const fluid::Parameters& p, int i) {
 bool find_inflection(const Eos& eos, int n, int i, double t, double& eta, eos::EtaSlopes& slopes) {
   constexpr int limit = 60;
   constexpr double tolerance = 0.2;
+  fluid::Vector ones;
+  ones.fill(1.0);
+  const Arena::Frame frame(eos.arena());
+  eos::MixtureState<double> state;
+  prepare(eos, state, n, ones.data(), i, t);
   for (int count = 1;; ++count) {
-    slopes = eos::calc_p_deta(eos, n, i, t, eta);
+    slopes = eos::p_deta(state, eta);
     eta -= slopes.d2p_deta2 / slopes.d3p_deta3;
     if (count >= limit) return false;
     if (!(std::abs(slopes.d2p_deta2) > tolerance)) return true;

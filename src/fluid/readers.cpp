@@ -56,6 +56,7 @@ Message readfluids_from(std::string_view directory, NameList fluids, Parameters&
   const std::string fluiddb(trimmed(directory));
   Message message = no_errors;
   const int n = std::min(p.n, nmax);
+  std::optional<platform::FluidDatabase::SharedReads> reads;
   sources.records.open(fluiddb, platform::stamp_of(platform::database_file(fluiddb).c_str()));
   for (int i = 0; i < n; ++i) {
     const std::string filename = std::string(fluids[i]) + ".saf";
@@ -66,6 +67,7 @@ Message readfluids_from(std::string_view directory, NameList fluids, Parameters&
       known->put(p, at(i));
       continue;
     }
+    if (n > 1 && !reads) reads.emplace(sources.database, fluiddb);
     std::optional<platform::FileStamp> stamp;
     message = readfluidsdb(fluiddb, filename, i, p, sources);
     if (!ok(message)) {

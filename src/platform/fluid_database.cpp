@@ -67,6 +67,22 @@ void FluidDatabase::close() noexcept {
   database_ = nullptr;
 }
 
+void FluidDatabase::begin(std::string_view directory) {
+  const std::lock_guard lock(mutex_);
+  if (directory.find('\0') == std::string_view::npos && statement(database_file(directory)) != nullptr &&
+      sqlite3_get_autocommit(database_) != 0) {
+    checks_ = 0;
+    sqlite3_exec(database_, "BEGIN", nullptr, nullptr, nullptr);
+  }
+  ++sharing_;
+}
+
+void FluidDatabase::end() noexcept {
+  const std::lock_guard lock(mutex_);
+  if (--sharing_ > 0 || database_ == nullptr || sqlite3_get_autocommit(database_) != 0) return;
+  if (sqlite3_exec(database_, "COMMIT", nullptr, nullptr, nullptr) != SQLITE_OK) close();
+}
+
 int FluidDatabase::check(void* self) {
   return ++static_cast<FluidDatabase*>(self)->checks_ > max_checks ? 1 : 0;
 }

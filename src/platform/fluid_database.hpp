@@ -46,7 +46,23 @@ class FluidDatabase {
   /// behind the delivered ones keep what they held.
   int getfluid(std::string_view fluiddb, std::string_view name, FluidData& fluiddata, int& status);
 
+  /// While one lives, its reads share the lock on the file, which costs more than a read.
+  class SharedReads {
+   public:
+    SharedReads(FluidDatabase& database, std::string_view directory) : database_(database) {
+      database_.begin(directory);
+    }
+    SharedReads(const SharedReads&) = delete;
+    SharedReads& operator=(const SharedReads&) = delete;
+    ~SharedReads() { database_.end(); }
+
+   private:
+    FluidDatabase& database_;
+  };
+
  private:
+  void begin(std::string_view directory);
+  void end() noexcept;
   sqlite3_stmt* statement(const std::string& file);
   void close() noexcept;
   static int check(void* self);
@@ -57,6 +73,7 @@ class FluidDatabase {
   sqlite3* database_ = nullptr;
   sqlite3_stmt* statement_ = nullptr;
   int checks_ = 0;
+  int sharing_ = 0;  ///< SharedReads alive, of any thread
 };
 
 }  // namespace tessarel::platform

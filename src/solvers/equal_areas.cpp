@@ -100,17 +100,16 @@ bool equal_areas(const State& state, Packings& at, double& p) {
   return false;
 }
 
-CubicIsotherm cubic_isotherm(const eos::Fluid& fluid, double t) {
-  const fluid::Limits& limits = fluid.limits;
+CubicIsotherm cubic_isotherm(const State& state, const fluid::Limits& limits) {
   constexpr double exact_above = 3e-7;
-  const double eta = eos::calc_eta_rho(fluid.eos, 1, fluid.z, 0, t, limits.rhoc * fluid::avogadro_factor);
-  const eos::EtaSlopes d = eos::calc_p_deta(fluid.eos, 1, 1, t, eta);
+  const double eta = limits.rhoc * fluid::avogadro_factor / state.rho_eta;
+  const eos::EtaSlopes d = eos::p_deta(state, eta);
   CubicIsotherm cubic;
   const double shift = -d.d2p_deta2 / d.d3p_deta3, middle = eta + shift;
   const double slope = d.dp_deta + 0.5 * d.d2p_deta2 * shift;
   const double half = slope < 0 ? std::sqrt(-6.0 * slope / d.d3p_deta3) : 0.0;
   cubic.usable = d.d3p_deta3 > 0 && std::abs(shift) < 0.2 * eta && half < 0.9 * middle;
-  cubic.exact = cubic.usable && limits.tc - t < exact_above * limits.tc;
+  cubic.exact = cubic.usable && limits.tc - state.t < exact_above * limits.tc;
   cubic.p = d.p + shift * (d.dp_deta + shift * (0.5 * d.d2p_deta2 + shift * d.d3p_deta3 / 6.0));
   cubic.saturated = {middle + half, middle - half};
   return cubic;

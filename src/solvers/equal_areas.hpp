@@ -1,4 +1,4 @@
-// Equal areas under the isotherm of a pure fluid: both phases of a temperature, with nothing prepared but its state.
+// Equal areas under the isotherm of a pure fluid: both phases at a temperature whose state is prepared.
 //
 // To first order in both densities the pressure at which pressures and chemical potentials are equal is
 //   p = K t (a_v - a_l + ln(rho_v / rho_l)) / (1 / rho_l - 1 / rho_v),
@@ -6,7 +6,7 @@
 #pragma once
 
 #include "eos/eta_pressure.hpp"
-#include "eos/fluid.hpp"
+#include "fluid/limits.hpp"
 
 namespace tessarel::solvers {
 
@@ -26,7 +26,7 @@ struct CubicIsotherm {
   double p = 0;         ///< at the inflection [Pa]
   Packings saturated;   ///< of equal areas under the cubic; equal from the critical temperature on
 };
-CubicIsotherm cubic_isotherm(const eos::Fluid& fluid, double t);
+CubicIsotherm cubic_isotherm(const eos::MixtureState<double>& state, const fluid::Limits& limits);
 
 /// The same root by a search that cannot leave it: Newton's method in ln p, safeguarded by the two spinodal pressures,
 /// with both densities bracketed by the spinodal densities. `start`: packing fractions outside both spinodals, or null.

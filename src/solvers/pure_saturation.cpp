@@ -51,14 +51,13 @@ bool solve_at_t(const Fluid& fluid, double t, const Packings* near, Packings& fo
   if (near != nullptr) solved = equal_areas(state, found = *near, p);
   if (!solved) {
     constexpr double cubic_above = 0.94;
-    const CubicIsotherm cubic = cubic_isotherm(fluid, t);
-    const bool nearly_critical = t > cubic_above * limits.tc;
-    if (nearly_critical) solved = cubic.usable && equal_areas(state, found = cubic.saturated, p);
+    CubicIsotherm cubic;
+    if (t > cubic_above * limits.tc) cubic = cubic_isotherm(state, limits);
+    if (cubic.usable) solved = equal_areas(state, found = cubic.saturated, p);
     if (!solved) solved = equal_areas(state, found = corresponding_states(fluid, state), p);
     if (!solved) {
       ++fluid.eos.work.statistics.bounded_saturations;
-      solved =
-          equal_areas_between_spinodals(state, nearly_critical && cubic.usable ? &cubic.saturated : nullptr, found, p);
+      solved = equal_areas_between_spinodals(state, cubic.usable ? &cubic.saturated : nullptr, found, p);
     }
     if (!solved && cubic.exact) {
       found = cubic.saturated;
