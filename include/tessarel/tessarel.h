@@ -141,7 +141,7 @@ TESSAREL_API void tessarel_sub(void);
  * and 1 for one vapour phase: of a pure fluid below tc by the saturation pressure, of a mixture below tc and pc by its
  * dew temperature; above tc it is 1, and 0 between. Of one phase x or y is the selected composition, and of the phase
  * that is not there no composition has a meaning. A mixture's critical point is that of tessarel_fluidinfo until a
- * bubble or dew point has been asked for, also by a solver.
+ * bubble or dew point has been asked for, also by a solver; where the label could depend on it, it is asked for.
  *
  * Single-phase states take the density root of the phase named, also where that phase is metastable; where it has no
  * root, the root of the other phase. Temperatures are searched between 150 K and 1000 K, pressures between 1000 Pa and

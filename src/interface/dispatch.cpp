@@ -6,6 +6,7 @@
 #include "interface/boundary.hpp"
 #include "interface/session_boundary.hpp"
 #include "interface/state_dispatch.hpp"
+#include "solvers/phase_mix.hpp"
 
 namespace tessarel::interface {
 namespace {
@@ -30,9 +31,17 @@ Message solve(Session& session, SessionBoundary& boundary, const Dialect& dialec
     return solver(session.fluid(), host.t, host.p, host.v, host.u, host.h, host.s);
   }
   const Context context{session.fluid(), boundary};
-  TwoPhaseSolver* solver = row.code == "hs" ? dialect.hs : solver_of(row, spec, context.pure());
-  if (solver == nullptr) return at_tp(context, spec.phase, solution);
   State state = host;
+  if (const bool alone = context.n() > 1 && context.pure(); alone) {
+    // The solvers of pure fluids leave both compositions alone, and q above the critical temperature.
+    if (row.code[1] != 'q') state.q = 1.0;
+    fill_with_feed(context, solution.x, solution.y);
+  }
+  TwoPhaseSolver* solver = row.code == "hs" ? dialect.hs : solver_of(row, spec, context.pure());
+  if (solver == nullptr) {
+    host.q = state.q;
+    return at_tp(context, spec.phase, solution);
+  }
   const Message message = solver(context, state, solution.x, solution.y);
   if (ok(message)) host = state;
   return message;

@@ -29,11 +29,14 @@ inline bool adds_up(int n, const double* z) {
 inline bool below_packing(Session& session, const double* x, double t, double v) {
   return eos::calc_eta_rho(session.eos(), session.n(), x, 0, t, fluid::avogadro_factor / v) > eos::closest_packing;
 }
+/// Beyond this the equation of state gives no numbers, or none that mean a fluid.
+inline bool within_model(double t, double p) {
+  return t >= 1.0 && t <= 1e5 && p <= 1e12;
+}
 /// The checks of a flash at t and p.
 inline Message check_flash(const Session& session, double t, double p) {
   if (!positive(t) || !positive(p)) return bad_state;
-  // Beyond this the equation of state gives no numbers, or none that mean a fluid.
-  if (t < 1.0 || t > 1e5 || p > 1e12) return no_model;
+  if (!within_model(t, p)) return no_model;
   return adds_up(session.n(), session.z.data()) ? no_errors : bad_fractions;
 }
 

@@ -76,6 +76,7 @@ Message check_pair(Session& session, const StateRow& row, bool single_phase, con
              has_v = row.code.find('v') != std::string_view::npos;
   if (single_phase) {
     if (has_p && !has_v && !(state.p > 0)) return bad_input;
+    if (!within_model(has_t ? state.t : 300.0, has_p ? state.p : 1e5)) return no_model;
     return has_v && below_packing(session, session.z.data(), has_t ? state.t : 1000.0, state.v) ? too_dense : no_errors;
   }
   // With v given P may be that of a liquid under tension.

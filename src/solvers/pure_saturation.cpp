@@ -22,10 +22,13 @@ namespace {
 using eos::Fluid;
 
 constexpr double at_critical = 1e-8;  ///< as calc_psat, calc_tsat
+/// Of a mixture of which one component alone is present; calc_psat and calc_tsat know the first component only.
+constexpr Message no_convergence = "No convergence calculating saturation pressure...";
 
 /// Slope of ln p over 1 / t, negative, by Wilson's estimate [K].
 double wilson_slope(const Fluid& fluid) {
-  return flash::wilson_factor * (1.0 + fluid.eos.parameters().omega[0]) * fluid.limits.tc;
+  const auto present = static_cast<std::size_t>(std::max_element(fluid.z, fluid.z + fluid.n) - fluid.z);
+  return flash::wilson_factor * (1.0 + fluid.eos.parameters().omega[present]) * fluid.limits.tc;
 }
 double estimated_p(const Fluid& fluid, double t) {
   return fluid.limits.pc * std::exp(wilson_slope(fluid) * (1.0 / fluid.limits.tc - 1.0 / t));
@@ -91,7 +94,7 @@ bool find_spinodal(const eos::MixtureState<double>& state, double start, double&
 bool solve_at_t(const Fluid& fluid, double t, double start_p, PureSaturation& saturation) {
   const Arena::Frame frame(fluid.eos.arena());
   eos::MixtureState<double> state;
-  prepare(fluid.eos, state, 1, fluid.z, 0, t);
+  prepare(fluid.eos, state, fluid.n, fluid.z, 0, t);
   const auto from_roots = [&](double p) {
     eos::RootMemory memory;
     const double liquid = eos::find_root(state, p, Root::liquid, memory),
@@ -108,8 +111,8 @@ bool solve_at_t(const Fluid& fluid, double t, double start_p, PureSaturation& sa
 
 /// Volumes where a search has ended without them: those of the density roots.
 void set_volumes(const Fluid& fluid, PureSaturation& s) {
-  s.v_l = root_volume(fluid.eos, 1, fluid.z, s.t, s.p, Root::liquid);
-  s.v_v = root_volume(fluid.eos, 1, fluid.z, s.t, s.p, Root::vapour);
+  s.v_l = root_volume(fluid.eos, fluid.n, fluid.z, s.t, s.p, Root::liquid);
+  s.v_v = root_volume(fluid.eos, fluid.n, fluid.z, s.t, s.p, Root::vapour);
 }
 
 }  // namespace
@@ -154,6 +157,7 @@ Message saturation_at_t(const Fluid& fluid, double t, PureSaturation& saturation
   saturation.t = t;
   if (t >= limits.tlowest && t < limits.tc - at_critical && solve_saturation_at_t(fluid, t, saturation))
     return no_errors;
+  if (fluid.n > 1) return no_convergence;
   double p = 0;
   const Message message = calc_psat(fluid, t, p);
   saturation.p = p;
@@ -166,6 +170,7 @@ Message saturation_at_p(const Fluid& fluid, double p, PureSaturation& saturation
   const fluid::Limits& limits = fluid.limits;
   if (p >= lowest_saturation_pressure && p < limits.pc - at_critical && solve_saturation_at_p(fluid, p, saturation))
     return no_errors;
+  if (fluid.n > 1) return no_convergence;
   double t = 0;
   const Message message = calc_tsat(fluid, p, t);
   saturation.t = t;
