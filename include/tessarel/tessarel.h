@@ -283,6 +283,33 @@ TESSAREL_API void tessarel_flash_sensitivity(const double* t, const double* p, d
 TESSAREL_API void tessarel_derived(const double* x, const double* t, const double* v, double* cp, double* w, double* jt,
                                    double* kappa, double* alpha, double* g, char* err, size_t err_len);
 
+/*
+ * tessarel_states: many states of the selection from the same pair of properties. Molar SI in and out: K, Pa, m3/mol,
+ * J/mol, J/(mol K). Each is solved as tessarel_tmdprop solves it alone; one that fails does not end the call.
+ *
+ *   pair        in      as `spec` of tessarel_tmdprop; "vap" and "liq" have no effect
+ *   count       in      number of states, 0 or more
+ *   a, b        in      count values of each of the two properties, in the order of the pair
+ *   states      out     count x 7, by columns: t, p, v, u, h, s, q; the column of a property is consecutive
+ *   liquids     out     count x 4, by columns: v, u, h, s of the liquid of two phases. May be null
+ *   vapours     out     the same of the vapour. May be null
+ *   derived     out     count x 7, by columns: cv, cp, w, jt, kappa, alpha, g of one phase (tessarel_derived). May be null
+ *   x, y        out     n x count, first index fastest: mole fractions of liquid and vapour of each state; the selected
+ *                       composition where there is no such phase. May be null
+ *   codes       out     count: 0, or the number from 1 of the text that tells why there is no state; -1 where that is
+ *                       another text and `texts` was full
+ *   text_count  in,out  number of text fields in `texts`; number of those used
+ *   texts       out     the distinct messages of failed states
+ *   err         out     "No errors" also when states have failed; "TESSAREL error: no fluid selected...",
+ *                       "TESSAREL error: null pointer argument...", "TESSAREL error: the number of states or of texts is
+ *                       negative or too large..."
+ * Values of states that failed, of phases that are not there and derived ones of two phases are -8888.8.
+ */
+TESSAREL_API void tessarel_states(const char* pair, const int64_t* count, const double* a, const double* b,
+                                  double* states, double* liquids, double* vapours, double* derived, double* x,
+                                  double* y, int32_t* codes, int32_t* text_count, char* texts, char* err,
+                                  size_t pair_len, size_t texts_len, size_t err_len);
+
 /* Parameters of the selection: component i (from 1), pairs of components.
  *
  * Keys, in the units of tessarel_fluidparameter where it knows them:

@@ -34,25 +34,31 @@ constexpr Message bad_input = "TESSAREL error: input values must be finite numbe
 
 /// The two values that the code names must be there: temperature and volume enter logarithms.
 bool usable(char property, const State& state) {
-  switch (property) {
-    case 'T':
-      return positive(state.t);
-    case 'v':
-      return positive(state.v);
-    case 'P':
-      return std::isfinite(state.p);
-    case 'u':
-      return std::isfinite(state.u);
-    case 'h':
-      return std::isfinite(state.h);
-    case 's':
-      return std::isfinite(state.s);
-    default:
-      return std::isfinite(state.q);
-  }
+  State copy = state;
+  const double value = value_named(property, copy);
+  return property == 'T' || property == 'v' ? positive(value) : std::isfinite(value);
 }
 
 }  // namespace
+
+double& value_named(char property, State& state) {
+  switch (property) {
+    case 'T':
+      return state.t;
+    case 'P':
+      return state.p;
+    case 'v':
+      return state.v;
+    case 'u':
+      return state.u;
+    case 'h':
+      return state.h;
+    case 's':
+      return state.s;
+    default:
+      return state.q;
+  }
+}
 
 const StateRow* find_state_row(std::string_view code) {
   const auto* row = std::find_if(rows.begin(), rows.end(), [&](const StateRow& r) { return r.code == code; });

@@ -20,6 +20,9 @@ struct StateRow {
   solvers::Solver *liquid, *vapour;  ///< single-phase mode, "L" and any other branch; null where there is none
 };
 
+/// The value that a letter of an input pair names; a letter that names none, as the marker 'm', stands for q.
+double& value_named(char property, solvers::State& state);
+
 /// The row of the pair that `spec` names; null for none.
 const StateRow* find_state_row(const InputSpec& spec);
 const StateRow* find_state_row(std::string_view code);
