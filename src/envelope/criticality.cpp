@@ -179,4 +179,18 @@ bool find_critical(const Eos& eos, int n, const double* z, double t_start, doubl
   return false;
 }
 
+bool stable_at_all_densities(const Eos& eos, int n, const double* z, double t) {
+  const Arena::Frame frame(eos.arena());
+  const auto size = at(n);
+  const Square<double> q{eos.arena().take<double>(size * size), size};
+  // For the densities in between.
+  constexpr double margin = 0.05;
+  for (const double eta : {0.13, 0.09, 0.18, 0.05, 0.24, 0.32}) {
+    criticality_matrix(eos, n, z, z, t, eos::calc_rho_eta(eos, n, z, 0, t, eta), q);
+    for (std::size_t i = 0; i < size; ++i) q(i, i) -= margin;
+    if (!numerics::cholesky(q)) return false;
+  }
+  return true;
+}
+
 }  // namespace tessarel::envelope

@@ -5,6 +5,7 @@
 // below take as arguments.
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <memory>
 
@@ -60,8 +61,9 @@ struct Session {
     bool traced = false;                       ///< the table holds a trace, of:
     fluid::Vector z{};
     bool simplified = false;
-    int ierr = 0;              ///< how it ended
-    bool hasphaseenv = false;  ///< the limits are those of the trace
+    int ierr = 0;                      ///< how it ended
+    bool hasphaseenv = false;          ///< the limits are those of the trace
+    double above_critical = HUGE_VAL;  ///< a temperature that is known to be above the critical one
     fluid::Limits at_selection{};
 
     Envelope() = default;
@@ -72,6 +74,7 @@ struct Session {
           simplified(other.simplified),
           ierr(other.ierr),
           hasphaseenv(other.hasphaseenv),
+          above_critical(other.above_critical),
           at_selection(other.at_selection) {}
   };
   Envelope envelope;

@@ -113,6 +113,7 @@ Message analyse(Session& session) {
   const Message message = solvers::calc_ptrange(session.model.parameters, session.limits);
   // The envelope is traced when it is asked for; until then the averages stand for its extrema.
   session.envelope.hasphaseenv = false;
+  session.envelope.above_critical = HUGE_VAL;
   session.envelope.at_selection = session.limits;
   return message;
 }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "envelope/criticality.hpp"
 #include "eos/caloric.hpp"
 #include "eos/density.hpp"
 #include "eos/pressure.hpp"
@@ -44,17 +43,6 @@ namespace {
 
 constexpr double dew_slack = 0.0001;
 
-/// Whether a mixture is stable against diffusion at `t` whatever its density: then it is above its critical point, with
-/// a margin for the densities in between.
-bool above_limit_of_stability(const Context& context, double t) {
-  constexpr double margin = 0.05;
-  const eos::Fluid& fluid = context.fluid;
-  const double rho_eta = 1.0 / eos::calc_eta_rho(fluid.eos, fluid.n, fluid.z, 0, t, 1.0);
-  for (const double eta : {0.13, 0.09, 0.18, 0.05, 0.24, 0.32})
-    if (!(envelope::criticality(fluid.eos, fluid.n, fluid.z, t, eta * rho_eta).lambda > margin)) return false;
-  return true;
-}
-
 }  // namespace
 
 double label_of(const Context& context, double t, double p, const flash::Phase& phase) {
@@ -64,7 +52,7 @@ double label_of(const Context& context, double t, double p, const flash::Phase& 
   // change the label it is asked for, so that a label does not depend on the calls before; gases mostly do without.
   constexpr double below_any_critical = 0.8;
   if (!context.boundary.traced() && t >= below_any_critical * limits.tc) {
-    if (above_limit_of_stability(context, t)) return 1.0;
+    if (context.boundary.above_critical(t)) return 1.0;
     if (p < limits.pc && ok(context.boundary.dew_t(p, dew)) && dew - dew_slack <= t) return 1.0;
     context.boundary.trace();
   }

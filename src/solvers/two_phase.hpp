@@ -44,6 +44,8 @@ class Boundary {
   [[nodiscard]] virtual bool traced() const = 0;
   /// Makes them those of a trace. False if there is none.
   virtual bool trace() = 0;
+  /// Whether `t` lies above the critical temperature by more than can be mistaken. Traces nothing.
+  virtual bool above_critical(double t) = 0;
 };
 
 /// Bound on the work of one call of a solver, in pressures evaluated: no search goes on beyond it. With associating
