@@ -30,8 +30,6 @@ constexpr std::array<StateRow, 16> rows = {{
     {"Tm", tm, tm, "", nullptr, false, nullptr, nullptr},
 }};
 
-constexpr Message bad_input = "TESSAREL error: input values must be finite numbers, temperature and volume positive...";
-
 /// The two values that the code names must be there: temperature and volume enter logarithms.
 bool usable(char property, const State& state) {
   State copy = state;
