@@ -74,6 +74,10 @@ solvers::TwoPhaseSolver* solver_of(const StateRow& row, const InputSpec& spec, b
   return pure ? row.pure : row.mixture;
 }
 
+bool is_complete(const StateRow& row, const solvers::State& s) {
+  return std::isfinite(s.t + s.p + s.v) && (row.code == "Tm" || std::isfinite(s.u + s.h + s.s));
+}
+
 Message check_pair(Session& session, const StateRow& row, bool single_phase, const State& state) {
   if (!usable(row.code[0], state) || !usable(row.code[1], state)) return bad_input;
   const bool has_t = row.code.find('T') != std::string_view::npos, has_p = row.code.find('P') != std::string_view::npos,
