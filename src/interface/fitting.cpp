@@ -150,7 +150,10 @@ void load(Parameters& p, const ParameterTable& par) {
 Message equilibrium(Session& session, double t, double p, double& h, double& s, double* x, double* y) {
   if (const Message refused = check_flash(session, t, p); !ok(refused)) return refused;
   const Message message = solvers::tp_zelmaron(session.fluid(), t, p, h, s, x, y);
-  return !ok(message) || std::isfinite(h + s) ? message : no_state;
+  const auto finite = [&](const double* of) {
+    return std::all_of(of, of + session.n(), [](double value) { return std::isfinite(value); });
+  };
+  return !ok(message) || (std::isfinite(h + s) && finite(x) && finite(y)) ? message : no_state;
 }
 
 }  // namespace

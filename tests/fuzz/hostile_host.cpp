@@ -14,6 +14,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <iterator>
 #include <tuple>
 #include <type_traits>
@@ -24,6 +25,13 @@ namespace tessarel::hostile {
 namespace {
 
 using Clock = std::chrono::steady_clock;
+
+/// Processor time of the thread [s], which another load on the machine does not lengthen.
+double spent_time() {
+  timespec now{};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
+}
 
 void hostile_forward(double* t, double* p, double* v, double* u, double* h, double* s, double* q, double*, double*,
                      char* err, std::size_t err_len) {
@@ -68,17 +76,17 @@ struct Entry {
   const char* letters;
   void (*entry)();
   /// Makes the arguments; calls the entry unless `dry`.
-  double (*call)(void (*)(), Arguments&, Random&, Clock::duration*);
+  double (*call)(void (*)(), Arguments&, Random&, double*);
 };
 
 /// Returns the value of an entry that has one, else 0. Without `spent` the arguments are made and no call.
 template <class R, class... A>
-double call(void (*entry)(), Arguments& arguments, Random& random, Clock::duration* spent) {
+double call(void (*entry)(), Arguments& arguments, Random& random, double* spent) {
   std::tuple<A...> made{argument<A>(arguments, random)...};
   arguments.lock();
   if (spent == nullptr) return 0;
   double value = 0;
-  const auto start = Clock::now();
+  const double start = spent_time();
   std::apply(
       [&](A... a) {
         if constexpr (std::is_void_v<R>)
@@ -87,7 +95,7 @@ double call(void (*entry)(), Arguments& arguments, Random& random, Clock::durati
           value = reinterpret_cast<R (*)(A...)>(entry)(a...);
       },
       made);
-  *spent = Clock::now() - start;
+  *spent = spent_time() - start;
   return value;
 }
 
@@ -166,9 +174,9 @@ class Host {
     tessarel_session_use(&belief().session, err_, sizeof err_);
   }
 
-  void finding(const char* what, const std::string& where) {
+  void finding(const std::string& what, const std::string& where) {
     if (++findings_ <= 50)
-      std::fprintf(stderr, "call %lld: %s: %s\n    after %s\n", calls_, what, where.c_str(),
+      std::fprintf(stderr, "call %lld: %s: %s\n    after %s\n", calls_, what.c_str(), where.c_str(),
                    selection_[current_].c_str());
   }
 
@@ -191,7 +199,7 @@ class Host {
     const std::size_t names_len =
         random_.chance(0.97) ? width : random_.of<std::size_t>({0, SIZE_MAX, std::size_t{1} << 40U});
     if (trace_) std::fprintf(stderr, "%lld select %s\n", calls_, names.c_str());
-    const auto start = Clock::now();
+    const double start = spent_time();
     tessarel_setfluid(&nf, names.data(), z.data(), err_, names_len, sizeof err_);
     const std::string_view text(err_, sizeof err_);
     if (text.substr(0, 9) == "No errors") belief().n = nf;
@@ -202,7 +210,7 @@ class Host {
     for (std::int32_t i = 0; i < n; ++i) what += ' ' + brief(z[static_cast<std::size_t>(i)]);
     what += ": " + std::string(text.substr(0, 60));
     if (text.substr(0, 14) != "TESSAREL error") selection_[current_] = what;
-    note_time(Clock::now() - start, [&] { return "setfluid " + what; });
+    note_time(spent_time() - start, [&] { return "setfluid " + what; });
   }
 
   static std::string brief(double value) {
@@ -212,8 +220,7 @@ class Host {
   }
 
   template <class Describe>
-  void note_time(Clock::duration spent, Describe&& describe) {
-    const double seconds = std::chrono::duration<double>(spent).count();
+  void note_time(double seconds, Describe&& describe) {
     constexpr std::size_t kept = 10;
     if (slowest_.size() == kept && seconds <= slowest_.back().first) return;
     slowest_.emplace_back(seconds, describe());
@@ -238,20 +245,22 @@ class Host {
     };
     if (trace_) std::fprintf(stderr, "%lld %s\n", calls_, describe().c_str());
     prepare(random_);
-    Clock::duration spent{};
+    double spent = 0;
     const double value = entry.call(entry.entry, arguments_, random_, &spent);
     heavy_ += heavy ? 1 : 0;
-    const char* wrong = nullptr;
+    std::string wrong;
     if (!arguments_.unlock())
       wrong = "written outside an array";
     else if (arguments_.success()) {
       ++successes_;
       // "Tm" leaves the energies alone where the pressure is negative.
-      if (arguments_.pair() != "Tm" && !(arguments_.finite() && std::isfinite(value))) wrong = "not finite";
+      if (const std::size_t place = arguments_.not_finite(); arguments_.pair() != "Tm" && place > 0)
+        wrong = "not finite: argument " + std::to_string(place);
+      if (!std::isfinite(value)) wrong = "not finite: result";
       if (belief().n == 0 && !free) wrong = "success without a fluid";
     }
     after(std::string_view(entry.name));
-    if (wrong != nullptr) finding(wrong, describe());
+    if (!wrong.empty()) finding(wrong, describe());
     note_time(spent, describe);
   }
 

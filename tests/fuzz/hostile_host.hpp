@@ -201,12 +201,12 @@ class Arguments {
   }
   [[nodiscard]] std::string_view report() const { return report_; }
   [[nodiscard]] std::string_view pair() const { return pair_; }
-  bool finite() {
+  /// The argument, from 1, that has come back with a number that is not finite; 0 if none has.
+  std::size_t not_finite() {
     for (std::size_t k = 0; k < used_; ++k)
-      if (written_[k])
-        for (std::size_t j = 0; j < slots_[k].size() / sizeof(double); ++j)
-          if (!std::isfinite(slots_[k].as<double>()[j])) return false;
-    return true;
+      for (std::size_t j = 0; written_[k] && j < slots_[k].size() / sizeof(double); ++j)
+        if (!std::isfinite(slots_[k].as<double>()[j])) return k + 1;
+    return 0;
   }
 
   /// What has been handed over, for a report.
