@@ -302,7 +302,7 @@ TESSAREL_API void tessarel_derived(const double* x, const double* t, const doubl
  *   states      out     count x 7, by columns: t, p, v, u, h, s, q; the column of a property is consecutive
  *   liquids     out     count x 4, by columns: v, u, h, s of the liquid of two phases. May be null
  *   vapours     out     the same of the vapour. May be null
- *   derived     out     count x 7, by columns: cv, cp, w, jt, kappa, alpha, g of one phase (tessarel_derived). May be null
+ *   derived     out     count x 7, by columns: cv, cp, w, jt, kappa, alpha, g (tessarel_derived) of one phase; may be null
  *   x, y        out     n x count, first index fastest: mole fractions of liquid and vapour of each state; the selected
  *                       composition where there is no such phase. May be null
  *   codes       out     count: 0, or the number from 1 of the text that tells why there is no state; -1 where that is

@@ -40,7 +40,7 @@ struct Session {
   fluid::PerComponent<fluid::Name> names{};
   eos::Model model;
   bool failed = false;  ///< the last selection has ended in the data readers, and what they left is no fluid
-  fluid::Vector z{};   ///< overall mole fractions
+  fluid::Vector z{};    ///< overall mole fractions
   fluid::Limits limits;
   bool simplified = false;                     ///< once set it stays for the session
   fluid::Moment moment = fluid::Moment::none;  ///< of the records selected, which a fit varies

@@ -12,6 +12,7 @@
 //   H W               the number of a session, of which W is a result
 //   E                 text out: the report; R: another text, of any content
 //   S K G N F         texts in: input pair, key, 'T' 'P' 'B' 'D', 20 names, a path
+//   8 9 a g h l z     of three states: their number, 3 numbers, 21 and 12 results, 3 codes, 4 and 4 texts
 //   2 5 6             texts out: 2000, 500, 255 of them
 //   7 u @             of a root finder: a state vector, a control pair, a forward calculation
 //
@@ -129,7 +130,7 @@ class Arguments {
   double* number(bool written) {
     const char letter = take();
     const std::size_t size = size_of(letter);
-    const bool result = std::strchr("13VMCDLJYZTUX", letter) != nullptr;
+    const bool result = std::strchr("13VMCDLJYZTUXag", letter) != nullptr;
     double* values = slot<double>(size, written);
     if (result)
       std::fill_n(values, size, 7.0);
@@ -142,7 +143,7 @@ class Arguments {
 
   std::int32_t* integer(bool written) {
     const char letter = take();
-    const std::size_t size = letter == '4' ? 4 : letter == 'j' ? 20 : letter == 'u' ? 2 : 1;
+    const std::size_t size = letter == '4' ? 4 : letter == 'j' ? 20 : letter == 'u' ? 2 : letter == 'h' ? 3 : 1;
     auto* values = slot<std::int32_t>(size, written);
     if (letter == 'O') code_ = values;
     for (std::size_t k = 0; k < size; ++k) values[k] = whole(letter, k);
@@ -152,7 +153,12 @@ class Arguments {
   }
 
   std::int64_t* handle() {
-    take();
+    const char letter = take();
+    if (letter == '8') {
+      auto* count = slot<std::int64_t>(1, false);
+      *count = hostile_ ? random_->of<std::int64_t>({3, 3, 0, -1, INT64_MAX, INT64_MIN}) : 3;
+      return pass(count);
+    }
     auto* value = slot<std::int64_t>(1, false);
     *value = random_->of<std::int64_t>({belief_.session, 0, 1, 2, 3, -1, 99, INT64_MAX, INT64_MIN});
     return pass(value);
@@ -171,7 +177,12 @@ class Arguments {
       if (letter == 'N') content.append(19 * length, ' ');
     }
     if (written)
-      content.assign(length * (letter == '5' ? 500U : letter == '6' ? 255U : letter == '2' ? 2000U : 1U), 'e');
+      content.assign(length * (letter == '5'   ? 500U
+                               : letter == '6' ? 255U
+                               : letter == '2' ? 2000U
+                               : letter == 'z' ? 4U
+                                               : 1U),
+                     'e');
     char* field = slot<char>(content.size(), false);
     std::memcpy(field, content.data(), content.size());
     const bool negative = random_->chance(0.01);
@@ -278,6 +289,11 @@ class Arguments {
         return 1000;
       case '7':
         return 7;
+      case 'a':
+        return 21;
+      case 'g':
+        return 12;
+      case '9':
       case '3':
         return 3;
       default:
@@ -324,6 +340,8 @@ class Arguments {
         return random_->uniform(-8, 8);
       case 'w':
         return random_->chance(0.5) ? random_->uniform(-3e5, 1e5) : random_->uniform(-300, 300);
+      case '9':
+        return value(random_->of({'t', 'p', 'v', 'w', 'q'}), hostility, k);
       case 'P':
         return parameter(k / (size_of('P') / 9));
       default:
@@ -348,6 +366,7 @@ class Arguments {
   }
 
   std::int32_t whole(char letter, std::size_t k) {
+    if (letter == 'l') return hostile_ ? random_->of<std::int32_t>({4, 0, -1, INT32_MIN}) : 4;
     if (hostile_ && random_->chance(0.1)) return random_->of<std::int32_t>({0, -1, -2, 21, 1000, INT32_MAX, INT32_MIN});
     const auto n = static_cast<std::size_t>(belief_.n > 0 ? belief_.n : 1);
     switch (letter) {
