@@ -81,9 +81,7 @@ bool dispatch(Session& session, const Dialect& dialect, const InputSpec& spec, S
   }
   SessionBoundary boundary(session);
   const Message message = solve(session, boundary, dialect, *row, spec, solution);
-  const State& s = solution.state;
-  // "Tm" leaves u, h and s alone where the pressure is negative.
-  const bool complete = all_finite({s.t, s.p, s.v}) && (row->code == "Tm" || all_finite({s.u, s.h, s.s}));
+  const bool complete = is_complete(*row, solution.state);
   if (ok(message) && complete) return true;
   err.assign(ok(message) ? no_state : message);
   return false;

@@ -30,8 +30,6 @@ constexpr std::array<StateRow, 16> rows = {{
     {"Tm", tm, tm, "", nullptr, false, nullptr, nullptr},
 }};
 
-constexpr Message bad_input = "TESSAREL error: input values must be finite numbers, temperature and volume positive...";
-
 /// The two values that the code names must be there: temperature and volume enter logarithms.
 bool usable(char property, const State& state) {
   State copy = state;
@@ -74,6 +72,10 @@ solvers::TwoPhaseSolver* solver_of(const StateRow& row, const InputSpec& spec, b
   const bool variant = row.variant != nullptr && trimmed(spec.field) == row.variant_text;
   if (variant && (!pure || row.variant_for_pure)) return row.variant;
   return pure ? row.pure : row.mixture;
+}
+
+bool is_complete(const StateRow& row, const solvers::State& s) {
+  return std::isfinite(s.t + s.p + s.v) && (row.code == "Tm" || std::isfinite(s.u + s.h + s.s));
 }
 
 Message check_pair(Session& session, const StateRow& row, bool single_phase, const State& state) {

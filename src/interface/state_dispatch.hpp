@@ -35,4 +35,7 @@ solvers::TwoPhaseSolver* solver_of(const StateRow& row, const InputSpec& spec, b
 /// refuses.
 Message check_pair(Session& session, const StateRow& row, bool single_phase, const solvers::State& state);
 
+/// What a solver of the row has found is a state: "Tm" leaves u, h and s alone where the pressure is negative.
+bool is_complete(const StateRow& row, const solvers::State& state);
+
 }  // namespace tessarel::interface
