@@ -27,7 +27,10 @@
  *
  * REFUSED CALLS. With a null pointer, or an n, ipure, component number or phase code out of range, results that are
  * single numbers become NaN and arrays are left alone; routines with an error text set that text instead. Numbers
- * outside the domain of the formulas (t of 0 or below, eta of 1 or more, NaN) give NaN or infinities and no message.
+ * outside the domain of the formulas (t of 0 or below, eta of 1 or more, NaN) give NaN or infinities where there is no
+ * error text, and a text where there is one: "TESSAREL error: input values must be finite numbers, temperature and
+ * volume positive...", "TESSAREL error: the volume is below that of closest packing...", "TESSAREL error: no finite
+ * state found for the input values...".
  *
  * Every routine works on the session that is current on the calling thread.
  */
@@ -43,7 +46,7 @@ extern "C" {
 /* ============================================================ fluid ============================================= */
 
 /* Readers of fluid data. They fill the parameters of the session and leave its number of components and its
- * composition as they are; tessarel_setfluid is the usual way in. Names and paths may have any length. Messages:
+ * composition as they are; tessarel_setfluid is the usual way in. Messages:
  * "Error opening fluid data file of <name>", "Unexpected data in fluid data file "<name>.saf"...",
  * "Place of a component must be 1 to 20...", "TESSAREL error: null pointer argument...". */
 
@@ -213,7 +216,8 @@ TESSAREL_API void tessarel_calc_dz_dp(const int32_t* n, const double* x, const d
 
 /* ============================================================ pressure ========================================== */
 
-/* p of the selected fluid and composition at t and v [Pa]. */
+/* p of the selected fluid and composition at t and v [Pa]; NaN where t or v is not positive or v below closest packing.
+ */
 TESSAREL_API void tessarel_calc_p(const double* t, const double* v, double* p);
 /* p of the mixture at t and rho [Pa]. */
 TESSAREL_API void tessarel_calc_p_rho(const int32_t* n, const double* x, const double* t, const double* rho, double* p);
@@ -588,13 +592,14 @@ TESSAREL_API double tessarel_brent_extreme(const int32_t* mode, const int32_t* s
 /* Of the selected fluid. err everywhere: "No errors", "TESSAREL error: no fluid selected...",
  * "TESSAREL error: null pointer argument..." and the texts named. A value not computed is -8888.8. */
 
-/* Saturation pressure [Pa] of a pure fluid at t. err: "Temperature less than minimum temperature...",
- * "Temperature greater than critical temperature...", "No convergence calculating saturation pressure...", after
- * which the result is the last iterate. */
+/* Saturation pressure [Pa] of a pure fluid at t. Of a mixture: of its first component alone, but with the critical
+ * point and the range of temperature of the mixture as limits; select the component by itself instead. err:
+ * "Temperature less than minimum temperature...", "Temperature greater than critical temperature...", "No convergence
+ * calculating saturation pressure...", after which the result is the last iterate. */
 TESSAREL_API void tessarel_calc_psat(const double* t, double* psat, char* err, size_t err_len);
-/* Saturation temperature [K] of a pure fluid at p. err: "Pressure less than minimum pressure..." (0.1 Pa),
- * "Pressure greater than critical pressure...", "No convergence calculating saturation temperature...", after which
- * the result is the last iterate. */
+/* Saturation temperature [K] of a pure fluid at p; of a mixture, as calc_psat. err: "Pressure less than minimum
+ * pressure..." (0.1 Pa), "Pressure greater than critical pressure...", "No convergence calculating saturation
+ * temperature...", after which the result is the last iterate. */
 TESSAREL_API void tessarel_calc_tsat(const double* p, double* tsat, char* err, size_t err_len);
 /* Volumes of both branches of the spinodal at t [m3/mol]. err:
  * "No convergence calculating specific volume for spinodal...",
@@ -624,7 +629,8 @@ TESSAREL_API void tessarel_bisec_spin(const int32_t* iphase, const double* p, co
 
 /* The true critical point of a pure fluid, or the mole-fraction average of those of the components. */
 TESSAREL_API void tessarel_critpoint(char* errormsg, size_t errormsg_len);
-/* The search for component i. */
+/* The search for component i. Of a mixture, tc, pc and the critical density of the session become those of the
+ * component, until the next selection. */
 TESSAREL_API void tessarel_critpure(const int32_t* i, char* errormsg, size_t errormsg_len);
 /* The mole-fraction average of the critical points of the components. */
 TESSAREL_API void tessarel_critmixt_pseudo(char* errormsg, size_t errormsg_len);

@@ -12,6 +12,8 @@
  *     an element. This is the hidden-length convention of the usual Fortran compilers. Texts are case significant.
  *   - An output text is cut at the field's length and padded with blanks; 80 characters hold nearly all messages, 300
  *     hold all that name a file. A null field or a zero length receives nothing.
+ *   - Of an input text the first 4096 characters count. Where a message repeats what a host or a file has given,
+ *     question marks stand for control characters.
  *   - `err` begins with "No errors" after success and holds a message otherwise. Nothing is thrown and no signal is
  *     raised across this interface.
  *   - Each entry is exported a second time with an underscore behind its name (tessarel_setfluid_), so a Fortran host
@@ -45,17 +47,22 @@ extern "C" {
  *   names  in   nf text fields of names_len characters: names of fluids, that is of records in the fluid database or of
  *               files <name>.saf in the fluid directory beside the library's directory
  *   z      in   nf mole fractions. They are taken as given and not normalised: hand in fractions that sum to 1. They
- *               must be finite, none negative and at least one positive. A fraction of zero is accepted in a mixture;
- *               the component then adds nothing to any property, and leaving it out instead is faster.
- *               With 111 added to z(1) (any value above 100 counts as such) the simplified hard-chain model with one
- *               mean segment diameter is used, from then on in this session.
- *   err    out  "No errors", or
- *               "TESSAREL error: number of components must be 1 to 20...",
+ *               must be finite, none negative, with a sum between 1e-50 and 1e50. A fraction of zero is accepted in a
+ * mixture; the component then adds nothing to any property, and leaving it out instead is faster. With 111 added to
+ * z(1) (any value above 100 counts as such) the simplified hard-chain model with one mean segment diameter is used,
+ * from then on in this session. err    out  "No errors", or "TESSAREL error: number of components must be 1 to 20...",
  *               "TESSAREL error: names of the components are missing...",
+ *               "TESSAREL error: fields of the names are longer than any file name..." (4096 characters),
  *               "TESSAREL error: mole fractions must be finite numbers, none negative, and not all zero...",
  *               "TESSAREL error: null pointer argument..." (in these cases the selection is unchanged);
- *               "Error opening fluid data file of <file>", "Unexpected data in fluid data file "<name>.saf"...",
+ *               "Error opening fluid data file of <file>" (also for one of more than 16 MB),
+ *               "Unexpected data in fluid data file "<name>.saf"...",
+ *               "Unexpected data in fluid data file "<file>.saf", row <row>: <reason>..." for a number that means no
+ *               fluid,
  *               "Error opening mixture parameter file ..." and their like from the data readers.
+ *
+ * After a failure of the data readers no fluid is selected: every call that needs one is refused until a selection has
+ * come back with "No errors".
  *
  * With the same names as in the call before, no data is read: only the composition changes. This holds after a failed
  * call too, so a failed selection must not be repeated with the same names: that would report "No errors" on what is
@@ -141,7 +148,7 @@ TESSAREL_API void tessarel_sub(void);
  * and 1 for one vapour phase: of a pure fluid below tc by the saturation pressure, of a mixture below tc and pc by its
  * dew temperature; above tc it is 1, and 0 between. Of one phase x or y is the selected composition, and of the phase
  * that is not there no composition has a meaning. A mixture's critical point is that of tessarel_fluidinfo until a
- * bubble or dew point has been asked for, also by a solver.
+ * bubble or dew point has been asked for, also by a solver; where the label could depend on it, it is asked for.
  *
  * Single-phase states take the density root of the phase named, also where that phase is metastable; where it has no
  * root, the root of the other phase. Temperatures are searched between 150 K and 1000 K, pressures between 1000 Pa and
@@ -218,7 +225,9 @@ TESSAREL_API void tessarel_tmdpropsat(const char* spec, double* t, double* p, do
  *                   entropy is without the term of ideal mixing, -R (ln x(i) + 1).
  *   dlnphi   out  n x (2n+2) values, first index fastest: columns by T [1/K], by P [1/Pa], by the n fractions, by the n
  *                 mole numbers
- *   err      out  "No errors"; or the texts for null pointers and for no fluid selected, and nothing else is written
+ *   err      out  "No errors"; the texts for null pointers, for no fluid selected, for input values that are not finite
+ *                 or positive and for a volume below closest packing, and nothing else is written;
+ *                 "TESSAREL error: no finite state found for the input values..."
  */
 TESSAREL_API void tessarel_capeopenderiv(const double* t, const double* p, const double* v, double* dv, double* dh,
                                          double* ds, double* dg, double* dlnphi, char* err, size_t err_len);
@@ -283,6 +292,33 @@ TESSAREL_API void tessarel_flash_sensitivity(const double* t, const double* p, d
 TESSAREL_API void tessarel_derived(const double* x, const double* t, const double* v, double* cp, double* w, double* jt,
                                    double* kappa, double* alpha, double* g, char* err, size_t err_len);
 
+/*
+ * tessarel_states: many states of the selection from the same pair of properties. Molar SI in and out: K, Pa, m3/mol,
+ * J/mol, J/(mol K). Each is solved as tessarel_tmdprop solves it alone; one that fails does not end the call.
+ *
+ *   pair        in      as `spec` of tessarel_tmdprop; "vap" and "liq" have no effect
+ *   count       in      number of states, 0 or more
+ *   a, b        in      count values of each of the two properties, in the order of the pair
+ *   states      out     count x 7, by columns: t, p, v, u, h, s, q; the column of a property is consecutive
+ *   liquids     out     count x 4, by columns: v, u, h, s of the liquid of two phases. May be null
+ *   vapours     out     the same of the vapour. May be null
+ *   derived     out     count x 7, by columns: cv, cp, w, jt, kappa, alpha, g (tessarel_derived) of one phase; may be null
+ *   x, y        out     n x count, first index fastest: mole fractions of liquid and vapour of each state; the selected
+ *                       composition where there is no such phase. May be null
+ *   codes       out     count: 0, or the number from 1 of the text that tells why there is no state; -1 where that is
+ *                       another text and `texts` was full
+ *   text_count  in,out  number of text fields in `texts`; number of those used
+ *   texts       out     the distinct messages of failed states
+ *   err         out     "No errors" also when states have failed; "TESSAREL error: no fluid selected...",
+ *                       "TESSAREL error: null pointer argument...", "TESSAREL error: the number of states or of texts is
+ *                       negative or too large..."
+ * Values of states that failed, of phases that are not there and derived ones of two phases are -8888.8.
+ */
+TESSAREL_API void tessarel_states(const char* pair, const int64_t* count, const double* a, const double* b,
+                                  double* states, double* liquids, double* vapours, double* derived, double* x,
+                                  double* y, int32_t* codes, int32_t* text_count, char* texts, char* err,
+                                  size_t pair_len, size_t texts_len, size_t err_len);
+
 /* Parameters of the selection: component i (from 1), pairs of components.
  *
  * Keys, in the units of tessarel_fluidparameter where it knows them:
@@ -304,6 +340,8 @@ TESSAREL_API void tessarel_derived(const double* x, const double* t, const doubl
  *   kij    in   interaction parameter of components i and j, both ways; also a code of a temperature correlation
  *   err    out  "No errors", "TESSAREL parameter <name> not available...", "TESSAREL error: no such component...",
  *               "TESSAREL error: parameters must be finite numbers, sizes and energies positive...",
+ *               "TESSAREL error: a molar mass must be at least 1 g/mol...",
+ *               "TESSAREL error: the highest temperature must not be below the lowest...",
  *               "TESSAREL error: the component has no association sites of two types...",
  *               "TESSAREL error: an interaction parameter belongs to two different components..."; the texts for null
  *               pointers and for no fluid selected
@@ -340,8 +378,8 @@ TESSAREL_API void tessarel_setkij(const int32_t* i, const int32_t* j, const doub
  *                     or volume 0 a component does not associate, else it has one site each of two types. h [J/mol], s
  *                     [J/(mol K)] are residual values of the state at t [K], p [Pa], x, y (n) its phases
  *
- * Refused with a text of their own: values that are not finite; m, sigma, epsil, molar mass, t, p of 0 or below;
- * negative association energies and volumes.
+ * Refused with a text of their own: values that are not finite; m, sigma, epsil, t, p of 0 or below; molar masses below
+ * 1 g/mol; negative association energies and volumes.
  */
 TESSAREL_API void tessarel_prho_mset(const double* m, const double* sigma, const double* epsil, const double* t,
                                      double* p, double* rho, char* err, size_t err_len);

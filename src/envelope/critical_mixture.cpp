@@ -44,7 +44,16 @@ double cubic_form_of(const Eos& eos, int n, const double* z, double t, double rh
 
 }  // namespace
 
-std::int32_t det_q_newton(const Eos& eos, bool debug, int n, const double* z, double rho, double& t, double* q) {
+namespace {
+
+/// Matrices that a search may form: a fifth of a second and less for any number of components.
+int most_matrices(int n) {
+  return 400 + 40000 / (n * n);
+}
+
+/// det_q_newton within what is `left` of the matrices of a search.
+std::int32_t det_q_newton(const Eos& eos, bool debug, int n, const double* z, double rho, double& t, double* q,
+                          int& left) {
   constexpr int limit = 100;
   constexpr double tolerance = 1e-5, lowest = 120.0;
   std::int32_t ierr = 0;
@@ -66,22 +75,30 @@ std::int32_t det_q_newton(const Eos& eos, bool debug, int n, const double* z, do
       return ierr;
     }
     if (ierr != 0) return ierr;
-    if (pass > limit) return determinant_not_converged;
+    if (pass > limit || (left -= 2) < 0) return determinant_not_converged;
   }
+}
+
+}  // namespace
+
+std::int32_t det_q_newton(const Eos& eos, bool debug, int n, const double* z, double rho, double& t, double* q) {
+  int left = most_matrices(n);
+  return det_q_newton(eos, debug, n, z, rho, t, q, left);
 }
 
 std::int32_t cubic_newton(const Eos& eos, bool debug, int n, const double* z, double& rho, double& t) {
   constexpr int limit = 200;
   constexpr double tolerance = 1e-12, accepted = 0.001;
   const double drho = 1e-4 * rho;
+  int left = most_matrices(n);
   Matrix q;
   double c = 0;
   for (int pass = 1;;) {
     fluid::Vector dn{};
-    if (const auto ierr = det_q_newton(eos, debug, n, z, rho, t, q.data()); ierr > 0) return ierr;
+    if (const auto ierr = det_q_newton(eos, debug, n, z, rho, t, q.data(), left); ierr > 0) return ierr;
     c = cubic_form_of(eos, n, z, t, rho, q, dn);
     double shifted_t = t;
-    if (const auto ierr = det_q_newton(eos, debug, n, z, rho + drho, shifted_t, q.data()); ierr > 0) return ierr;
+    if (const auto ierr = det_q_newton(eos, debug, n, z, rho + drho, shifted_t, q.data(), left); ierr > 0) return ierr;
     const double c2 = cubic_form_of(eos, n, z, shifted_t, rho + drho, q, dn);
     if (debug) std::printf("cubic form: pass %d, T = %.10g K, rho = %.10g 1/A3, c = %.6g\n", pass, t, rho, c);
     const double next = rho - drho * c / (c2 - c), rho_before = rho;
@@ -95,7 +112,8 @@ std::int32_t cubic_newton(const Eos& eos, bool debug, int n, const double* z, do
     ++pass;
     // Steps of the rounding of the form lead nowhere.
     if (!(std::abs(c) > tolerance) || std::abs(next - rho_before) < 1e-12 * rho) break;
-    if (pass > limit) break;
+    // The cubic form takes four.
+    if (pass > limit || (left -= 8) < 0) break;
   }
   return std::abs(c) > accepted || std::isnan(c) ? cubic_not_converged : 0;
 }

@@ -81,7 +81,10 @@ double cubic_form(const Eos& eos, int n, const double* z, double t, double rho, 
   return (8.0 * (f(s) - f(-s)) - (f(2 * s) - f(-2 * s))) / (12.0 * s);
 }
 
-Criticality criticality(const Eos& eos, int n, const double* z, double t, double rho, const double* like) {
+namespace {
+
+/// The smallest eigenvalue of Q and its vector; `like` as for criticality().
+Criticality lowest_eigenvalue(const Eos& eos, int n, const double* z, double t, double rho, const double* like) {
   const Arena::Frame frame(eos.arena());
   const auto size = at(n);
   const Square<double> q{eos.arena().take<double>(size * size), size};
@@ -95,6 +98,13 @@ Criticality criticality(const Eos& eos, int n, const double* z, double t, double
   double turn = 0;
   for (std::size_t i = 0; i < size; ++i) turn += vectors(lowest, i) * (like != nullptr ? like[i] : std::sqrt(z[i]));
   for (std::size_t i = 0; i < size; ++i) r.u[i] = turn < 0 ? -vectors(lowest, i) : vectors(lowest, i);
+  return r;
+}
+
+}  // namespace
+
+Criticality criticality(const Eos& eos, int n, const double* z, double t, double rho, const double* like) {
+  Criticality r = lowest_eigenvalue(eos, n, z, t, rho, like);
   r.c = cubic_form(eos, n, z, t, rho, r.u.data());
   return r;
 }
@@ -127,24 +137,42 @@ bool refine_critical(const Eos& eos, int n, const double* z, double& t, double& 
 
 namespace {
 
-/// The highest temperature at `rho` at which the phase is at its limit of stability, below `t`; 0 if there is none.
-double stability_limit(const Eos& eos, int n, const double* z, double t, double rho) {
-  const Arena::Frame frame(eos.arena());
-  const auto size = at(n);
-  const Square<double> q{eos.arena().take<double>(size * size), size};
-  const auto stable = [&](double temperature) {
-    criticality_matrix(eos, n, z, z, temperature, rho, q);
-    return numerics::cholesky(q);
+/// The highest temperature at `rho` at which the phase is at its limit of stability, below `t`, with the eigenvector
+/// there; 0 if there is none. `near`, unless 0, is that of a density nearby, from which the limit is followed.
+double stability_limit(const Eos& eos, int n, const double* z, double t, double near, double rho, const double* like,
+                       Criticality& there) {
+  const auto at_t = [&](double temperature) {
+    there = lowest_eigenvalue(eos, n, z, temperature, rho, like);
+    return there.lambda;
   };
-  double hi = t, lo = t;
-  while (stable(lo)) {
-    hi = lo;
-    lo *= 0.93;
+  double hi = near > 0 ? 1.01 * near : t, f_hi = at_t(hi);
+  while (near > 0 && f_hi <= 0 && hi < t) f_hi = at_t(hi *= 1.04);
+  if (!(f_hi > 0)) return 0;
+  const double step = near > 0 ? 0.97 : 0.93;
+  double lo = hi, f_lo = f_hi;
+  while (f_lo > 0) {
+    hi = lo, f_hi = f_lo;
+    lo *= step;
     if (lo < 0.1 * t) return 0;
+    f_lo = at_t(lo);
   }
-  if (hi == lo) return 0;
-  for (int k = 0; k < 30; ++k) (stable(0.5 * (lo + hi)) ? hi : lo) = 0.5 * (lo + hi);
-  return 0.5 * (lo + hi);
+  // False position; an end that stays counts half (Illinois). Newton's method for both conditions comes after it.
+  double middle = lo;
+  for (int k = 0, side = 0; k < 12 && f_lo < 0; ++k) {
+    middle = (lo * f_hi - hi * f_lo) / (f_hi - f_lo);
+    const double f = at_t(middle);
+    if (std::abs(f) < 1e-9 || !(hi - lo > 1e-10 * hi)) break;
+    if (f > 0) {
+      hi = middle, f_hi = f;
+      if (side > 0) f_lo *= 0.5;
+      side = 1;
+    } else {
+      lo = middle, f_lo = f;
+      if (side < 0) f_hi *= 0.5;
+      side = -1;
+    }
+  }
+  return middle;
 }
 
 }  // namespace
@@ -158,12 +186,14 @@ bool find_critical(const Eos& eos, int n, const double* z, double t_start, doubl
   double eta = first_eta;
   for (int k = 0; k < steps; ++k, eta *= ratio) {
     const double density = eos::calc_rho_eta(eos, n, z, 0, t_start, eta);
-    const double limit = stability_limit(eos, n, z, 3.0 * t_start, density);
+    Criticality here;
+    const double limit = stability_limit(eos, n, z, 3.0 * t_start, has_last ? last_t : 0, density,
+                                         has_last ? like.data() : nullptr, here);
     if (!(limit > 0)) {
       has_last = false;
       continue;
     }
-    const Criticality here = criticality(eos, n, z, limit, density, has_last ? like.data() : nullptr);
+    here.c = cubic_form(eos, n, z, limit, density, here.u.data());
     if (has_last && here.c * last_c <= 0) {
       const double share = last_c / (last_c - here.c);
       t = last_t + share * (limit - last_t);
@@ -177,6 +207,20 @@ bool find_critical(const Eos& eos, int n, const double* z, double t_start, doubl
     has_last = true;
   }
   return false;
+}
+
+bool stable_at_all_densities(const Eos& eos, int n, const double* z, double t) {
+  const Arena::Frame frame(eos.arena());
+  const auto size = at(n);
+  const Square<double> q{eos.arena().take<double>(size * size), size};
+  // For the densities in between.
+  constexpr double margin = 0.05;
+  for (const double eta : {0.13, 0.09, 0.18, 0.05, 0.24, 0.32}) {
+    criticality_matrix(eos, n, z, z, t, eos::calc_rho_eta(eos, n, z, 0, t, eta), q);
+    for (std::size_t i = 0; i < size; ++i) q(i, i) -= margin;
+    if (!numerics::cholesky(q)) return false;
+  }
+  return true;
 }
 
 }  // namespace tessarel::envelope

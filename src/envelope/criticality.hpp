@@ -39,4 +39,7 @@ using Accept = bool (*)(const eos::Eos& eos, int n, const double* z, double t, d
 /// estimate of the critical temperature.
 bool find_critical(const eos::Eos& eos, int n, const double* z, double t_start, double& t, double& rho, Accept accept);
 
+/// Whether Q is positive definite at `t` at a series of densities, with a margin: then `t` is above the critical point.
+bool stable_at_all_densities(const eos::Eos& eos, int n, const double* z, double t);
+
 }  // namespace tessarel::envelope

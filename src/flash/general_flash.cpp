@@ -299,7 +299,7 @@ Message calc_ab_flash(const eos::Fluid& fluid, int mode, double a, double b, AbR
     case 0:
       return no_errors;
     case left_range:
-      return "Michelsen's GenFlash calculation: error code = -2";
+      return out_of_range;
     default:
       return "Michelsen's GenFlash calculation: error code = -3";
   }

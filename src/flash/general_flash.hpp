@@ -52,6 +52,7 @@ bool refine_split(Given given, double first, double second, const eos::Fluid& fl
 /// genflash in SI units, with the pair (P,T), (P,h), (P,s), (T,v), (v,u) by `mode` 1 to 5 as a, b. Messages: "No
 /// errors", "Michelsen's GenFlash calculation: error code = <code>", "Michelsen's GenFlash calculation: unexpected
 /// error, NaN's calculated...". Results are written always.
+inline constexpr Message out_of_range = "Michelsen's GenFlash calculation: error code = -2";
 struct AbResult {
   double t = 0, p = 0, v = 0, u = 0, h = 0, s = 0, q = 0;
   Vector x{}, y{};

@@ -352,6 +352,10 @@ PtResult Flash::result() {
       std::copy_n(z_, n_, r.y.begin());
     }
   }
+  // A test can end at amounts beyond the range of numbers, which nothing depends on.
+  for (Vector* tested : {&r.x, &r.y})
+    if (code_ == 3 && std::any_of(tested->begin(), tested->begin() + n_, [](double x) { return !std::isfinite(x); }))
+      std::copy_n(z_, n_, tested->begin());
   return r;
 }
 

@@ -17,9 +17,37 @@ FixedText<32> text_of(std::string_view row) noexcept {
   return text;
 }
 
-bool real_row(RowSource& rows, double& value) {
+/// A record while it is read, and the first number in it that means no fluid.
+struct Reading {
+  RowSource& rows;
+  std::string_view fault{};
+  int faulty_row = 0;
+
+  void require(bool sound, std::string_view otherwise) {
+    if (sound || !fault.empty()) return;
+    fault = otherwise;
+    faulty_row = rows.row();
+  }
+};
+
+bool real_row(Reading& in, double& value) {
   std::string_view row;
-  return rows.next_value(row) && read_real(row, value);
+  if (!in.rows.next_value(row) || !read_real(row, value)) return false;
+  in.require(!has_decimal_comma(row), "decimal comma");
+  return true;
+}
+
+bool positive_row(Reading& in, double& value) {
+  if (!real_row(in, value)) return false;
+  in.require(value > 0, "value not above 0");
+  return true;
+}
+
+/// Energy or volume of a bond.
+bool bond_row(Reading& in, double& value) {
+  if (!real_row(in, value)) return false;
+  in.require(value >= 0, "value below 0");
+  return true;
 }
 
 bool integer_row(RowSource& rows, std::int32_t low, std::int32_t high, std::int32_t& value) {
@@ -30,23 +58,27 @@ bool integer_row(RowSource& rows, std::int32_t low, std::int32_t high, std::int3
   return true;
 }
 
-bool scaled_row(RowSource& rows, double unit, double& value) {
-  if (!real_row(rows, value)) return false;
+bool scaled_row(Reading& in, double unit, double& value) {
+  if (!real_row(in, value)) return false;
   value /= unit;
   return true;
 }
 
 /// Rows 2 to 17, the values that every record has.
-bool read_values(RowSource& rows, std::size_t i, Parameters& r) {
+bool read_values(Reading& in, std::size_t i, Parameters& r) {
+  RowSource& rows = in.rows;
   rows.skip_separator();
-  if (!real_row(rows, r.tmin[i]) || !real_row(rows, r.tmax[i])) return false;
+  if (!positive_row(in, r.tmin[i]) || !positive_row(in, r.tmax[i])) return false;
+  in.require(r.tmax[i] >= r.tmin[i], "highest temperature below the lowest");
   rows.skip_separator();
-  if (!real_row(rows, r.molmas[i]) || !real_row(rows, r.omega[i]) || !real_row(rows, r.mseg[i]) ||
-      !real_row(rows, r.sigma[i]) || !real_row(rows, r.epsil[i]))
+  if (!real_row(in, r.molmas[i])) return false;
+  in.require(r.molmas[i] >= least_molar_mass, "molar mass below 1 g/mol");
+  if (!real_row(in, r.omega[i]) || !positive_row(in, r.mseg[i]) || !positive_row(in, r.sigma[i]) ||
+      !positive_row(in, r.epsil[i]))
     return false;
   rows.skip_separator();
-  if (!scaled_row(rows, 1.0, r.cp0_a[i]) || !scaled_row(rows, 1e3, r.cp0_b[i]) || !scaled_row(rows, 1e6, r.cp0_c[i]) ||
-      !scaled_row(rows, 1e9, r.cp0_d[i]) || !real_row(rows, r.delhf0[i]))
+  if (!scaled_row(in, 1.0, r.cp0_a[i]) || !scaled_row(in, 1e3, r.cp0_b[i]) || !scaled_row(in, 1e6, r.cp0_c[i]) ||
+      !scaled_row(in, 1e9, r.cp0_d[i]) || !real_row(in, r.delhf0[i]))
     return false;
   rows.skip_separator();
   return true;
@@ -54,39 +86,40 @@ bool read_values(RowSource& rows, std::size_t i, Parameters& r) {
 
 /// Number of site types, sites of each type, energies of the pairs of different types, association volume. Sites of
 /// one type do not bond with each other.
-bool read_association(RowSource& rows, std::size_t i, Parameters& r) {
+bool read_association(Reading& in, std::size_t i, Parameters& r) {
   std::int32_t types = 0;
-  if (!integer_row(rows, 0, max_sites, types)) return false;
+  if (!integer_row(in.rows, 0, max_sites, types)) return false;
   const auto count = static_cast<std::size_t>(types);
   for (std::size_t a = 0; a < count; ++a)
-    if (!integer_row(rows, 0, max_sites_of_type, r.nhb_no[i][a])) return false;
+    if (!integer_row(in.rows, 0, max_sites_of_type, r.nhb_no[i][a])) return false;
   auto& energy = r.eps_hb[i][i];
   for (std::size_t a = 0; a < count; ++a) {
     energy[a][a] = 0.0;
     for (std::size_t b = a + 1; b < count; ++b) {
-      if (!real_row(rows, energy[a][b])) return false;
+      if (!bond_row(in, energy[a][b])) return false;
       energy[b][a] = energy[a][b];
     }
   }
-  if (!real_row(rows, r.kap_hb[i][i])) return false;
+  if (!bond_row(in, r.kap_hb[i][i])) return false;
   r.nhb_typ[i] = types;
   return true;
 }
 
-bool read_block(RowSource& rows, std::size_t i, std::string_view keyword, Parameters& r) {
-  if (keyword == "associating") return read_association(rows, i, r);
-  if (keyword == "dipolar") return real_row(rows, r.dipole[i]);
-  if (keyword == "quadrupolar") return real_row(rows, r.quapole[i]);
-  if (keyword == "polarizable") return real_row(rows, r.polariz[i]);
+bool read_block(Reading& in, std::size_t i, std::string_view keyword, Parameters& r) {
+  if (keyword == "associating") return read_association(in, i, r);
+  if (keyword == "dipolar") return real_row(in, r.dipole[i]);
+  if (keyword == "quadrupolar") return real_row(in, r.quapole[i]);
+  if (keyword == "polarizable") return real_row(in, r.polariz[i]);
   return false;
 }
 
-bool read_blocks(RowSource& rows, std::size_t i, Parameters& r) {
+bool read_blocks(Reading& in, std::size_t i, Parameters& r) {
+  RowSource& rows = in.rows;
   std::string_view row;
   while (rows.next(row)) {
     const FixedText<32> keyword = tolower_tessarel(text_of(row).view());
     if (keyword.trimmed() == "eof") return true;
-    if (!is_blank(row) && !read_block(rows, i, keyword.trimmed(), r)) return false;
+    if (!is_blank(row) && !read_block(in, i, keyword.trimmed(), r)) return false;
     rows.skip_separator();
   }
   return false;
@@ -110,11 +143,17 @@ Message read_fluid_record(RowSource& rows, int place, std::string_view default_n
   r.compname[i].assign({});
 
   std::string_view row;
+  Reading in{rows};
   std::string name(trimmed(default_name));
   if (rows.next(row)) {
     r.compname[i] = text_of(row);
     name = r.compname[i].trimmed();
-    if (read_values(rows, i, r) && read_blocks(rows, i, r)) return no_errors;
+    if (read_values(in, i, r) && read_blocks(in, i, r)) {
+      if (in.fault.empty()) return no_errors;
+      text.assign("Unexpected data in fluid data file \"" + std::string(trimmed(default_name)) + ".saf\", row " +
+                  std::to_string(in.faulty_row) + ": " + std::string(in.fault) + "...");
+      return Message::of(text.trimmed());
+    }
   }
   text.assign("Unexpected data in fluid data file \"" + name + ".saf\"...");
   return Message::of(text.trimmed());

@@ -24,8 +24,9 @@ FixedText<32> tolower_tessarel(std::string_view text) noexcept;
 using FailureText = FixedText<320>;
 
 /// Reads a record into component `i` (0 to 19). Returns "No errors" or "Unexpected data in fluid data file
-/// "<name>.saf"..." with the name inside the record, or `default_name` where the record ends before the name; the
-/// parameters of the component are then partly overwritten.
+/// "<name>.saf"..." with the name inside the record, or `default_name` where the record ends before the name; where a
+/// number means no fluid (least_molar_mass and what is said there, or a decimal comma), "... file "<default_name>.saf",
+/// row <row>: <reason>...". The parameters of the component are then partly overwritten.
 Message read_fluid_record(RowSource& rows, int i, std::string_view default_name, Parameters& p, FailureText& text);
 
 }  // namespace tessarel::fluid

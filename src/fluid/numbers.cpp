@@ -83,6 +83,14 @@ bool read_real(std::string_view row, double& value) {
   return parse_real(first_token(row), 0, value);
 }
 
+bool has_decimal_comma(std::string_view row) noexcept {
+  const std::string_view token = first_token(row);
+  if (token.empty()) return false;
+  const char* behind = token.data() + token.size();
+  const char* end = row.data() + row.size();
+  return end - behind >= 2 && behind[0] == ',' && is_digit(behind[1]);
+}
+
 bool read_integer(std::string_view row, std::int32_t& value) {
   std::string_view token = first_token(row);
   const bool negative = take_sign(token);

@@ -15,6 +15,9 @@ namespace tessarel::fluid {
 [[nodiscard]] bool read_real(std::string_view row, double& value);
 [[nodiscard]] bool read_integer(std::string_view row, std::int32_t& value);
 
+/// True for a row whose first value has a comma for its decimal point, "88,15": read_real takes it for 88.
+[[nodiscard]] bool has_decimal_comma(std::string_view row) noexcept;
+
 /// Reads a field of fixed width under the edit descriptor Fw.d: blanks do not count, a blank field is 0, and digits
 /// without a decimal point are units of 10^-d.
 [[nodiscard]] bool read_fixed(std::string_view field, int decimals, double& value);

@@ -65,6 +65,11 @@ struct Parameters {
   PerComponent<bool> is_assoc_cmp{}, is_polar_cmp{};
 };
 
+/// Below this a molar mass [g/mol] is a misprint, in kg/mol perhaps; hydrogen atoms have it. What else means no fluid:
+/// segment number, diameter, energy or lowest temperature of 0 or below, a highest temperature below the lowest, a bond
+/// of negative energy or volume.
+inline constexpr double least_molar_mass = 1.0;
+
 enum class Moment { none, dipole, quadrupole };
 
 }  // namespace tessarel::fluid

@@ -17,9 +17,9 @@ struct NameList {
   const char* data = nullptr;
   std::size_t length = 0;
 
-  /// Name number `i` from 0 without its trailing blanks; empty for an unusable array.
+  /// Name number `i` from 0 without its trailing blanks; empty for an array that is none of names.
   [[nodiscard]] std::string_view operator[](int i) const noexcept {
-    if (!usable_field(data, length) || i < 0) return {};
+    if (!usable_field(data, length) || length > longest_text || i < 0) return {};
     return trimmed({data + at(i) * length, length});
   }
 };

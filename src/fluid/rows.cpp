@@ -34,8 +34,13 @@ bool LineReader::next(std::string_view& row) {
   return true;
 }
 
+bool FileRows::next(std::string_view& row) {
+  ++row_;
+  return lines_.next(row);
+}
+
 bool FileRows::next_value(std::string_view& row) {
-  while (lines_.next(row))
+  while (next(row))
     if (!is_blank(row)) return true;
   return false;
 }

@@ -38,6 +38,8 @@ class RowSource {
   virtual ~RowSource() = default;
   /// The next row, whatever it holds; false at the end.
   virtual bool next(std::string_view& row) = 0;
+  /// Number of the row taken last, from 1.
+  [[nodiscard]] virtual int row() const noexcept = 0;
   /// The next row that can hold a number.
   virtual bool next_value(std::string_view& row) = 0;
   /// Skips the separator row: one row in the database, nothing in a file.
@@ -48,12 +50,14 @@ class RowSource {
 class FileRows final : public RowSource {
  public:
   explicit FileRows(platform::ByteSource& bytes) noexcept : lines_(bytes) {}
-  bool next(std::string_view& row) override { return lines_.next(row); }
+  bool next(std::string_view& row) override;
+  [[nodiscard]] int row() const noexcept override { return row_; }
   bool next_value(std::string_view& row) override;
   void skip_separator() override {}
 
  private:
   LineReader lines_;
+  int row_ = 0;
 };
 
 /// Rows of the database, by number.
@@ -61,6 +65,7 @@ class DatabaseRows final : public RowSource {
  public:
   DatabaseRows(const platform::FluidData& data, int count) noexcept;
   bool next(std::string_view& row) override;
+  [[nodiscard]] int row() const noexcept override { return static_cast<int>(next_); }
   bool next_value(std::string_view& row) override { return next(row); }
   void skip_separator() override { ++next_; }
 

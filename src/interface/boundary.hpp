@@ -37,7 +37,7 @@ inline bool any_null(std::initializer_list<const void*> pointers) noexcept {
 /// The concatenation of `parts`, cut and padded as any output text; of any length and without storage of its own.
 inline void compose(TextField field, std::initializer_list<std::string_view> parts) noexcept {
   for (const std::string_view part : parts) {
-    field.assign(part);
+    field.assign(Message::of(part));
     const std::size_t used = usable_field(field.data, field.size) ? std::min(field.size, part.size()) : 0;
     field = {field.data + used, field.size - used};
   }

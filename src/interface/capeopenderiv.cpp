@@ -1,11 +1,15 @@
 // Composition derivatives of a homogeneous phase for process simulators (CAPE-OPEN): of v, h, s, g and ln phi, at
 // constant T and P, by mole fractions and by mole numbers. The state is the caller's; nothing is solved.
+#include <algorithm>
+#include <cmath>
+
 #include "eos/composition.hpp"
 #include "eos/fugacity.hpp"
 #include "eos/mole_numbers.hpp"
 #include "fluid/ideal_gas.hpp"
 #include "interface/boundary.hpp"
 #include "interface/dispatch.hpp"
+#include "interface/flash_checks.hpp"
 #include "tessarel/tessarel.h"
 
 namespace tessarel::interface {
@@ -78,8 +82,18 @@ extern "C" void tessarel_capeopenderiv(const double* t, const double* p, const d
   if (selected == nullptr) return;
   Session& session = *selected;
   guarded(errors, [&] {
-    derivatives(session.eos(), session.n(), session.z.data(), *t, *p, *v, dv, dh, ds, dg, dlnphi);
-    errors.assign(no_errors);
+    Message message = check_phase_at(session, *t, *v, *p);
+    if (ok(message)) {
+      const int n = session.n();
+      derivatives(session.eos(), n, session.z.data(), *t, *p, *v, dv, dh, ds, dg, dlnphi);
+      const auto finite = [](const double* first, int count) {
+        return std::all_of(first, first + count, [](double value) { return std::isfinite(value); });
+      };
+      const bool complete = finite(dv + 2, 2 * n) && finite(dh + 2, 2 * n) && finite(ds + 2, 2 * n) &&
+                            finite(dg + 2, 2 * n) && finite(dlnphi, n * (2 * n + 2));
+      if (!complete) message = no_state;
+    }
+    errors.assign(message);
   });
 }
 TESSAREL_FORTRAN_TWIN(tessarel_capeopenderiv);

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "envelope/critical_point.hpp"
 #include "eos/pressure.hpp"
 #include "interface/boundary.hpp"
@@ -15,7 +17,8 @@ extern "C" void tessarel_criticalpoint(double* tc, double* pc, double* rhoc, cha
     const eos::Fluid f = session.fluid();
     if (f.pure()) {
       fluid::Limits limits = session.limits;
-      if (const Message message = envelope::critpure(f.eos, f.n, f.z, 1, limits); !ok(message)) return message;
+      const int present = 1 + static_cast<int>(std::max_element(f.z, f.z + f.n) - f.z);
+      if (const Message message = envelope::critpure(f.eos, f.n, f.z, present, limits); !ok(message)) return message;
       *tc = limits.tc, *pc = limits.pc, *rhoc = limits.rhoc;
       return no_errors;
     }

@@ -6,6 +6,7 @@
 #include "interface/boundary.hpp"
 #include "interface/session_boundary.hpp"
 #include "interface/state_dispatch.hpp"
+#include "solvers/phase_mix.hpp"
 
 namespace tessarel::interface {
 namespace {
@@ -30,9 +31,17 @@ Message solve(Session& session, SessionBoundary& boundary, const Dialect& dialec
     return solver(session.fluid(), host.t, host.p, host.v, host.u, host.h, host.s);
   }
   const Context context{session.fluid(), boundary};
-  TwoPhaseSolver* solver = row.code == "hs" ? dialect.hs : solver_of(row, spec, context.pure());
-  if (solver == nullptr) return at_tp(context, spec.phase, solution);
   State state = host;
+  if (const bool alone = context.n() > 1 && context.pure(); alone) {
+    // The solvers of pure fluids leave both compositions alone, and q above the critical temperature.
+    if (row.code[1] != 'q') state.q = 1.0;
+    fill_with_feed(context, solution.x, solution.y);
+  }
+  TwoPhaseSolver* solver = row.code == "hs" ? dialect.hs : solver_of(row, spec, context.pure());
+  if (solver == nullptr) {
+    host.q = state.q;
+    return at_tp(context, spec.phase, solution);
+  }
   const Message message = solver(context, state, solution.x, solution.y);
   if (ok(message)) host = state;
   return message;
@@ -72,9 +81,7 @@ bool dispatch(Session& session, const Dialect& dialect, const InputSpec& spec, S
   }
   SessionBoundary boundary(session);
   const Message message = solve(session, boundary, dialect, *row, spec, solution);
-  const State& s = solution.state;
-  // "Tm" leaves u, h and s alone where the pressure is negative.
-  const bool complete = all_finite({s.t, s.p, s.v}) && (row->code == "Tm" || all_finite({s.u, s.h, s.s}));
+  const bool complete = is_complete(*row, solution.state);
   if (ok(message) && complete) return true;
   err.assign(ok(message) ? no_state : message);
   return false;

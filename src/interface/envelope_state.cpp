@@ -11,7 +11,6 @@ using flash::pascal_per_bar;
 envelope::Table& traced_envelope(Session& session, const double* z, int& ierr) {
   Session::Envelope& e = session.envelope;
   const int n = session.n();
-  if (!e.table) e.table = std::make_unique<envelope::Table>();  // a selection that has failed may be the first one
   const bool same = e.traced && e.simplified == session.simplified && std::equal(z, z + n, e.z.begin());
   if (!same) {
     const eos::Fluid fluid{session.eos(), n, z, e.at_selection};

@@ -124,10 +124,12 @@ struct ParameterTable {
 Message check(const ParameterTable& par) {
   if (!std::all_of(par.values, par.values + par.n * columns, [](double v) { return std::isfinite(v); }))
     return bad_parameter;
-  for (std::size_t i = 0; i < at(par.n); ++i)
-    if (par(i, molar_mass) <= 0 || par(i, bond_energy) < 0 || par(i, bond_volume) < 0 ||
+  for (std::size_t i = 0; i < at(par.n); ++i) {
+    if (par(i, molar_mass) < fluid::least_molar_mass) return bad_molar_mass;
+    if (par(i, bond_energy) < 0 || par(i, bond_volume) < 0 ||
         !valid_segments(par(i, segments), par(i, diameter), par(i, energy)))
       return bad_parameter;
+  }
   return no_errors;
 }
 
@@ -148,7 +150,10 @@ void load(Parameters& p, const ParameterTable& par) {
 Message equilibrium(Session& session, double t, double p, double& h, double& s, double* x, double* y) {
   if (const Message refused = check_flash(session, t, p); !ok(refused)) return refused;
   const Message message = solvers::tp_zelmaron(session.fluid(), t, p, h, s, x, y);
-  return !ok(message) || std::isfinite(h + s) ? message : no_state;
+  const auto finite = [&](const double* of) {
+    return std::all_of(of, of + session.n(), [](double value) { return std::isfinite(value); });
+  };
+  return !ok(message) || (std::isfinite(h + s) && finite(x) && finite(y)) ? message : no_state;
 }
 
 }  // namespace
@@ -243,6 +248,6 @@ extern "C" void tessarel_tp_zelmaron(const double* t, const double* p, double* h
 extern "C" void tessarel_calc_hs_res(const double* t, const double* p, const double* v, double* h, double* s) {
   Session& session = current_session();
   const bool refused = !session.selected() || any_null({t, p, v});
-  scalars(refused || !positive(*t) || !std::isfinite(*p) || !positive(*v), {h, s},
+  scalars(refused || !ok(check_phase_at(session, *t, *v, *p)), {h, s},
           [&] { solvers::calc_hs_res(session.fluid(), *t, *p, *v, *h, *s); });
 }

@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <cmath>
+
 #include "flash/sensitivity.hpp"
 #include "interface/flash_checks.hpp"
 #include "interface/routines_support.hpp"
@@ -41,8 +44,15 @@ extern "C" void tessarel_flash_sensitivity(const double* t, const double* p, dou
     const Message message = flash::flash_sensitivity(session.fluid(), *t, *p, result);
     if (!ok(message)) return message;
     *beta = result.beta, *v = result.v, *h = result.h, *s = result.s;
-    hand_over(result, fluid::at(session.n()), {dbeta, dv, dh, ds, dx, dy});
-    return no_errors;
+    const std::size_t n = fluid::at(session.n());
+    hand_over(result, n, {dbeta, dv, dh, ds, dx, dy});
+    const auto finite = [](const double* first, std::size_t count) {
+      return std::all_of(first, first + count, [](double value) { return std::isfinite(value); });
+    };
+    bool complete = std::isfinite(*beta + *v + *h + *s);
+    for (const double* row : {dbeta, dv, dh, ds}) complete = complete && finite(row, n + 2);
+    for (const double* matrix : {dx, dy}) complete = complete && finite(matrix, n * (n + 2));
+    return complete ? no_errors : no_state;
   });
 }
 TESSAREL_FORTRAN_TWIN(tessarel_flash_sensitivity);

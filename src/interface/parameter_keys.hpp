@@ -11,6 +11,7 @@ namespace tessarel::interface {
 
 inline constexpr Message bad_parameter =
     "TESSAREL error: parameters must be finite numbers, sizes and energies positive...";
+inline constexpr Message bad_molar_mass = "TESSAREL error: a molar mass must be at least 1 g/mol...";
 
 struct ParameterKey {
   std::string_view key;

@@ -37,6 +37,9 @@ Message set(Parameters& p, std::string_view key, std::size_t i, double value) {
   if (!std::isfinite(value)) return bad_parameter;
   if (const ParameterKey* found = find_key(key); found != nullptr) {
     if (found->positive && value <= 0) return bad_parameter;
+    if (key == "molmas" && value < fluid::least_molar_mass) return bad_molar_mass;
+    if ((key == "tmin" && value > p.tmax[i]) || (key == "tmax" && value < p.tmin[i]))
+      return "TESSAREL error: the highest temperature must not be below the lowest...";
     (p.*(found->values))[i] = value;
     return no_errors;
   }

@@ -1,6 +1,7 @@
 // Exports of the density solver and the caloric properties.
 #include "eos/caloric.hpp"
 #include "eos/density.hpp"
+#include "interface/flash_checks.hpp"
 #include "interface/routines_support.hpp"
 
 using namespace tessarel;
@@ -11,15 +12,19 @@ extern "C" {
 void tessarel_calc_v(const double* t, const double* p, const int32_t* phase, double* v, char* errormsg,
                      size_t errormsg_len) {
   Session& session = current_session();
-  report(session, {t, p, phase, v}, {errormsg, errormsg_len},
-         [&] { return eos::calc_v(session.eos(), session.n(), session.z.data(), *t, *p, *phase, *v); });
+  report(session, {t, p, phase, v}, {v}, {errormsg, errormsg_len}, [&]() -> Message {
+    if (!positive(*t) || !std::isfinite(*p)) return bad_input;
+    return eos::calc_v(session.eos(), session.n(), session.z.data(), *t, *p, *phase, *v);
+  });
 }
 
 void tessarel_calc_hsu(const double* t, const double* p, const double* v, double* h, double* s, double* u,
                        char* errormsg, size_t errormsg_len) {
   Session& session = current_session();
-  report(session, {t, p, v, h, s, u}, {errormsg, errormsg_len},
-         [&] { return eos::calc_hsu(session.eos(), session.n(), session.z.data(), *t, *p, *v, *h, *s, *u); });
+  report(session, {t, p, v, h, s, u}, {h, s, u}, {errormsg, errormsg_len}, [&]() -> Message {
+    if (const Message refused = check_phase_at(session, *t, *v, *p); !ok(refused)) return refused;
+    return eos::calc_hsu(session.eos(), session.n(), session.z.data(), *t, *p, *v, *h, *s, *u);
+  });
 }
 
 void tessarel_calc_rho(const int32_t* n, const double* x, const double* t, const double* p, const int32_t* phase,

@@ -1,7 +1,9 @@
 // Exports of saturation, critical points, spinodal and the linear algebra they rest on.
 #include <algorithm>
+#include <cmath>
 
 #include "envelope/critical_point.hpp"
+#include "interface/flash_checks.hpp"
 #include "interface/routines_support.hpp"
 #include "numerics/linear_algebra.hpp"
 #include "solvers/psat_tsat.hpp"
@@ -21,50 +23,72 @@ bool from_host(const int32_t* logical) {
   return logical != nullptr && from_logical(*logical);
 }
 
+using SpinodalSearch = Message (*)(const eos::Fluid&, std::int32_t, double, double, double, double&);
+
+void spinodal_between(SpinodalSearch search, const int32_t* iphase, const double* p, const double* a, const double* b,
+                      double* t, TextField err) {
+  Session& session = current_session();
+  report(session, {iphase, p, a, b, t}, {t}, err, [&]() -> Message {
+    // Negative pressures are those of liquids under tension.
+    if (!std::isfinite(*p) || !positive(*a) || !positive(*b)) return bad_input;
+    return search(session.fluid(), *iphase, *p, *a, *b, *t);
+  });
+}
+
 }  // namespace
 
 extern "C" {
 
 void tessarel_calc_psat(const double* t, double* psat, char* err, size_t err_len) {
   Session& session = current_session();
-  report(session, {t, psat}, {err, err_len}, [&] { return solvers::calc_psat(session.fluid(), *t, *psat); });
+  report(session, {t, psat}, {psat}, {err, err_len}, [&]() -> Message {
+    if (!std::isfinite(*t)) return bad_input;
+    return solvers::calc_psat(session.fluid(), *t, *psat);
+  });
 }
 void tessarel_calc_tsat(const double* p, double* tsat, char* err, size_t err_len) {
   Session& session = current_session();
-  report(session, {p, tsat}, {err, err_len}, [&] { return solvers::calc_tsat(session.fluid(), *p, *tsat); });
+  report(session, {p, tsat}, {tsat}, {err, err_len}, [&]() -> Message {
+    if (!std::isfinite(*p)) return bad_input;
+    return solvers::calc_tsat(session.fluid(), *p, *tsat);
+  });
 }
 
 void tessarel_calc_vspin(const double* t, double* vliq, double* vvap, char* err, size_t err_len) {
   Session& session = current_session();
-  report(session, {t, vliq, vvap}, {err, err_len},
-         [&] { return solvers::calc_vspin(session.fluid(), *t, *vliq, *vvap); });
+  report(session, {t, vliq, vvap}, {vliq, vvap}, {err, err_len}, [&]() -> Message {
+    if (!positive(*t)) return bad_input;
+    return solvers::calc_vspin(session.fluid(), *t, *vliq, *vvap);
+  });
 }
 void tessarel_calc_vspin_phase(const double* eta, const double* t, double* v, char* err, size_t err_len) {
   Session& session = current_session();
-  report(session, {eta, t, v}, {err, err_len},
-         [&] { return solvers::calc_vspin_phase(session.fluid(), *eta, *t, *v); });
+  report(session, {eta, t, v}, {v}, {err, err_len}, [&]() -> Message {
+    if (!positive(*eta) || !positive(*t)) return bad_input;
+    return solvers::calc_vspin_phase(session.fluid(), *eta, *t, *v);
+  });
 }
 void tessarel_calc_pspin(const double* t, double* pliq, double* pvap, char* err, size_t err_len) {
   Session& session = current_session();
-  report(session, {t, pliq, pvap}, {err, err_len},
-         [&] { return solvers::calc_pspin(session.fluid(), *t, *pliq, *pvap); });
+  report(session, {t, pliq, pvap}, {pliq, pvap}, {err, err_len}, [&]() -> Message {
+    if (!positive(*t)) return bad_input;
+    return solvers::calc_pspin(session.fluid(), *t, *pliq, *pvap);
+  });
 }
 void tessarel_calc_tspin(const double* p, double* tliq, double* tvap, char* err, size_t err_len) {
   Session& session = current_session();
-  report(session, {p, tliq, tvap}, {err, err_len},
-         [&] { return solvers::calc_tspin(session.fluid(), *p, *tliq, *tvap); });
+  report(session, {p, tliq, tvap}, {tliq, tvap}, {err, err_len}, [&]() -> Message {
+    if (!std::isfinite(*p)) return bad_input;
+    return solvers::calc_tspin(session.fluid(), *p, *tliq, *tvap);
+  });
 }
 void tessarel_brent_spin(const int32_t* iphase, const double* p, const double* a, const double* b, double* t, char* err,
                          size_t err_len) {
-  Session& session = current_session();
-  report(session, {iphase, p, a, b, t}, {err, err_len},
-         [&] { return solvers::brent_spin(session.fluid(), *iphase, *p, *a, *b, *t); });
+  spinodal_between(solvers::brent_spin, iphase, p, a, b, t, {err, err_len});
 }
 void tessarel_bisec_spin(const int32_t* iphase, const double* p, const double* a, const double* b, double* t, char* err,
                          size_t err_len) {
-  Session& session = current_session();
-  report(session, {iphase, p, a, b, t}, {err, err_len},
-         [&] { return solvers::bisec_spin(session.fluid(), *iphase, *p, *a, *b, *t); });
+  spinodal_between(solvers::bisec_spin, iphase, p, a, b, t, {err, err_len});
 }
 
 void tessarel_critpoint(char* errormsg, size_t errormsg_len) {

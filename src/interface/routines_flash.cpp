@@ -43,7 +43,9 @@ void flash_at_tp(PtFlash flash, const double* t, const double* p, double* x, dou
       start[0] = -x[0];
       if (!usable_amounts(session.n(), start.data()) || !usable_amounts(session.n(), y)) return bad_start;
     }
-    return flash(session.fluid(), *t, *p, x, y, *beta);
+    const Message message = flash(session.fluid(), *t, *p, x, y, *beta);
+    const int n = session.n();
+    return !ok(message) || (finite(n, x) && finite(n, y) && std::isfinite(*beta)) ? message : no_state;
   });
 }
 

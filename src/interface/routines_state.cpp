@@ -4,6 +4,7 @@
 #include "eos/fugacity.hpp"
 #include "eos/helmholtz.hpp"
 #include "eos/pressure.hpp"
+#include "interface/flash_checks.hpp"
 #include "interface/routines_support.hpp"
 #include "interface/sectmdprop.hpp"
 
@@ -90,7 +91,8 @@ extern "C" void tessarel_calc_sectmdprop(const int32_t* n, const double* x, cons
 
 extern "C" void tessarel_calc_p(const double* t, const double* v, double* p) {
   Session& session = current_session();
-  scalar(!session.selected() || any_null({t, v}), p,
+  const bool refused = !session.selected() || any_null({t, v});
+  scalar(refused || !ok(check_phase_at(session, *t, *v)), p,
          [&] { return eos::calc_p(session.eos(), session.n(), session.z.data(), *t, *v); });
 }
 extern "C" void tessarel_calc_p_deta(const int32_t* n, const int32_t* ipure, const double* t, const double* eta,

@@ -4,7 +4,9 @@
 // in results that are single numbers and leaves arrays alone.
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <initializer_list>
 #include <limits>
@@ -56,6 +58,10 @@ void scalars(bool refused, std::initializer_list<double*> outs, Body&& body) noe
     if (out != nullptr) *out = not_a_number;
 }
 
+inline bool all_finite(std::initializer_list<const double*> values) noexcept {
+  return std::all_of(values.begin(), values.end(), [](const double* v) { return std::isfinite(*v); });
+}
+
 /// Runs `body`, which returns a message, for a selected fluid and arguments that are there.
 template <class Body>
 void report(const Session& session, std::initializer_list<const void*> arguments, TextField err, Body&& body) noexcept {
@@ -66,6 +72,16 @@ void report(const Session& session, std::initializer_list<const void*> arguments
       err.assign(no_fluid);
     else
       err.assign(body());
+  });
+}
+
+/// The same for a body that leaves numbers in `results`, which must be finite.
+template <class Body>
+void report(const Session& session, std::initializer_list<const void*> arguments,
+            std::initializer_list<const double*> results, TextField err, Body&& body) noexcept {
+  report(session, arguments, err, [&]() -> Message {
+    const Message message = body();
+    return !ok(message) || all_finite(results) ? message : no_state;
   });
 }
 

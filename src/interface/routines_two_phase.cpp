@@ -22,10 +22,11 @@ void solve(std::string_view code, solvers::TwoPhaseSolver& solver, const HostArg
   SessionBoundary boundary(session);
   report(session, {host.t, host.p, host.v, host.u, host.h, host.s, host.q, host.x, host.y}, err, [&]() -> Message {
     solvers::State state{*host.t, *host.p, *host.v, *host.u, *host.h, *host.s, *host.q};
-    const InputSpec spec{code, code[0], code[1]};
-    if (const Message refused = check_pair(session, *find_state_row(spec), false, state); !ok(refused)) return refused;
+    const StateRow& row = *find_state_row(code);
+    if (const Message refused = check_pair(session, row, false, state); !ok(refused)) return refused;
     const Message message = solver({session.fluid(), boundary}, state, host.x, host.y);
     if (!ok(message)) return message;
+    if (!is_complete(row, state)) return no_state;
     *host.t = state.t, *host.p = state.p, *host.v = state.v;
     *host.u = state.u, *host.h = state.h, *host.s = state.s, *host.q = state.q;
     return message;
@@ -82,7 +83,7 @@ void tessarel_tp_ph(double* t, double* p, const int32_t* phase, double* v, doubl
     for (std::size_t i = 0; i < 3; ++i) values.v[i] = v[i], values.u[i] = u[i], values.h[i] = h[i], values.s[i] = s[i];
     const Message message = solvers::tp_ph({session.fluid(), boundary}, *t, *p, *phase, values, *q, x, y);
     for (std::size_t i = 0; i < 3; ++i) v[i] = values.v[i], u[i] = values.u[i], h[i] = values.h[i], s[i] = values.s[i];
-    return message;
+    return !ok(message) || std::isfinite(v[0] + u[0] + h[0] + s[0]) ? message : no_state;
   });
 }
 

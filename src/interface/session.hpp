@@ -5,6 +5,7 @@
 // below take as arguments.
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <memory>
 
@@ -23,6 +24,7 @@ struct Session {
   Session(const Session& other)
       : names(other.names),
         model(other.model),
+        failed(other.failed),
         z(other.z),
         limits(other.limits),
         simplified(other.simplified),
@@ -40,7 +42,8 @@ struct Session {
   /// Names as the host gave them; with the number of components the key of the re-selection test.
   fluid::PerComponent<fluid::Name> names{};
   eos::Model model;
-  fluid::Vector z{};  ///< overall mole fractions
+  bool failed = false;  ///< the last selection has ended in the data readers, and what they left is no fluid
+  fluid::Vector z{};    ///< overall mole fractions
   fluid::Limits limits;
   bool simplified = false;                     ///< once set it stays for the session
   fluid::Moment moment = fluid::Moment::none;  ///< of the records selected, which a fit varies
@@ -63,8 +66,9 @@ struct Session {
     bool traced = false;                       ///< the table holds a trace, of:
     fluid::Vector z{};
     bool simplified = false;
-    int ierr = 0;              ///< how it ended
-    bool hasphaseenv = false;  ///< the limits are those of the trace
+    int ierr = 0;                      ///< how it ended
+    bool hasphaseenv = false;          ///< the limits are those of the trace
+    double above_critical = HUGE_VAL;  ///< a temperature that is known to be above the critical one
     fluid::Limits at_selection{};
 
     Envelope() = default;
@@ -75,12 +79,14 @@ struct Session {
           simplified(other.simplified),
           ierr(other.ierr),
           hasphaseenv(other.hasphaseenv),
+          above_critical(other.above_critical),
           at_selection(other.at_selection) {}
   };
   Envelope envelope;
 
-  [[nodiscard]] bool selected() const noexcept { return model.parameters.n > 0; }
-  [[nodiscard]] int n() const noexcept { return model.parameters.n; }
+  /// Components to calculate with; 0 as long as no selection has succeeded.
+  [[nodiscard]] int n() const noexcept { return failed ? 0 : model.parameters.n; }
+  [[nodiscard]] bool selected() const noexcept { return n() > 0; }
   [[nodiscard]] eos::Eos eos() noexcept { return {model, work, simplified}; }
   [[nodiscard]] eos::Fluid fluid() noexcept { return {eos(), n(), z.data(), limits}; }
   /// To be called after a parameter has changed.

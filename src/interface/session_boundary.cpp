@@ -1,5 +1,6 @@
 #include "interface/session_boundary.hpp"
 
+#include "envelope/criticality.hpp"
 #include "flash/adapters.hpp"
 #include "interface/envelope_state.hpp"
 
@@ -25,6 +26,15 @@ const envelope::Table& SessionBoundary::table() {
 
 bool SessionBoundary::trace() {
   return envelope_for_query(session_, session_.z.data());
+}
+
+bool SessionBoundary::above_critical(double t) {
+  double& known = session_.envelope.above_critical;
+  if (t >= known) return true;
+  const eos::Fluid fluid = session_.fluid();
+  if (!envelope::stable_at_all_densities(fluid.eos, fluid.n, fluid.z, t)) return false;
+  known = t;
+  return true;
 }
 
 }  // namespace tessarel::interface

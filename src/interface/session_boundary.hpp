@@ -17,6 +17,7 @@ class SessionBoundary final : public solvers::Boundary {
   [[nodiscard]] const fluid::Limits& limits() const override { return session_.limits; }
   [[nodiscard]] bool traced() const override { return session_.envelope.hasphaseenv; }
   bool trace() override;
+  bool above_critical(double t) override;
 
  private:
   Session& session_;

@@ -23,20 +23,20 @@ double unmarked(double z1) {
   return z1 > simplified_threshold ? z1 - simplified_mark : z1;
 }
 
-/// Finite, none negative, at least one positive. A tiny negative fraction would end in the logarithm of a negative
-/// number in the entropy of mixing.
+/// Finite, none negative, with a sum whose third power, and a property per mass, are numbers. A tiny negative fraction
+/// would end in the logarithm of a negative number in the entropy of mixing.
 bool valid_composition(int n, const double* z) {
-  bool any_positive = false;
+  double sum = 0;
   for (int i = 0; i < n; ++i) {
     const double x = i == 0 ? unmarked(z[0]) : z[i];
-    if (!std::isfinite(x) || x < 0) return false;
-    any_positive = any_positive || x > 0;
+    if (!(x >= 0)) return false;
+    sum += x;
   }
-  return any_positive;
+  return sum > 1e-50 && sum < 1e50;
 }
 
 bool same_selection(const Session& session, int nf, NameList names) {
-  if (nf != session.n()) return false;
+  if (nf != session.model.parameters.n) return false;  // of a failed selection too
   for (int i = 0; i < nf; ++i)
     if (!same_text(session.names[at(i)].view(), names[i])) return false;
   return true;
@@ -46,6 +46,7 @@ bool same_selection(const Session& session, int nf, NameList names) {
 Message select_components(Session& session, int nf, NameList names) {
   fluid::Parameters& p = session.model.parameters;
   // Store the names first: repeating a failed selection must skip reading (documented).
+  session.failed = true;
   p.n = nf;
   for (int i = 0; i < nf; ++i) session.names[at(i)].assign(names[i]);
   Message err = fluid::readfluids(names, p, session.sources);
@@ -83,19 +84,20 @@ Message select_unchecked(Session& session, int nf, NameList names, const double*
   if (!same_selection(session, nf, names)) {
     if (const Message err = select_components(session, nf, names); !ok(err)) return err;
   }
+  session.failed = false;
   for (int i = 0; i < nf; ++i) session.z[at(i)] = z[i];
   if (session.z[0] > simplified_threshold) {
     session.simplified = true;  // nothing in the session sets it back
     session.z[0] = unmarked(session.z[0]);
   }
-  const Message message = analyse(session);
-  return message;
+  return analyse(session);
 }
 
 Message check_arguments(const std::int32_t* nf, NameList names, const double* z) {
   if (any_null({nf, z})) return null_argument;
   if (*nf < 1 || *nf > nmax) return "TESSAREL error: number of components must be 1 to 20...";
   if (!usable_field(names.data, names.length)) return "TESSAREL error: names of the components are missing...";
+  if (names.length > longest_text) return "TESSAREL error: fields of the names are longer than any file name...";
   if (!valid_composition(*nf, z))
     return "TESSAREL error: mole fractions must be finite numbers, none negative, and not all zero...";
   return no_errors;
@@ -114,6 +116,7 @@ Message analyse(Session& session) {
   const Message message = solvers::calc_ptrange(session.model.parameters, session.limits);
   // The envelope is traced when it is asked for; until then the averages stand for its extrema.
   session.envelope.hasphaseenv = false;
+  session.envelope.above_critical = HUGE_VAL;
   session.envelope.at_selection = session.limits;
   return message;
 }

@@ -30,29 +30,33 @@ constexpr std::array<StateRow, 16> rows = {{
     {"Tm", tm, tm, "", nullptr, false, nullptr, nullptr},
 }};
 
-constexpr Message bad_input = "TESSAREL error: input values must be finite numbers, temperature and volume positive...";
-
 /// The two values that the code names must be there: temperature and volume enter logarithms.
 bool usable(char property, const State& state) {
-  switch (property) {
-    case 'T':
-      return positive(state.t);
-    case 'v':
-      return positive(state.v);
-    case 'P':
-      return std::isfinite(state.p);
-    case 'u':
-      return std::isfinite(state.u);
-    case 'h':
-      return std::isfinite(state.h);
-    case 's':
-      return std::isfinite(state.s);
-    default:
-      return std::isfinite(state.q);
-  }
+  State copy = state;
+  const double value = value_named(property, copy);
+  return property == 'T' || property == 'v' ? positive(value) : std::isfinite(value);
 }
 
 }  // namespace
+
+double& value_named(char property, State& state) {
+  switch (property) {
+    case 'T':
+      return state.t;
+    case 'P':
+      return state.p;
+    case 'v':
+      return state.v;
+    case 'u':
+      return state.u;
+    case 'h':
+      return state.h;
+    case 's':
+      return state.s;
+    default:
+      return state.q;
+  }
+}
 
 const StateRow* find_state_row(std::string_view code) {
   const auto* row = std::find_if(rows.begin(), rows.end(), [&](const StateRow& r) { return r.code == code; });
@@ -70,12 +74,17 @@ solvers::TwoPhaseSolver* solver_of(const StateRow& row, const InputSpec& spec, b
   return pure ? row.pure : row.mixture;
 }
 
+bool is_complete(const StateRow& row, const solvers::State& s) {
+  return std::isfinite(s.t + s.p + s.v) && (row.code == "Tm" || std::isfinite(s.u + s.h + s.s));
+}
+
 Message check_pair(Session& session, const StateRow& row, bool single_phase, const State& state) {
   if (!usable(row.code[0], state) || !usable(row.code[1], state)) return bad_input;
   const bool has_t = row.code.find('T') != std::string_view::npos, has_p = row.code.find('P') != std::string_view::npos,
              has_v = row.code.find('v') != std::string_view::npos;
   if (single_phase) {
     if (has_p && !has_v && !(state.p > 0)) return bad_input;
+    if (!within_model(has_t ? state.t : 300.0, has_p ? state.p : 1e5)) return no_model;
     return has_v && below_packing(session, session.z.data(), has_t ? state.t : 1000.0, state.v) ? too_dense : no_errors;
   }
   // With v given P may be that of a liquid under tension.

@@ -20,6 +20,9 @@ struct StateRow {
   solvers::Solver *liquid, *vapour;  ///< single-phase mode, "L" and any other branch; null where there is none
 };
 
+/// The value that a letter of an input pair names; a letter that names none, as the marker 'm', stands for q.
+double& value_named(char property, solvers::State& state);
+
 /// The row of the pair that `spec` names; null for none.
 const StateRow* find_state_row(const InputSpec& spec);
 const StateRow* find_state_row(std::string_view code);
@@ -31,5 +34,8 @@ solvers::TwoPhaseSolver* solver_of(const StateRow& row, const InputSpec& spec, b
 /// pressures not above zero, volumes below closest packing; outside single-phase mode also what the phase split
 /// refuses.
 Message check_pair(Session& session, const StateRow& row, bool single_phase, const solvers::State& state);
+
+/// What a solver of the row has found is a state: "Tm" leaves u, h and s alone where the pressure is negative.
+bool is_complete(const StateRow& row, const solvers::State& state);
 
 }  // namespace tessarel::interface

@@ -31,7 +31,7 @@ FileBytes::FileBytes(std::string_view path) noexcept {
   const int descriptor = ::open(std::string(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
   if (descriptor < 0) return;
   struct stat status {};
-  if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
+  if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode) || status.st_size > largest_file) {
     ::close(descriptor);
     return;
   }

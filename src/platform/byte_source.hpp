@@ -42,8 +42,11 @@ struct FileStamp {
 };
 FileStamp stamp_of(const char* path) noexcept;
 
-/// A file opened for reading. Only regular files open: a directory, a pipe or a device counts as a failure, so that
-/// no read can block or go on for ever.
+/// Bytes of the largest data file that is read; the shipped ones have less than a hundredth of it.
+inline constexpr std::int64_t largest_file = 16 << 20;
+
+/// A file opened for reading. Only regular files of at most `largest_file` open: a directory, a pipe or a device counts
+/// as a failure, so that no read can block or go on for ever.
 class FileBytes final : public ByteSource {
  public:
   /// Blanks at the end of `path` are not part of it.

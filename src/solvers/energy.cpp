@@ -96,7 +96,7 @@ Message check_range_at_v(const Context& context, const Energy& energy, State& st
   return no_errors;
 }
 
-Message at_v(const Context& context, const Energy& energy, State& state, double* x, double* y) {
+Message find_at_v(const Context& context, const Energy& energy, State& state, double* x, double* y) {
   double lower = 0, upper = 0;
   const Message range = check_range_at_v(context, energy, state, lower, upper, x, y);
   if (range == energy.below_p || range == energy.above_v) return range;
@@ -109,6 +109,13 @@ Message at_v(const Context& context, const Energy& energy, State& state, double*
   const fluid::Limits& limits = context.limits();
   return scan_for_state(context, {tv, kT, energy.index, limits.thighest, limits.tlowest}, state, x, y) ? no_errors
                                                                                                        : message;
+}
+
+/// What was found must lie in the range that the tests of it stand for: a bracket in T has no bounds in P.
+Message at_v(const Context& context, const Energy& energy, State& state, double* x, double* y) {
+  const Message message = find_at_v(context, energy, state, x, y);
+  if (!ok(message) || within_limits(context.limits(), state.t, state.p)) return message;
+  return state.p > context.limits().phighest ? energy.above_v : energy.below_p;
 }
 
 /// The saturated state with vapour fraction q at the P of `state`.
@@ -211,7 +218,7 @@ bool confirmed(const Context& context, State& state, double* x, double* y) {
 
 using Steps = Message(const Context&, const Energy&, State&, double*, double*);
 
-Message at_p(const Context& context, const Energy& energy, Steps& steps, State& state, double* x, double* y) {
+Message find_at_p(const Context& context, const Energy& energy, Steps& steps, State& state, double* x, double* y) {
   if (const Message m = check_range_at_p(context, energy, state); !ok(m)) return m;
   if (quick_state(context, energy.with_p, state, x, y)) return no_errors;
   const State given = state;
@@ -235,6 +242,13 @@ Message at_p(const Context& context, const Energy& energy, Steps& steps, State& 
   return ok(message) ? brent::no_convergence : message;
 }
 
+/// A saturation temperature below the range bounds a bracket, but is no state.
+Message at_p(const Context& context, const Energy& energy, Steps& steps, State& state, double* x, double* y) {
+  const Message message = find_at_p(context, energy, steps, state, x, y);
+  if (!ok(message) || within_limits(context.limits(), state.t, context.limits().plowest)) return message;
+  return state.t < context.limits().tlowest ? energy.below_t : energy.above_t;
+}
+
 Message simple_at_p(const Context& context, const Energy& energy, bool range_tests, State& state, double* x,
                     double* y) {
   if (range_tests)
@@ -255,6 +269,7 @@ Message flashed(const Context& context, int mode, Given given, State& state, dou
   range.last_pressure = context.last_pressure;
   const Message message = flash::calc_ab_flash(context.fluid, mode, b, a, r, range);
   if (!ok(message)) return message;
+  if (!within_limits(context.limits(), r.t, r.p)) return flash::out_of_range;
   state = {r.t, r.p, r.v, r.u, r.h, r.s, r.q};
   entry(state, first) = a;
   entry(state, second) = b;

@@ -102,13 +102,21 @@ bool equal_areas(const State& state, Packings& at, double& p) {
 
 CubicIsotherm cubic_isotherm(const State& state, const fluid::Limits& limits) {
   constexpr double exact_above = 3e-7;
-  const double eta = limits.rhoc * fluid::avogadro_factor / state.rho_eta;
-  const eos::EtaSlopes d = eos::p_deta(state, eta);
+  double eta = limits.rhoc * fluid::avogadro_factor / state.rho_eta;
   CubicIsotherm cubic;
-  const double shift = -d.d2p_deta2 / d.d3p_deta3, middle = eta + shift;
+  eos::EtaSlopes d{};
+  double shift = 0;
+  for (int pass = 0; pass < 6; ++pass) {
+    d = eos::p_deta(state, eta);
+    shift = -d.d2p_deta2 / d.d3p_deta3;
+    if (!(std::abs(shift) < 0.2 * eta)) return cubic;
+    if (std::abs(shift) < 1e-3 * eta) break;
+    eta += shift;
+  }
+  const double middle = eta + shift;
   const double slope = d.dp_deta + 0.5 * d.d2p_deta2 * shift;
   const double half = slope < 0 ? std::sqrt(-6.0 * slope / d.d3p_deta3) : 0.0;
-  cubic.usable = d.d3p_deta3 > 0 && std::abs(shift) < 0.2 * eta && half < 0.9 * middle;
+  cubic.usable = d.d3p_deta3 > 0 && half < 0.9 * middle;
   cubic.exact = cubic.usable && limits.tc - state.t < exact_above * limits.tc;
   cubic.p = d.p + shift * (d.dp_deta + shift * (0.5 * d.d2p_deta2 + shift * d.d3p_deta3 / 6.0));
   cubic.saturated = {middle + half, middle - half};

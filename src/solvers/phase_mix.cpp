@@ -39,11 +39,24 @@ void fill_with_feed(const Context& context, double* x, double* y) {
   std::copy_n(context.fluid.z, context.n(), y);
 }
 
+namespace {
+
+constexpr double dew_slack = 0.0001;
+
+}  // namespace
+
 double label_of(const Context& context, double t, double p, const flash::Phase& phase) {
   const fluid::Limits& limits = context.limits();
-  constexpr double dew_slack = 0.0001;
+  double dew = 0;
+  // No mixture has its critical temperature so far below the mean of those of its components. Where the traced one can
+  // change the label it is asked for, so that a label does not depend on the calls before; gases mostly do without.
+  constexpr double below_any_critical = 0.8;
+  if (!context.boundary.traced() && t >= below_any_critical * limits.tc) {
+    if (context.boundary.above_critical(t)) return 1.0;
+    if (p < limits.pc && ok(context.boundary.dew_t(p, dew)) && dew - dew_slack <= t) return 1.0;
+    context.boundary.trace();
+  }
   if (t < limits.tc && p < limits.pc) {
-    double dew = 0;
     if (ok(context.boundary.dew_t(p, dew))) return dew - dew_slack <= t ? 1.0 : 0.0;
     // That there is no dew point says nothing about the state.
     return flash::is_vapour_like({context.fluid.eos, context.n(), t, p}, phase) ? 1.0 : 0.0;
@@ -120,6 +133,7 @@ namespace {
 Message pure_tp(const Context& context, State& state) {
   const eos::Eos& eos = context.fluid.eos;
   const double* z = context.fluid.z;
+  const int n = context.n();
   Root root = Root::vapour;
   if (state.t < context.limits().tc) {
     PureSaturation saturation;
@@ -128,7 +142,7 @@ Message pure_tp(const Context& context, State& state) {
     root = !known ? Root::lower_gibbs : liquid ? Root::liquid : Root::vapour;
     state.q = liquid ? 0.0 : 1.0;
   }
-  assign(state, values_at(eos, 1, z, state.t, state.p, root_volume(eos, 1, z, state.t, state.p, root)));
+  assign(state, values_at(eos, n, z, state.t, state.p, root_volume(eos, n, z, state.t, state.p, root)));
   return no_errors;
 }
 

@@ -34,7 +34,8 @@ double root_volume(const eos::Eos& eos, int n, const double* x, double t, double
 Message phase_at(const eos::Eos& eos, int n, const double* x, double t, double p, int phase, Values& values);
 
 /// The vapour fraction, 0 or 1, by which a mixture at t, p that is one phase is labelled. Below tc and pc the dew
-/// temperature decides, or if there is none the density; then below tc it is a liquid, else a vapour.
+/// temperature decides, or if there is none the density; then below tc it is a liquid, else a vapour. tc and pc are
+/// those of the trace, which is run where the label could depend on it.
 double label_of(const Context& context, double t, double p, const flash::Phase& phase);
 
 /// A mixture at t, p as its flash has found it, q, x and y included. `values`, if given, as `phase` of tp_ph asks. A

@@ -48,6 +48,11 @@ bool equal_fugacities(const Fluid& fluid, double& unknown, Evaluate&& evaluate, 
   }
 }
 
+Fluid first_component(const Fluid& fluid) {
+  static constexpr double alone = 1.0;
+  return {fluid.eos, 1, &alone, fluid.limits};
+}
+
 Roots roots_at(const Fluid& fluid, double t, double p) {
   Roots r{};
   eos::calc_lnphi_rho_pure(fluid.eos, t, p, r.lnphi_l, r.lnphi_v, r.rho_l, r.rho_v);
@@ -64,7 +69,7 @@ Message calc_psat(const Fluid& fluid, double t, double& psat) {
     return no_errors;
   }
   if (t > fluid.limits.tc) return "Temperature greater than critical temperature...";
-  if (PureSaturation found; solve_saturation_at_t(fluid, t, found)) {
+  if (PureSaturation found; solve_saturation_at_t(first_component(fluid), t, found)) {
     psat = found.p;
     return no_errors;
   }
@@ -89,7 +94,7 @@ Message calc_tsat(const Fluid& fluid, double p, double& tsat) {
     return no_errors;
   }
   if (p > fluid.limits.pc) return "Pressure greater than critical pressure...";
-  if (PureSaturation found; solve_saturation_at_p(fluid, p, found)) {
+  if (PureSaturation found; solve_saturation_at_p(first_component(fluid), p, found)) {
     tsat = found.t;
     return no_errors;
   }

@@ -14,6 +14,14 @@ namespace {
 using eos::Fluid;
 
 constexpr double at_critical = 1e-8;  ///< as calc_psat, calc_tsat
+/// Of a mixture of which one component alone is present; calc_psat and calc_tsat know the first component only.
+constexpr Message no_convergence = "No convergence calculating saturation pressure...";
+
+/// Acentric factor of the component that is present.
+double omega_of(const Fluid& fluid) {
+  const auto present = static_cast<std::size_t>(std::max_element(fluid.z, fluid.z + fluid.n) - fluid.z);
+  return fluid.eos.parameters().omega[present];
+}
 
 /// ln(p / pc) of the vapour-pressure curve of Lee and Kesler (1975), and its derivative by tc / t.
 struct VapourPressure {
@@ -26,7 +34,7 @@ VapourPressure lee_kesler(double omega, double tr) {
           -6.09648 + (1.28862 - 6.0 * 0.169347 * tr6) * tr + omega * (-15.6875 + (13.4721 - 6.0 * 0.43577 * tr6) * tr)};
 }
 VapourPressure lee_kesler(const Fluid& fluid, double t) {
-  return lee_kesler(fluid.eos.parameters().omega[0], std::clamp(t / fluid.limits.tc, 0.1, 1.0));
+  return lee_kesler(omega_of(fluid), std::clamp(t / fluid.limits.tc, 0.1, 1.0));
 }
 
 /// Packing fractions by corresponding states. The polynomials are least-squares fits to the 247 fluids of the data, 2 %
@@ -45,7 +53,7 @@ bool solve_at_t(const Fluid& fluid, double t, const Packings* near, Packings& fo
   const fluid::Limits& limits = fluid.limits;
   const Arena::Frame frame(fluid.eos.arena());
   eos::MixtureState<double> state;
-  prepare(fluid.eos, state, 1, fluid.z, 0, t);
+  prepare(fluid.eos, state, fluid.n, fluid.z, 0, t);
   bool solved = false;
   double p = 0;
   if (near != nullptr) solved = equal_areas(state, found = *near, p);
@@ -74,8 +82,8 @@ bool solve_at_t(const Fluid& fluid, double t, const Packings* near, Packings& fo
 
 /// Volumes where a search has ended without them: those of the density roots.
 void set_volumes(const Fluid& fluid, PureSaturation& s) {
-  s.v_l = root_volume(fluid.eos, 1, fluid.z, s.t, s.p, Root::liquid);
-  s.v_v = root_volume(fluid.eos, 1, fluid.z, s.t, s.p, Root::vapour);
+  s.v_l = root_volume(fluid.eos, fluid.n, fluid.z, s.t, s.p, Root::liquid);
+  s.v_v = root_volume(fluid.eos, fluid.n, fluid.z, s.t, s.p, Root::vapour);
 }
 
 }  // namespace
@@ -89,7 +97,7 @@ bool solve_saturation_at_p(const Fluid& fluid, double p, PureSaturation& saturat
   const fluid::Limits& limits = fluid.limits;
   if (!(p < limits.pc)) return false;
   // 1 / t against ln p, nearly a straight line, within a bracket: from Lee and Kesler's estimate, then by the secant.
-  const double omega = fluid.eos.parameters().omega[0], ln_pr = std::log(p / limits.pc);
+  const double omega = omega_of(fluid), ln_pr = std::log(p / limits.pc);
   double lo = 1.0, hi = 10.0, y = 1.0, slope = -5.373 * (1.0 + omega);
   for (int pass = 0; pass < 4; ++pass) {
     const VapourPressure estimate = lee_kesler(omega, 1.0 / y);
@@ -129,6 +137,7 @@ Message saturation_at_t(const Fluid& fluid, double t, PureSaturation& saturation
   saturation.t = t;
   if (t >= limits.tlowest && t < limits.tc - at_critical && solve_saturation_at_t(fluid, t, saturation))
     return no_errors;
+  if (fluid.n > 1) return no_convergence;
   const Message message = calc_psat(fluid, t, saturation.p);
   if (ok(message)) set_volumes(fluid, saturation);
   return message;
@@ -139,6 +148,7 @@ Message saturation_at_p(const Fluid& fluid, double p, PureSaturation& saturation
   saturation.p = p;
   if (p >= lowest_saturation_pressure && p < limits.pc - at_critical && solve_saturation_at_p(fluid, p, saturation))
     return no_errors;
+  if (fluid.n > 1) return no_convergence;
   const Message message = calc_tsat(fluid, p, saturation.t);
   if (ok(message)) set_volumes(fluid, saturation);
   return message;

@@ -31,7 +31,7 @@ class PureStates {
  private:
   [[nodiscard]] State one_phase(double t, double p, double v, double q) const {
     State state{t, p, 0, 0, 0, 0, q};
-    assign(state, values_at(eos_, 1, fluid_.z, t, p, v));
+    assign(state, values_at(eos_, fluid_.n, fluid_.z, t, p, v));
     return state;
   }
   [[nodiscard]] State two_phases(const PureSaturation& s, const State& liquid, const State& vapour, double q) const {
@@ -55,10 +55,10 @@ class PureStates {
 
 PureStates::Slopes PureStates::slopes(const State& state, Property property) const {
   flash::Phase phase;
-  phase.x[0] = 1.0;
+  std::copy_n(fluid_.z, fluid_.n, phase.x.begin());
   phase.rho = fluid::avogadro_factor / state.v;
   const double p = state.p / pascal_per_bar;
-  const flash::Properties one = flash::phase_properties(eos_, 1, phase, state.t, p);
+  const flash::Properties one = flash::phase_properties(eos_, fluid_.n, phase, state.t, p);
   const flash::Response r = flash::response(property, one, state.t, p, {});
   const double unit = property == Property::v ? gas_constant / pascal_per_bar : gas_constant;
   return {r.value * unit, r.by_t * unit, r.by_p * unit / pascal_per_bar};
@@ -70,7 +70,7 @@ Found PureStates::isobar(double p, Root root, double lo, double hi, Property pro
   double t = 0.5 * (lo + hi), last = HUGE_VAL;
   const double coldest = lo, hottest = hi;
   for (int pass = 0; pass < 100; ++pass) {
-    const double v = root_volume(eos_, 1, fluid_.z, t, p, root);
+    const double v = root_volume(eos_, fluid_.n, fluid_.z, t, p, root);
     state = one_phase(t, p, v, 1.0);
     const Slopes now = slopes(state, property);
     const double error = entry(state, property) - target;
@@ -129,7 +129,7 @@ Found PureStates::isotherm(double t, Root root, double lo, double hi, Property p
   double p = root == Root::liquid ? lo : std::sqrt(lo * hi), last = HUGE_VAL;
   const double lowest = lo, highest = hi;
   for (int pass = 0; pass < 100; ++pass) {
-    state = one_phase(t, p, root_volume(eos_, 1, fluid_.z, t, p, root), 1.0);
+    state = one_phase(t, p, root_volume(eos_, fluid_.n, fluid_.z, t, p, root), 1.0);
     const Slopes now = slopes(state, property);
     const double error = entry(state, property) - target;
     if (!std::isfinite(error)) return Found::no;
@@ -152,7 +152,7 @@ Found PureStates::isotherm(double t, Root root, double lo, double hi, Property p
 
 Found PureStates::at_t(double t, Property property, double target, State& state) const {
   const auto at_volume = [&](double q) {
-    const double p = eos::calc_p(eos_, 1, fluid_.z, t, target);
+    const double p = eos::calc_p(eos_, fluid_.n, fluid_.z, t, target);
     state = one_phase(t, p, target, q);
     return p > limits_.phighest ? Found::below : p < limits_.plowest ? Found::above : Found::yes;
   };
@@ -228,9 +228,10 @@ Found PureStates::at_hs(double h, double s, State& state) const {
     const Found end = at_p(p, Property::h, h, state);
     if (end == Found::no) return end;
     if (end != Found::yes) {
-      // Colder than the range: a liquid has less h at a lower pressure, a gas at a higher one. Hotter: a gas has more
-      // of it at a lower pressure.
-      (end == Found::above && state.q > 0 ? lo : hi) = p;
+      // Colder or hotter than the range: towards pressures at which its end has the h. That of a liquid rises with the
+      // pressure, as that of a dense gas does beyond its inversion; that of a gas falls.
+      const bool rises = slopes(state, Property::h).by_p > 0;
+      (rises == (end == Found::above) ? hi : lo) = p;
       if (hi < lo * (1.0 + 1e-13)) return Found::no;
       p = std::sqrt(lo * hi);
       continue;

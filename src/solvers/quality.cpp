@@ -26,7 +26,7 @@ bool is_fraction(double q) {
 /// The two phases of a pure fluid at saturation, mixed.
 void take_saturation(const Context& context, const PureSaturation& saturation, State& state) {
   const auto of = [&](double v) {
-    return values_at(context.fluid.eos, 1, context.fluid.z, saturation.t, saturation.p, v);
+    return values_at(context.fluid.eos, context.n(), context.fluid.z, saturation.t, saturation.p, v);
   };
   state.t = saturation.t;
   state.p = saturation.p;
@@ -269,7 +269,7 @@ namespace {
 Message check_metastable(const Context& context, double m, bool beyond, const Message (&texts)[3]) {
   if (m != 0.0 && m != 1.0) return texts[0];
   if (beyond) return texts[1];
-  return context.pure() ? no_errors : texts[2];
+  return context.n() == 1 ? no_errors : texts[2];
 }
 
 /// The spinodal volume of a branch.

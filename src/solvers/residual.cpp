@@ -6,6 +6,7 @@
 #include "eos/density.hpp"
 #include "eos/helmholtz.hpp"
 #include "flash/pt_flash.hpp"
+#include "solvers/phase_mix.hpp"
 
 namespace tessarel::solvers {
 
@@ -25,15 +26,15 @@ Message tp_zelmaron(const Fluid& fluid, double t, double p, double& h, double& s
   std::copy_n(result.x.begin(), fluid.n, x);
   std::copy_n(result.y.begin(), fluid.n, y);
   if (result.two_phases()) {
-    const auto of_phase = [&](const flash::Phase& phase, double& h_phase, double& s_phase) {
+    const auto of_phase = [&](const flash::Phase& phase) {
       const Fluid same{fluid.eos, fluid.n, phase.x.data(), fluid.limits};
-      calc_hs_res(same, t, p, avogadro_factor / phase.rho, h_phase, s_phase);
+      Values values{};
+      calc_hs_res(same, t, p, avogadro_factor / phase.rho, values.h, values.s);
+      return values;
     };
-    double h_l = 0, s_l = 0, h_v = 0, s_v = 0;
-    of_phase(result.split.liquid, h_l, s_l);
-    of_phase(result.split.vapour, h_v, s_v);
-    h = h_l + result.beta * (h_v - h_l);
-    s = s_l + result.beta * (s_v - s_l);
+    const Values whole = mix(of_phase(result.split.liquid), of_phase(result.split.vapour), result.beta);
+    h = whole.h;
+    s = whole.s;
     return no_errors;
   }
   constexpr int one_phase = 3;

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "fluid/parameters.hpp"
+#include "solvers/quick_state.hpp"
 
 namespace tessarel::solvers {
 namespace {
@@ -134,7 +135,10 @@ class Scan {
     Bracket stretch = bracket_;
     stretch.a = a.unknown;
     stretch.b = b.unknown;
-    if (!ok(search(stretch, forward_, state, x_, y_))) return false;
+    State found = state;
+    if (!ok(search(stretch, forward_, found, x_, y_)) || !within_limits(context_.limits(), found.t, found.p))
+      return false;
+    state = found;
     ++context_.fluid.eos.work.statistics.scanned_states;
     return true;
   }

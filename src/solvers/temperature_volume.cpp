@@ -43,7 +43,9 @@ Message pure_tv(const Context& context, State& state) {
     take_one_phase(context, state, state.v < saturation.v_l ? 0.0 : 1.0);
     return no_errors;
   }
-  const auto of = [&](double v) { return values_at(context.fluid.eos, 1, context.fluid.z, state.t, saturation.p, v); };
+  const auto of = [&](double v) {
+    return values_at(context.fluid.eos, context.n(), context.fluid.z, state.t, saturation.p, v);
+  };
   const double v = state.v, range = saturation.v_v - saturation.v_l;
   state.p = saturation.p;
   state.q = range > 0 ? (v - saturation.v_l) / range : 0.0;
@@ -200,7 +202,11 @@ Message search_vp(const Context& context, State& state, double* x, double* y) {
 
 Message vp(const Context& context, State& state, double* x, double* y) {
   if (quick_state(context, Given::vp, state, x, y)) return no_errors;
-  return search_vp(context, state, x, y);
+  State found = state;
+  const Message message = search_vp(context, found, x, y);
+  if (ok(message) && !within_limits(context.limits(), found.t, context.limits().plowest)) return brent::not_bracketed;
+  state = found;
+  return message;
 }
 
 Message ts(const Context& context, State& state, double* x, double* y) {

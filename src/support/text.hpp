@@ -65,6 +65,9 @@ inline constexpr Message no_errors{};
   return data != nullptr && size > 0 && size <= static_cast<std::size_t>(PTRDIFF_MAX);
 }
 
+/// Of longer input texts this much counts: no file name and no key has more.
+inline constexpr std::size_t longest_text = 4096;
+
 /// Copies `source` into a field of `size` characters, cut or blank-padded. An unusable field is left alone.
 inline void assign_padded(char* field, std::size_t size, std::string_view source) noexcept {
   if (!usable_field(field, size)) return;
@@ -101,12 +104,19 @@ struct TextField {
 
   void assign(std::string_view source) const noexcept { assign_padded(data, size, source); }
   void assign(const char* text) const noexcept { assign(std::string_view(text)); }
-  void assign(Message message) const noexcept { assign(message.text()); }
+  /// A message can repeat what a host or a file has given: control characters of it become question marks.
+  void assign(Message message) const noexcept {
+    assign(message.text());
+    if (message.is_success() || !usable_field(data, size)) return;
+    std::replace_if(
+        data, data + std::min(size, message.text().size()),
+        [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; }, '?');
+  }
 };
 
-/// A caller's input text; an unusable field reads as empty.
+/// A caller's input text, its first `longest_text` characters; an unusable field reads as empty.
 [[nodiscard]] constexpr std::string_view input_text(const char* data, std::size_t size) noexcept {
-  return usable_field(data, size) ? std::string_view{data, size} : std::string_view{};
+  return usable_field(data, size) ? std::string_view{data, std::min(size, longest_text)} : std::string_view{};
 }
 
 }  // namespace tessarel

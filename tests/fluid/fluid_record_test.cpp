@@ -144,6 +144,27 @@ TEST(FluidRecord, DamageIsReportedWithTheNameInsideTheRecord) {
   EXPECT_EQ(read_file("\n\n"), "Unexpected data in fluid data file \".saf\"...");
 }
 
+TEST(FluidRecord, NumbersThatMeanNoFluidAreReportedWithTheirRow) {
+  struct {
+    const char *from, *to, *where;
+  } const cases[] = {
+      {"44.1", "44,1", "6: decimal comma"},
+      {"44.1", "0.0441", "6: molar mass below 1 g/mol"},
+      {"200\n", "601\n", "4: highest temperature below the lowest"},
+      {"200\n", "0\n", "3: value not above 0"},
+      {"2.0\n", "0\n", "8: value not above 0"},
+      {"3.6\n", "-3.6\n", "9: value not above 0"},
+      {"208.0", "-208", "10: value not above 0"},
+      {"0.03", "-0.03", "23: value below 0"},
+      {"-1.0D5", "-1,0D5", "16: decimal comma"},
+  };
+  for (const auto& [from, to, where] : cases) {
+    const std::string expected = std::string("Unexpected data in fluid data file \"file.saf\", row ") + where + "...";
+    for (auto read : {read_file, read_database}) EXPECT_EQ(read(replaced(sample, from, to), 0), expected);
+  }
+  EXPECT_EQ(read_file(replaced(sample, "44.1", "44.1, g/mol")), "No errors");
+}
+
 TEST(FluidRecord, AnEarlierComponentLeavesNothingBehind) {
   sample_values();
   record.parat[0] = record.saftpar[0] = 7;

@@ -64,7 +64,11 @@ TEST_F(Selection, FailedReadIsForgottenBySameNames) {
   EXPECT_EQ(message.substr(0, 34), "Error opening fluid data file of /");
   EXPECT_NE(message.find("no such fluid.saf"), std::string::npos);
   EXPECT_EQ(host::session().z[0], 1.0);
+  // What the failure has left is no fluid to calculate with.
+  EXPECT_EQ(host::at_tp("TP Lph", 300, 1e6).err, "TESSAREL error: no fluid selected...");
   EXPECT_EQ(host::select({"no such fluid"}, {1}), "No errors");
+  EXPECT_NE(host::at_tp("TP Lph", 300, 1e6).err, "TESSAREL error: no fluid selected...");
+  EXPECT_EQ(host::select({"no\nsuch\x7f"}, {1}).find_first_of("\n\x7f"), std::string::npos);
 }
 
 /// Records and critical points are remembered: by what they are of, so that trial parameters leave no trace.
