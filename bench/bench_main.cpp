@@ -298,6 +298,17 @@ void register_saturation() {
           (std::string("calc_psat/") + fluid + " at " + std::to_string(fraction).substr(0, 3) + " tc").c_str(),
           [fluid, fraction](State& state) { saturation(state, fluid, fraction); });
   benchmark::RegisterBenchmark("calc_psat/propane at 300 K", [](State& state) { saturation(state, "propane", 300); });
+  for (const auto* fluid : {"propane", "methanol"})
+    benchmark::RegisterBenchmark((std::string("calc_tsat/") + fluid + " at 10 bar").c_str(), [fluid](State& state) {
+      select({fluid}, {1.0});
+      const Fluid f = session().fluid();
+      double p = 1e6, tsat = 0;
+      const Counted counted(state);
+      for (auto _ : state) {
+        solvers::calc_tsat(f, p += small_step, tsat);
+        benchmark::DoNotOptimize(tsat);
+      }
+    });
   benchmark::RegisterBenchmark("critpoint/propane", [](State& state) {
     select({"propane"}, {1.0});
     const Fluid f = session().fluid();

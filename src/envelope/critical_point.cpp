@@ -29,16 +29,21 @@ Estimate start_estimate(const fluid::Parameters& p, int i) {
 bool find_inflection(const Eos& eos, int n, int i, double t, double& eta, eos::EtaSlopes& slopes) {
   constexpr int limit = 60;
   constexpr double tolerance = 0.2;
+  fluid::Vector ones;
+  ones.fill(1.0);
+  const Arena::Frame frame(eos.arena());
+  eos::MixtureState<double> state;
+  prepare(eos, state, n, ones.data(), i, t);
   for (int count = 1;; ++count) {
-    slopes = eos::calc_p_deta(eos, n, i, t, eta);
+    slopes = eos::p_deta(state, eta);
     eta -= slopes.d2p_deta2 / slopes.d3p_deta3;
     if (count >= limit) return false;
     if (!(std::abs(slopes.d2p_deta2) > tolerance)) return true;
   }
 }
 
-/// The secant iteration on the slope of the isotherm at its inflection, from `t`. Limits are written after success.
-Message search_from(const Eos& eos, int n, const double* z, int i, double t, Limits& limits) {
+/// The secant iteration on the slope of the isotherm at its inflection, from `t`. `found` is written after success.
+Message search_from(const Eos& eos, int n, int i, double t, CriticalMemory::Point& found) {
   constexpr int limit = 60;
   constexpr double temperature_step = 0.1, tolerance = 0.01;
   double eta = 0.2;
@@ -55,45 +60,70 @@ Message search_from(const Eos& eos, int n, const double* z, int i, double t, Lim
     converged = std::abs(f1) <= tolerance;
   }
   if (!converged) return "Critical point: : temperature-iteration not converged";
-  limits.tc = t;
-  limits.pc = slopes.p;
-  limits.rhoc = eos::calc_rho_eta(eos, n, z, 1, t, eta) / avogadro_factor;
+  found = {t, slopes.p, eta};
   return no_errors;
 }
 
 /// Whether a search from an estimate of its own has ended where the fluid is: at a pressure and temperature of a fluid.
-bool is_sound(const Limits& limits, double epsil) {
-  return limits.tc > 0.5 * epsil && limits.tc < 10.0 * epsil && limits.pc > 0 && limits.pc < 1e9 && limits.rhoc > 0;
+bool is_sound(const CriticalMemory::Point& point, double epsil) {
+  return point.t > 0.5 * epsil && point.t < 10.0 * epsil && point.p > 0 && point.p < 1e9 && point.eta > 0;
 }
 
-}  // namespace
-
-Message critpure(const Eos& eos, int n, const double* z, int i, Limits& limits) {
-  assert(i >= 1 && i <= n);
-  const Estimate start = start_estimate(eos.parameters(), i);
-  limits.tc = start.t;
-  limits.pc = start.p;
-  const Message message = search_from(eos, n, z, i, start.t, limits);
+Message search(const Eos& eos, int n, int i, double start, CriticalMemory::Point& found) {
+  const Message message = search_from(eos, n, i, start, found);
   if (ok(message)) return message;
   // Where the acentric factor tells little of the temperature (xenon, chlorine) the dispersion energy tells more: the
   // critical temperature is 1.3 times that for spheres, and rises with the number of segments.
   const double epsil = eos.parameters().epsil[at(i - 1)];
   for (const double ratio : {1.3, 1.6, 2.0, 2.5, 3.2}) {
-    Limits trial = limits;
-    if (!ok(search_from(eos, n, z, i, ratio * epsil, trial)) || !is_sound(trial, epsil)) continue;
+    CriticalMemory::Point trial;
+    if (!ok(search_from(eos, n, i, ratio * epsil, trial)) || !is_sound(trial, epsil)) continue;
     ++eos.work.statistics.critical_restarts;
-    limits = trial;
+    found = trial;
     return no_errors;
   }
   return message;
 }
 
-Message critmixt_pseudo(const Eos& eos, int n, const double* z, Limits& limits) {
+}  // namespace
+
+const CriticalMemory::Point* CriticalMemory::find(const fluid::Component& component, bool simplified) const noexcept {
+  for (const Entry& entry : entries_)
+    if (entry.used && entry.simplified == simplified && entry.component == component) return &entry.point;
+  return nullptr;
+}
+
+void CriticalMemory::keep(const fluid::Component& component, bool simplified, const Point& point) noexcept {
+  entries_[next_] = {true, simplified, component, point};
+  next_ = (next_ + 1) % entries_.size();
+}
+
+Message critpure(const Eos& eos, int n, const double* z, int i, Limits& limits, CriticalMemory* memory) {
+  assert(i >= 1 && i <= n);
+  const fluid::Component component(eos.parameters(), at(i - 1));
+  const CriticalMemory::Point* known = memory != nullptr ? memory->find(component, eos.simplified) : nullptr;
+  CriticalMemory::Point point;
+  if (known != nullptr) {
+    point = *known;
+  } else {
+    const Estimate start = start_estimate(eos.parameters(), i);
+    limits.tc = start.t;
+    limits.pc = start.p;
+    if (const Message message = search(eos, n, i, start.t, point); !ok(message)) return message;
+    if (memory != nullptr) memory->keep(component, eos.simplified, point);
+  }
+  limits.tc = point.t;
+  limits.pc = point.p;
+  limits.rhoc = eos::calc_rho_eta(eos, n, z, 1, point.t, point.eta) / avogadro_factor;
+  return no_errors;
+}
+
+Message critmixt_pseudo(const Eos& eos, int n, const double* z, Limits& limits, CriticalMemory* memory) {
   limits.tci.fill(not_computed);
   limits.pci.fill(not_computed);
   limits.tc = limits.pc = limits.rhoc = not_computed;
   for (int i = 1; i <= n; ++i) {
-    const Message message = critpure(eos, n, z, i, limits);
+    const Message message = critpure(eos, n, z, i, limits, memory);
     limits.tci[at(i - 1)] = limits.tc;
     limits.pci[at(i - 1)] = limits.pc;
     if (!ok(message)) return message;
@@ -115,8 +145,8 @@ Message average_critical_points(const Eos& eos, int n, const double* z, Limits& 
   return message;
 }
 
-Message critpoint(const Eos& eos, int n, const double* z, Limits& limits) {
-  return n == 1 ? critpure(eos, n, z, 1, limits) : critmixt_pseudo(eos, n, z, limits);
+Message critpoint(const Eos& eos, int n, const double* z, Limits& limits, CriticalMemory* memory) {
+  return n == 1 ? critpure(eos, n, z, 1, limits, memory) : critmixt_pseudo(eos, n, z, limits, memory);
 }
 
 Message critmixt_brent() {

@@ -4,24 +4,48 @@
 // Results go to the limits: tc [K], pc [Pa], rhoc [mol/m3], and tci, pci of the components for a mixture.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 #include "eos/model.hpp"
+#include "fluid/component.hpp"
 #include "fluid/limits.hpp"
 #include "support/text.hpp"
 
 namespace tessarel::envelope {
 
+/// Critical points found last, by the parameters of the component. One that is found here is the one that the search
+/// would end at, bit by bit.
+class CriticalMemory {
+ public:
+  struct Point {
+    double t = 0, p = 0, eta = 0;  ///< [K], [Pa], packing fraction
+  };
+  [[nodiscard]] const Point* find(const fluid::Component& component, bool simplified) const noexcept;
+  void keep(const fluid::Component& component, bool simplified, const Point& point) noexcept;
+
+ private:
+  struct Entry {
+    bool used = false, simplified = false;
+    fluid::Component component;
+    Point point;
+  };
+  std::array<Entry, 2 * fluid::nmax> entries_;
+  std::size_t next_ = 0;
+};
+
 /// Critical state of the selected fluid: critpure of the only component, or critmixt_pseudo. Messages:
 /// "Critical point: density iteration 1 not converged...", "... 2 not converged...",
 /// "Critical point: : temperature-iteration not converged"; then tc and pc hold the start estimates.
-Message critpoint(const eos::Eos& eos, int n, const double* z, fluid::Limits& limits);
+Message critpoint(const eos::Eos& eos, int n, const double* z, fluid::Limits& limits, CriticalMemory* memory = nullptr);
 
 /// The search for component `i`. Precondition: 1 <= i <= n.
-Message critpure(const eos::Eos& eos, int n, const double* z, int i, fluid::Limits& limits);
+Message critpure(const eos::Eos& eos, int n, const double* z, int i, fluid::Limits& limits,
+                 CriticalMemory* memory = nullptr);
 
 /// Critical points of all components and their averages over z.
-Message critmixt_pseudo(const eos::Eos& eos, int n, const double* z, fluid::Limits& limits);
+Message critmixt_pseudo(const eos::Eos& eos, int n, const double* z, fluid::Limits& limits,
+                        CriticalMemory* memory = nullptr);
 
 /// The averages alone, with tci and pci of the same components in place.
 Message average_critical_points(const eos::Eos& eos, int n, const double* z, fluid::Limits& limits);

@@ -85,7 +85,14 @@ ValueAndSlope calc_z_rho_x(const Eos& eos, int n, const double* x, double t, dou
 }
 
 DensityDerivatives calc_z_rho123(const Eos& eos, int n, const double* x, int ipure, double t, double rho) {
-  const auto z = z_by_rho<3>(eos, n, x, ipure, t, rho);
+  const Arena::Frame frame(eos.arena());
+  MixtureState<double> state;
+  prepare(eos, state, n, x, ipure, t);
+  return z_rho123(state, rho);
+}
+
+DensityDerivatives z_rho123(const MixtureState<double>& state, double rho) {
+  const auto z = residual_z(state, variable<Taylor<1, 3>>(rho));
   return {derivative(z, 0), derivative(z, 1), derivative(z, 2), derivative(z, 3)};
 }
 

@@ -4,7 +4,7 @@
 // component i alone, x is not read.
 #pragma once
 
-#include "eos/model.hpp"
+#include "eos/mixture_state.hpp"
 
 namespace tessarel::eos {
 
@@ -32,6 +32,7 @@ struct DensityDerivatives {
   double z, z_rho, z_rhorho, z_rhorhorho;
 };
 DensityDerivatives calc_z_rho123(const Eos& eos, int n, const double* x, int ipure, double t, double rho);
+DensityDerivatives z_rho123(const MixtureState<double>& state, double rho);  ///< of a prepared state
 
 /// z with its derivatives by t and rho up to the second order, in one evaluation.
 struct ZDerivatives {

@@ -38,7 +38,8 @@ struct Statistics {
   long long interpolated_queries = 0;  ///< bubble and dew points read from the table without convergence
   long long critical_restarts = 0;     ///< critical points of pure fluids found from another start
   long long critical_scans = 0;        ///< critical points of mixtures left to the search along the limit of stability
-  long long rescued_saturations = 0;   ///< of pure fluids, where equal fugacities by Newton's method in p or t failed
+  // Saturation of pure fluids: left to the search between the spinodals, and to the iteration on equal fugacities.
+  long long bounded_saturations = 0, iterated_saturations = 0;
   // State solvers: answers of the quick routes, those left to the bracketed searches, those that a scan found behind
   // these. Phases whose stable density root is not the one that their name would take.
   long long quick_states = 0, searched_states = 0, scanned_states = 0, other_roots = 0;

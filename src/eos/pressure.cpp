@@ -77,9 +77,16 @@ void calc_d2p_dndn(const Eos& eos, int n, const double* x, double t, double rho,
 EtaSlopes calc_p_deta(const Eos& eos, int n, int ipure, double t, double eta) {
   Vector ones;
   ones.fill(1.0);
-  const double rho = calc_rho_eta(eos, n, ones.data(), ipure, t, eta);
-  const auto z = calc_z_rho123(eos, n, ones.data(), ipure, t, rho);
-  const double q = rho / eta, factor = pressure_factor * t;
+  const Arena::Frame frame(eos.arena());
+  MixtureState<double> state;
+  prepare(eos, state, n, ones.data(), ipure, t);
+  return p_deta(state, eta);
+}
+
+EtaSlopes p_deta(const MixtureState<double>& state, double eta) {
+  const double rho = eta / state.zeta_rho[3];
+  const auto z = z_rho123(state, rho);
+  const double q = rho / eta, factor = pressure_factor * state.t;
   return {factor * rho * z.z, factor * q * (z.z + rho * z.z_rho), factor * q * q * (2.0 * z.z_rho + rho * z.z_rhorho),
           factor * q * q * q * (3.0 * z.z_rhorho + rho * z.z_rhorhorho)};
 }

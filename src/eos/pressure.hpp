@@ -1,7 +1,7 @@
 // Pressure of the equation of state and its derivatives. Pressures in Pa, t in K, rho in 1/A3.
 #pragma once
 
-#include "eos/model.hpp"
+#include "eos/mixture_state.hpp"
 
 namespace tessarel::eos {
 
@@ -28,5 +28,6 @@ struct EtaSlopes {
   double p, dp_deta, d2p_deta2, d3p_deta3;
 };
 EtaSlopes calc_p_deta(const Eos& eos, int n, int ipure, double t, double eta);
+EtaSlopes p_deta(const MixtureState<double>& state, double eta);  ///< of a prepared state
 
 }  // namespace tessarel::eos

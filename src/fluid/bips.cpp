@@ -32,10 +32,22 @@ bool read_row(std::string_view text, std::size_t k, BipTable& table) {
   return read_fixed(row.view().substr(64, 10), 5, table.bip[k]);
 }
 
+void index_rows(BipTable& table) noexcept {
+  table.index.fill(0);
+  for (std::size_t k = 0; k < table.key.size(); ++k) {
+    if (table.key[k] == 0) continue;
+    std::size_t place = (table.key[k] >> 1U) % table.index.size();
+    while (table.index[place] != 0) place = (place + 1) % table.index.size();
+    table.index[place] = static_cast<std::uint16_t>(k + 1);
+  }
+}
+
 /// The entry of a pair, 0 where the table has none.
 double find_pair(const BipTable& table, std::string_view first, std::string_view second) noexcept {
   const std::uint64_t key = key_of(first, second);
-  for (std::size_t k = 0; k < table.cn.size(); ++k) {
+  for (std::size_t place = (key >> 1U) % table.index.size(); table.index[place] != 0;
+       place = (place + 1) % table.index.size()) {
+    const std::size_t k = table.index[place] - 1U;
     if (table.key[k] != key) continue;
     const std::string_view a = table.cn[k][0].view(), b = table.cn[k][1].view();
     if ((a == first && b == second) || (a == second && b == first)) return table.bip[k];
@@ -83,7 +95,8 @@ Message readbips_from(std::string_view filename, Parameters& p, BipTable& table)
   if (!stamp.exists() || table.path != path || table.stamp != stamp) {
     table.path.clear();
     if (const Message message = readbipsfile(filename, max_bips, table); !ok(message)) return message;
-    table.path = path;
+    index_rows(table);
+    if (stamp.settled()) table.path = path;
     table.stamp = stamp;
   }
   for (std::size_t i = 0; i < n; ++i)

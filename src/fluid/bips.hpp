@@ -23,6 +23,8 @@ struct BipTable {
   std::array<double, max_bips> bip{};
   std::array<std::array<FixedText<32>, 2>, max_bips> cn{};
   std::array<std::uint64_t, max_bips> key{};  ///< of the two names in either order; 0 for a row never written
+  /// Row numbers from 1 by key, in open addressing: rows of one key follow each other in their order; 0 is the end.
+  std::array<std::uint16_t, 2048> index{};
   // The file that the rows are of, so that it is read again only when it has changed.
   std::string path{};
   platform::FileStamp stamp{};

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "fluid/bips.hpp"
@@ -55,13 +56,26 @@ Message readfluids_from(std::string_view directory, NameList fluids, Parameters&
   const std::string fluiddb(trimmed(directory));
   Message message = no_errors;
   const int n = std::min(p.n, nmax);
+  std::optional<platform::FluidDatabase::SharedReads> reads;
+  sources.records.open(fluiddb, platform::stamp_of(platform::database_file(fluiddb).c_str()));
   for (int i = 0; i < n; ++i) {
     const std::string filename = std::string(fluids[i]) + ".saf";
     const PathText path(fluiddb + filename);
     if (!is_plain_name(fluids[i])) return opening_failed(path.view(), sources.text);
+    const std::string file(path.trimmed());
+    if (const Component* known = sources.records.find(filename, file.c_str())) {
+      known->put(p, at(i));
+      continue;
+    }
+    if (n > 1 && !reads) reads.emplace(sources.database, fluiddb);
+    std::optional<platform::FileStamp> stamp;
     message = readfluidsdb(fluiddb, filename, i, p, sources);
-    if (!ok(message)) message = readfluidsfile(path.view(), i, p, sources.text);
+    if (!ok(message)) {
+      stamp = platform::stamp_of(file.c_str());
+      message = readfluidsfile(path.view(), i, p, sources.text);
+    }
     if (!ok(message)) return message;
+    sources.records.keep(filename, stamp, Component(p, at(i)));
   }
   return message;
 }

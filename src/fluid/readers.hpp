@@ -6,6 +6,7 @@
 
 #include "fluid/bips.hpp"
 #include "fluid/fluid_record.hpp"
+#include "fluid/record_memory.hpp"
 #include "platform/fluid_database.hpp"
 #include "support/text.hpp"
 
@@ -28,10 +29,12 @@ struct Sources {
   platform::FluidDatabase& database;
   BipTable bips;     ///< rows of an earlier, longer table stay and take part in the search
   FailureText text;  ///< of the last failure
+  RecordMemory records{};
 };
 
 /// Reads the `n` components named in `fluids` into the places from 0, each from the database, or else from its file
-/// `<name>.saf` in the fluid directory. Stops at the first that fails, with the message of readfluidsfile.
+/// `<name>.saf` in the fluid directory. Stops at the first that fails, with the message of readfluidsfile. A record
+/// that `sources` remembers is read again only when the database or its file has changed.
 Message readfluids(NameList fluids, Parameters& p, Sources& sources);
 
 /// The same with the fluid directory given, which ends in a separator.

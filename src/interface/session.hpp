@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "envelope/critical_point.hpp"
 #include "envelope/table.hpp"
 #include "eos/fluid.hpp"
 #include "fluid/limits.hpp"
@@ -29,7 +30,8 @@ struct Session {
         simplified(other.simplified),
         moment(other.moment),
         sources(other.sources),
-        components(other.components) {
+        components(other.components),
+        critical_points(other.critical_points) {
     if (other.envelope.table)
       envelope = Envelope{std::make_unique<envelope::Table>(*other.envelope.table), other.envelope};
     work.means = other.work.means;
@@ -56,6 +58,7 @@ struct Session {
     fluid::Vector tci{}, pci{};
   };
   ComponentCriticalPoints components;
+  envelope::CriticalMemory critical_points{};  ///< also of components selected earlier
 
   /// The traced phase envelope of a mixture, and what it belongs to.
   struct Envelope {

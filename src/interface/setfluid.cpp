@@ -69,7 +69,8 @@ void find_critical_point(Session& session) {
     limits.pci = known.pci;
     envelope::average_critical_points(session.eos(), session.n(), session.z.data(), limits);
   } else {
-    const Message message = envelope::critpoint(session.eos(), session.n(), session.z.data(), limits);
+    const Message message =
+        envelope::critpoint(session.eos(), session.n(), session.z.data(), limits, &session.critical_points);
     known = {ok(message), session.simplified, limits.tci, limits.pci};
   }
   if (session.n() < 2) return;

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <ctime>
 #include <string>
 
 #include "support/text.hpp"
@@ -15,6 +16,12 @@ FileStamp stamp_of(const char* path) noexcept {
   struct stat status {};
   if (::stat(path, &status) != 0) return {};
   return {status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+}
+
+bool FileStamp::settled() const noexcept {
+  timespec now{};
+  if (::clock_gettime(CLOCK_REALTIME, &now) != 0) return false;
+  return static_cast<double>(now.tv_sec - changed_s) + 1e-9 * static_cast<double>(now.tv_nsec - changed_ns) > 0.05;
 }
 
 FileBytes::FileBytes(std::string_view path) noexcept {

@@ -30,11 +30,14 @@ class MemoryBytes final : public ByteSource {
   std::string_view bytes_;
 };
 
-/// What tells whether a file has changed: nothing but a rewriting of the same size in the same nanosecond goes unseen.
+/// What tells whether a file has changed.
 struct FileStamp {
   std::uint64_t device = 0, inode = 0;
   std::int64_t size = -1, changed_s = 0, changed_ns = 0;
   [[nodiscard]] bool exists() const noexcept { return size >= 0; }
+  /// Whether the last change lies so far back that another one now shows in the time: file systems count it in ticks of
+  /// some milliseconds. What was read from an unsettled file must be read again.
+  [[nodiscard]] bool settled() const noexcept;
   friend bool operator==(const FileStamp&, const FileStamp&) = default;
 };
 FileStamp stamp_of(const char* path) noexcept;

@@ -33,12 +33,18 @@ int fetch_rows(sqlite3_stmt* statement, FluidData& fluiddata) {
 
 }  // namespace
 
-/// The statement on the database in `directory`, null when that cannot be opened.
-sqlite3_stmt* FluidDatabase::statement(const std::string& directory) {
-  if (statement_ != nullptr && directory == directory_) return statement_;
+std::string database_file(std::string_view directory) {
+  directory = trimmed(directory);
+  return std::string(directory) + (directory.empty() || directory.back() == '/' ? "" : "/") + "fluids.db";
+}
+
+/// The statement on the database `file`, null when that cannot be opened.
+sqlite3_stmt* FluidDatabase::statement(const std::string& file) {
+  const FileStamp stamp = stamp_of(file.c_str());
+  if (statement_ != nullptr && file == file_ && stamp == stamp_) return statement_;
   close();
-  directory_ = directory;
-  const std::string file = directory + (directory.empty() || directory.back() == '/' ? "" : "/") + "fluids.db";
+  file_ = file;
+  stamp_ = stamp;
   struct stat status {};
   if (::stat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
   const int flags = SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX;
@@ -61,6 +67,22 @@ void FluidDatabase::close() noexcept {
   database_ = nullptr;
 }
 
+void FluidDatabase::begin(std::string_view directory) {
+  const std::lock_guard lock(mutex_);
+  if (directory.find('\0') == std::string_view::npos && statement(database_file(directory)) != nullptr &&
+      sqlite3_get_autocommit(database_) != 0) {
+    checks_ = 0;
+    sqlite3_exec(database_, "BEGIN", nullptr, nullptr, nullptr);
+  }
+  ++sharing_;
+}
+
+void FluidDatabase::end() noexcept {
+  const std::lock_guard lock(mutex_);
+  if (--sharing_ > 0 || database_ == nullptr || sqlite3_get_autocommit(database_) != 0) return;
+  if (sqlite3_exec(database_, "COMMIT", nullptr, nullptr, nullptr) != SQLITE_OK) close();
+}
+
 int FluidDatabase::check(void* self) {
   return ++static_cast<FluidDatabase*>(self)->checks_ > max_checks ? 1 : 0;
 }
@@ -71,7 +93,7 @@ int FluidDatabase::getfluid(std::string_view fluiddb, std::string_view name, Flu
   const std::string_view key = trimmed(name);
   if (directory.find('\0') != std::string_view::npos || key.size() > row_length) return 0;
   const std::lock_guard lock(mutex_);
-  sqlite3_stmt* reading = statement(std::string(directory));
+  sqlite3_stmt* reading = statement(database_file(directory));
   if (reading == nullptr) return 0;
   checks_ = 0;
   int rows = -1;

@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/byte_source.hpp"
 #include "support/text.hpp"
 
 struct sqlite3;
@@ -28,8 +29,11 @@ struct Row : FixedText<row_length> {
 /// The rows of a record; row 1 stands at index 0.
 using FluidData = std::array<Row, max_rows>;
 
-/// One read-only connection, opened at the first read and kept until another directory is asked for. Any number of
-/// threads may read; a lock lets one in at a time.
+/// The file of the database in a directory.
+std::string database_file(std::string_view directory);
+
+/// One read-only connection, opened at the first read and kept until another directory is asked for or the file is
+/// another one or changed. Any number of threads may read; a lock lets one in at a time.
 class FluidDatabase {
  public:
   FluidDatabase() = default;
@@ -42,16 +46,34 @@ class FluidDatabase {
   /// behind the delivered ones keep what they held.
   int getfluid(std::string_view fluiddb, std::string_view name, FluidData& fluiddata, int& status);
 
+  /// While one lives, its reads share the lock on the file, which costs more than a read.
+  class SharedReads {
+   public:
+    SharedReads(FluidDatabase& database, std::string_view directory) : database_(database) {
+      database_.begin(directory);
+    }
+    SharedReads(const SharedReads&) = delete;
+    SharedReads& operator=(const SharedReads&) = delete;
+    ~SharedReads() { database_.end(); }
+
+   private:
+    FluidDatabase& database_;
+  };
+
  private:
-  sqlite3_stmt* statement(const std::string& directory);
+  void begin(std::string_view directory);
+  void end() noexcept;
+  sqlite3_stmt* statement(const std::string& file);
   void close() noexcept;
   static int check(void* self);
 
   std::mutex mutex_;
-  std::string directory_;
+  std::string file_;
+  FileStamp stamp_;
   sqlite3* database_ = nullptr;
   sqlite3_stmt* statement_ = nullptr;
   int checks_ = 0;
+  int sharing_ = 0;  ///< SharedReads alive, of any thread
 };
 
 }  // namespace tessarel::platform

@@ -48,6 +48,11 @@ bool equal_fugacities(const Fluid& fluid, double& unknown, Evaluate&& evaluate, 
   }
 }
 
+Fluid first_component(const Fluid& fluid) {
+  static constexpr double alone = 1.0;
+  return {fluid.eos, 1, &alone, fluid.limits};
+}
+
 Roots roots_at(const Fluid& fluid, double t, double p) {
   Roots r{};
   eos::calc_lnphi_rho_pure(fluid.eos, t, p, r.lnphi_l, r.lnphi_v, r.rho_l, r.rho_v);
@@ -64,6 +69,11 @@ Message calc_psat(const Fluid& fluid, double t, double& psat) {
     return no_errors;
   }
   if (t > fluid.limits.tc) return "Temperature greater than critical temperature...";
+  if (PureSaturation found; solve_saturation_at_t(first_component(fluid), t, found)) {
+    psat = found.p;
+    return no_errors;
+  }
+  ++fluid.eos.work.statistics.iterated_saturations;
   constexpr double start = 0.1;
   double p = start;
   const bool converged = equal_fugacities(
@@ -73,11 +83,6 @@ Message calc_psat(const Fluid& fluid, double t, double& psat) {
       },
       [&](bool dense) { return dense ? (p + start) / 2.0 : (fluid.limits.pc + p) / 2.0; });
   psat = p;
-  if (PureSaturation found; !converged && solve_saturation_at_t(fluid, t, found)) {
-    ++fluid.eos.work.statistics.rescued_saturations;
-    psat = found.p;
-    return no_errors;
-  }
   return converged ? no_errors : "No convergence calculating saturation pressure...";
 }
 
@@ -89,6 +94,11 @@ Message calc_tsat(const Fluid& fluid, double p, double& tsat) {
     return no_errors;
   }
   if (p > fluid.limits.pc) return "Pressure greater than critical pressure...";
+  if (PureSaturation found; solve_saturation_at_p(first_component(fluid), p, found)) {
+    tsat = found.t;
+    return no_errors;
+  }
+  ++fluid.eos.work.statistics.iterated_saturations;
   double t = fluid.limits.tlowest;
   const bool converged = equal_fugacities(
       fluid, t, [&](double temperature) { return roots_at(fluid, temperature, p); },
@@ -97,11 +107,6 @@ Message calc_tsat(const Fluid& fluid, double p, double& tsat) {
       },
       [&](bool dense) { return dense ? (fluid.limits.tc + t) / 2.0 : (t + fluid.limits.tlowest) / 2.0; });
   tsat = t;
-  if (PureSaturation found; !converged && solve_saturation_at_p(fluid, p, found)) {
-    ++fluid.eos.work.statistics.rescued_saturations;
-    tsat = found.t;
-    return no_errors;
-  }
   return converged ? no_errors : "No convergence calculating saturation temperature...";
 }
 

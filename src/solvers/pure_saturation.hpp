@@ -11,7 +11,8 @@ struct PureSaturation {
   double v_l = 0, v_v = 0;  ///< [m3/mol]
 };
 
-/// At `t` or at `p` by Newton's method; false where it finds nothing. The range is not looked at.
+/// At `t` or at `p` by equal areas (equal_areas.hpp): from corresponding states, or next to the critical point from the
+/// cubic about the inflection, then between the spinodals. False where these find nothing; the range is not looked at.
 bool solve_saturation_at_t(const eos::Fluid& fluid, double t, PureSaturation& saturation);
 bool solve_saturation_at_p(const eos::Fluid& fluid, double p, PureSaturation& saturation);
 

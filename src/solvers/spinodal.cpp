@@ -106,13 +106,19 @@ Message calc_tspin(const Fluid& fluid, double p, double& tliq, double& tvap) {
   if (p > (fluid.pure() ? fluid.limits.pc : fluid.limits.pcribar)) return beyond_limit;
   double tsat = 0;
   if (const Message message = calc_tsat(fluid, p, tsat); !ok(message)) return message;
-  // At low pressure a vapour can be cooled far below its saturation temperature, down to the end of the range.
+  // The bracket ends at 0.9 of the saturation temperature. At low pressure a vapour can be cooled further, down to the
+  // end of the range; and a liquid is so cold there that the search for its spinodal can end on a loop beyond it, so
+  // the end is looked for from the critical temperature downwards.
+  const double limit = fluid.limits.tc;
   const auto branch = [&](std::int32_t iphase, double& t) {
-    Message message = no_errors;
-    for (double low = 0.9 * tsat;; low = std::max(0.8 * low, fluid.limits.tlowest)) {
-      message = brent_spin(fluid, iphase, p, fluid.limits.tc, low, t);
-      if (ok(message) || !(low > fluid.limits.tlowest)) return message;
-    }
+    Message message = brent_spin(fluid, iphase, p, limit, 0.9 * tsat, t);
+    if (iphase == liquid)
+      for (double low = 0.95 * limit; !ok(message) && low > 0.9 * tsat; low *= 0.95)
+        message = brent_spin(fluid, iphase, p, limit, low, t);
+    else
+      for (double low = 0.9 * tsat; !ok(message) && low > fluid.limits.tlowest;)
+        message = brent_spin(fluid, iphase, p, limit, low = std::max(0.8 * low, fluid.limits.tlowest), t);
+    return message;
   };
   if (const Message message = branch(1, tliq); !ok(message)) return message;
   return branch(2, tvap);

@@ -3,10 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cmath>
 #include <filesystem>
 #include <limits>
 #include <string>
+#include <thread>
 
 #include "fluid/sample_records.hpp"
 #include "platform/sample_database.hpp"
@@ -44,6 +46,29 @@ TEST(Readers, TheDatabaseComesFirstAndTheFileServesTheRest) {
   for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(record.compname[i].trimmed(), origins[i]);
   // Trailing blanks of the directory do not count.
   EXPECT_EQ(read(directory.path() + "    ", {"b"}), "No errors");
+}
+
+TEST(Readers, AChangedRecordIsReadAgain) {
+  const test::TemporaryDirectory directory;
+  const std::string file = directory.path() + "b.saf";
+  test::add_record(directory.path(), "a.saf", head("of database") + "eof");
+  directory.write("b.saf", head("of file") + "eof");
+  // Records are remembered once the files have not changed for a while.
+  std::this_thread::sleep_for(std::chrono::milliseconds(80));
+  for (int time = 0; time < 2; ++time) {
+    EXPECT_EQ(read(directory.path(), {"a", "b"}), "No errors");
+    EXPECT_EQ(record.compname[0].trimmed(), "of database");
+    EXPECT_EQ(record.compname[1].trimmed(), "of file");
+    EXPECT_NE(test::sources.records.find("a.saf", ""), nullptr);
+    EXPECT_NE(test::sources.records.find("b.saf", file.c_str()), nullptr);
+    record.compname[0].assign("");
+  }
+  directory.write("b.saf", head("of a 2nd") + "eof");
+  EXPECT_EQ(read(directory.path(), {"a", "b"}), "No errors");
+  EXPECT_EQ(record.compname[1].trimmed(), "of a 2nd");
+  test::run_sql(directory.path() + "fluids.db", "UPDATE record SET text = 'of changed 1' WHERE row = 1;");
+  EXPECT_EQ(read(directory.path(), {"b", "a"}), "No errors");
+  EXPECT_EQ(record.compname[1].trimmed(), "of changed 1");
 }
 
 TEST(Readers, StopAtTheFirstFailureAndKeepWhatWasRead) {

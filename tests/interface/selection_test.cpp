@@ -71,6 +71,36 @@ TEST_F(Selection, FailedReadIsForgottenBySameNames) {
   EXPECT_EQ(host::select({"no\nsuch\x7f"}, {1}).find_first_of("\n\x7f"), std::string::npos);
 }
 
+/// Records and critical points are remembered: by what they are of, so that trial parameters leave no trace.
+TEST_F(Selection, EarlierSelectionsLeaveNothing) {
+  const std::vector<std::string> mixture{"water", "acetone", "carbon dioxide", "methanol"};
+  const auto limits_after = [&](bool fresh) {
+    std::int64_t number = 0, first = 0;
+    std::array<char, 80> err{};
+    tessarel_session_new(&number, err.data(), err.size());
+    tessarel_session_use(&number, err.data(), err.size());
+    if (!fresh) {
+      EXPECT_EQ(host::select({"acetone"}, {1}), "No errors");
+      host::session().model.parameters.epsil[0] *= 1.01;
+      tessarel::interface::derive(host::session());
+      tessarel::interface::analyse(host::session());
+      EXPECT_EQ(host::select({"carbon dioxide", "acetone", "methanol"}, {0.2, 0.2, 0.6}), "No errors");
+    }
+    EXPECT_EQ(host::select(mixture, {0.1, 0.2, 0.3, 0.4}), "No errors");
+    const auto limits = host::session().limits;
+    tessarel_session_use(&first, err.data(), err.size());
+    tessarel_session_free(&number, err.data(), err.size());
+    return limits;
+  };
+  const auto a = limits_after(true), b = limits_after(false);
+  EXPECT_EQ(a.tc, b.tc);
+  EXPECT_EQ(a.rhoc, b.rhoc);
+  for (std::size_t i = 0; i < mixture.size(); ++i) {
+    EXPECT_EQ(a.tci[i], b.tci[i]);
+    EXPECT_EQ(a.pci[i], b.pci[i]);
+  }
+}
+
 TEST_F(Selection, RangeIsSharedByTheComponents) {
   EXPECT_EQ(host::session().limits.tlowest, 130);
   EXPECT_EQ(host::session().limits.plowest, 1.0);

@@ -6,7 +6,9 @@
 #include "envelope/critical_point.hpp"
 #include "eos/caloric.hpp"
 #include "eos/fugacity.hpp"
+#include "solvers/equal_areas.hpp"
 #include "solvers/psat_tsat.hpp"
+#include "solvers/pure_saturation.hpp"
 
 namespace tessarel::testing {
 namespace {
@@ -53,6 +55,37 @@ TEST(ReferenceSaturation, CriticalPointsAndSaturation) {
     ++rows;
   }
   EXPECT_GT(rows, 60);
+}
+
+/// Shipped fluids at their lowest temperature and at 0.99, 0.999 and 0.9999 of their critical one: by the quick way, by
+/// the search between the spinodals behind it, and back to the temperature.
+TEST(ReferenceSaturation, EndsOfTheLine) {
+  int rows = 0;
+  for (const auto& f : read_reference("saturation_critical.csv")) {
+    SCOPED_TRACE(f[0] + " " + f[1]);
+    const TestFluid selected({f[0]}, {1.0});
+    const eos::Fluid fluid = selected.fluid();
+    const double t = std::stod(f[1]), p = std::stod(f[2]), rho_l = std::stod(f[3]), rho_v = std::stod(f[4]);
+    solvers::PureSaturation found;
+    EXPECT_EQ(solvers::saturation_at_t(fluid, t, found), no_errors);
+    EXPECT_NEAR(found.p, p, 1e-9 * p);
+    const double tolerance = t > 0.9995 * fluid.limits.tc ? 1e-6 : 1e-9;
+    EXPECT_NEAR(1.0 / found.v_l, rho_l, tolerance * rho_l);
+    EXPECT_NEAR(1.0 / found.v_v, rho_v, tolerance * rho_v);
+    const Arena::Frame frame(fluid.eos.arena());
+    eos::MixtureState<double> state;
+    prepare(fluid.eos, state, 1, fluid.z, 0, t);
+    solvers::Packings packings;
+    double bounded = 0, back = 0;
+    EXPECT_TRUE(solvers::equal_areas_between_spinodals(state, nullptr, packings, bounded));
+    EXPECT_NEAR(bounded, p, 1e-9 * p);
+    if (p > 0.1) {
+      EXPECT_EQ(solvers::calc_tsat(fluid, p, back), no_errors);
+      EXPECT_NEAR(back, t, 1e-11 * t);
+    }
+    ++rows;
+  }
+  EXPECT_EQ(rows, 56);
 }
 
 }  // namespace
