@@ -302,7 +302,7 @@ TESSAREL_API void tessarel_derived(const double* x, const double* t, const doubl
  *   states      out     count x 7, by columns: t, p, v, u, h, s, q; the column of a property is consecutive
  *   liquids     out     count x 4, by columns: v, u, h, s of the liquid of two phases. May be null
  *   vapours     out     the same of the vapour. May be null
- *   derived     out     count x 7, by columns: cv, cp, w, jt, kappa, alpha, g (tessarel_derived) of one phase; may be null
+ *   derived     out     count x 7, by columns: cv, cp, w, jt, kappa, alpha, g of one phase. May be null
  *   x, y        out     n x count, first index fastest: mole fractions of liquid and vapour of each state; the selected
  *                       composition where there is no such phase. May be null
  *   codes       out     count: 0, or the number from 1 of the text that tells why there is no state; -1 where that is
@@ -310,8 +310,8 @@ TESSAREL_API void tessarel_derived(const double* x, const double* t, const doubl
  *   text_count  in,out  number of text fields in `texts`; number of those used
  *   texts       out     the distinct messages of failed states
  *   err         out     "No errors" also when states have failed; "TESSAREL error: no fluid selected...",
- *                       "TESSAREL error: null pointer argument...", "TESSAREL error: the number of states or of texts is
- *                       negative or too large..."
+ *                       "TESSAREL error: null pointer argument...",
+ *                       "TESSAREL error: the number of states or of texts is negative or too large..."
  * Values of states that failed, of phases that are not there and derived ones of two phases are -8888.8.
  */
 TESSAREL_API void tessarel_states(const char* pair, const int64_t* count, const double* a, const double* b,

@@ -5,6 +5,7 @@
 #include "eos/pressure.hpp"
 #include "flash/general_flash_steps.hpp"
 #include "flash/stability.hpp"
+#include "flash/work.hpp"
 #include "fluid/ideal_gas.hpp"
 
 namespace tessarel::flash {
@@ -261,7 +262,9 @@ int genflash(Given given, double first, double second, const eos::Fluid& fluid, 
   for (int i = 0; i < fluid.n; ++i) sum += fluid.z[i];
   for (int i = 0; i < fluid.n; ++i) feed[at(i)] = fluid.z[i] / sum;
   const eos::Fluid normalised{fluid.eos, fluid.n, feed.data(), fluid.limits};
-  const int code = GeneralFlash(given, first, second, normalised, range, state).run();
+  Range bounded = range;
+  bounded.last_pressure = std::min(range.last_pressure, fluid.eos.work.statistics.pressures + most_pressures(fluid));
+  const int code = GeneralFlash(given, first, second, normalised, bounded, state).run();
   write_results(normalised, state);
   return code;
 }

@@ -12,12 +12,12 @@
 // saturation routines, the density solver and the flashes.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
 
 #include "envelope/queries.hpp"
 #include "eos/fluid.hpp"
+#include "flash/work.hpp"
 #include "support/text.hpp"
 
 namespace tessarel::solvers {
@@ -48,20 +48,12 @@ class Boundary {
   virtual bool above_critical(double t) = 0;
 };
 
-/// Bound on the work of one call of a solver, in pressures evaluated: no search goes on beyond it. With associating
-/// components a pressure takes longer, and the bound is lower: the time is bounded, to some 0.2 s.
-inline constexpr long long most_pressures_of_a_call = 120000;
-inline long long pressures_allowed(const eos::Fluid& fluid) {
-  const auto& associates = fluid.eos.parameters().is_assoc_cmp;
-  return most_pressures_of_a_call * 5 / (5 + 2 * std::count(associates.begin(), associates.begin() + fluid.n, true));
-}
-
 /// What a solver works on, for one call. `fluid.limits` is the object that `boundary.limits()` returns.
 struct Context {
   eos::Fluid fluid;
   Boundary& boundary;
   bool quick = true;  ///< false leaves the quick routes out, so that the searches behind them can be compared
-  long long last_pressure = fluid.eos.work.statistics.pressures + pressures_allowed(fluid);
+  long long last_pressure = fluid.eos.work.statistics.pressures + flash::most_pressures(fluid);
 
   [[nodiscard]] bool exhausted() const { return fluid.eos.work.statistics.pressures > last_pressure; }
   [[nodiscard]] int n() const { return fluid.n; }

@@ -23,7 +23,7 @@ struct Case {
   /// A search over a search alone takes more than a call allows.
   Context context(bool quick = true) {
     Context context{fluid.fluid(), boundary, quick};
-    if (!quick) context.last_pressure += most_pressures_of_a_call;
+    if (!quick) context.last_pressure += flash::most_pressures_of_a_call;
     return context;
   }
   Message run(TwoPhaseSolver& solver, State& state, bool quick = true) {
