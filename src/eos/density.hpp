@@ -10,6 +10,8 @@
 namespace tessarel::eos {
 
 inline constexpr double liquid_start = 0.7, vapour_start = 1e-5;
+/// Dense enough for cold liquids; beyond it the model has further loops at low temperature.
+inline constexpr double cold_liquid_start = 0.52;
 
 /// Molar volume `v` [m3/mol] of the mixture `x` at `t` [K], `p` [Pa]; `phase` 1 liquid-like, 2 vapour-like root.
 /// `v` is written also on failure. Messages: "No errors", "No convergence calculating density from T and P",

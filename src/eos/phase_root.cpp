@@ -87,7 +87,7 @@ Search find_vapour(const MixtureState<double>& state, double p, double remembere
 }
 
 Search find_liquid(const MixtureState<double>& state, double p, double remembered) {
-  for (const double start : {remembered, 0.52})
+  for (const double start : {remembered, cold_liquid_start})
     if (start > 0) {
       const Search near = search(state, p, Side::liquid, start);
       if (near.outcome != Outcome::failed) return near;

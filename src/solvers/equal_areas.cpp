@@ -124,8 +124,8 @@ CubicIsotherm cubic_isotherm(const State& state, const fluid::Limits& limits) {
 }
 
 bool equal_areas_between_spinodals(const State& state, const Packings* start, Packings& at, double& p) {
-  // The spinodal of a cold vapour is dilute; in a cold liquid beyond that packing the model has further loops.
-  const Packings outside = start != nullptr ? *start : Packings{0.52, 1e-100};
+  // The spinodal of a cold vapour is dilute.
+  const Packings outside = start != nullptr ? *start : Packings{eos::cold_liquid_start, 1e-100};
   Packings spinodal;
   double p_l = 0, p_v = 0;
   if (!find_spinodal(state, outside.liquid, spinodal.liquid, p_l) ||

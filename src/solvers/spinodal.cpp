@@ -22,8 +22,26 @@ bool above_critical_temperature(const Fluid& fluid, double t) {
   return t > (fluid.pure() ? fluid.limits.tc : fluid.limits.tcritherm);
 }
 
-double start_of(std::int32_t iphase) {
-  return iphase == liquid ? eos::liquid_start : eos::vapour_start;
+/// Whether the pressure of the isotherm has a minimum at v, as it has where a liquid ends.
+bool is_minimum(const Fluid& fluid, double t, double v) {
+  const Arena::Frame frame(fluid.eos.arena());
+  eos::MixtureState<double> state;
+  eos::prepare(fluid.eos, state, fluid.n, fluid.z, 0, t);
+  return eos::p_eta12(state, fluid::avogadro_factor / (v * state.rho_eta)).second > 0;
+}
+
+/// The spinodal volume of one branch. From the start of the liquid Newton's method can step over the whole loop of a cold
+/// fluid and end at the limit of the vapour; from a packing fraction nearer to the liquid it does not.
+Message branch_volume(const Fluid& fluid, std::int32_t iphase, double t, double& v) {
+  if (iphase != liquid) return calc_vspin_phase(fluid, eos::vapour_start, t, v);
+  const Message message = calc_vspin_phase(fluid, eos::liquid_start, t, v);
+  if (ok(message) && is_minimum(fluid, t, v)) return message;
+  double nearer = 0;
+  if (ok(calc_vspin_phase(fluid, eos::cold_liquid_start, t, nearer)) && is_minimum(fluid, t, nearer)) {
+    v = nearer;
+    return no_errors;
+  }
+  return message;
 }
 
 /// Spinodal pressure of one branch, with the range check.
@@ -32,7 +50,7 @@ Message branch_pressure(const Fluid& fluid, std::int32_t iphase, double t, doubl
   if (std::abs(t - fluid.limits.tc) < at_critical) return no_errors;
   if (above_critical_temperature(fluid, t)) return beyond_limit;
   double v = 0;
-  const Message message = calc_vspin_phase(fluid, start_of(iphase), t, v);
+  const Message message = branch_volume(fluid, iphase, t, v);
   if (ok(message)) p = eos::calc_p(fluid.eos, fluid.n, fluid.z, t, v);
   return message;
 }
@@ -60,8 +78,8 @@ Message calc_vspin_phase(const Fluid& fluid, double eta, double t, double& v) {
 }
 
 Message calc_vspin(const Fluid& fluid, double t, double& vliq, double& vvap) {
-  const Message of_liquid = calc_vspin_phase(fluid, eos::liquid_start, t, vliq);
-  const Message of_vapour = calc_vspin_phase(fluid, eos::vapour_start, t, vvap);
+  const Message of_liquid = branch_volume(fluid, 1, t, vliq);
+  const Message of_vapour = branch_volume(fluid, 2, t, vvap);
   return ok(of_liquid) ? of_vapour : of_liquid;
 }
 
