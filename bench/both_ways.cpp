@@ -41,7 +41,10 @@ struct Way {
     solvers::State state{t, p, v, u, h, s, q};
     const long long before = session.work.statistics.pressures;
     const auto start = std::chrono::steady_clock::now();
-    const Message message = solver({session.fluid(), boundary, quick}, state, found.x.data(), found.y.data());
+    solvers::Context context{session.fluid(), boundary, quick};
+    // A search over a search alone takes more than a call allows.
+    if (!quick) context.last_pressure += flash::most_pressures_of_a_call;
+    const Message message = solver(context, state, found.x.data(), found.y.data());
     time = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
     pressures = session.work.statistics.pressures - before;
     found.value = {state.t, state.p, state.v, state.u, state.h, state.s, state.q};

@@ -30,8 +30,8 @@ bool is_minimum(const Fluid& fluid, double t, double v) {
   return eos::p_eta12(state, fluid::avogadro_factor / (v * state.rho_eta)).second > 0;
 }
 
-/// The spinodal volume of one branch. From the start of the liquid Newton's method can step over the whole loop of a cold
-/// fluid and end at the limit of the vapour; from a packing fraction nearer to the liquid it does not.
+/// The spinodal volume of one branch. From the start of the liquid Newton's method can step over the whole loop of a
+/// cold fluid and end at the limit of the vapour; from a packing fraction nearer to the liquid it does not.
 Message branch_volume(const Fluid& fluid, std::int32_t iphase, double t, double& v) {
   if (iphase != liquid) return calc_vspin_phase(fluid, eos::vapour_start, t, v);
   const Message message = calc_vspin_phase(fluid, eos::liquid_start, t, v);
