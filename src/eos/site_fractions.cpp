@@ -1,6 +1,7 @@
 #include "eos/site_fractions.hpp"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 
 #include "numerics/small_lu.hpp"
@@ -17,16 +18,10 @@ double bound(std::size_t n, const double* bond, const double* x, std::size_t k) 
   return sum;
 }
 
-/// Newton's method on Q. False where it does not settle.
-bool newton(Arena& arena, std::size_t n, const double* bond, double* x, long long* passes) {
+/// Newton's method on Q for `n` classes, with `matrix` (n x n) and `step` (n) to work in. False where it does not
+/// settle. Inline: with n known to the compiler the loops are written out, which takes half the time.
+inline bool newton(std::size_t n, const double* bond, double* x, double* matrix, double* step, long long* passes) {
   constexpr int max_steps = 60;
-  if (n == 1) {
-    x[0] = 2.0 / (1.0 + std::sqrt(1.0 + 4.0 * bond[0]));
-    return x[0] > 0;
-  }
-  const Arena::Frame frame(arena);
-  double* matrix = arena.take<double>(n * n);
-  double* step = arena.take<double>(n);
   // Each site as if all it bonds with were like itself.
   for (std::size_t k = 0; k < n; ++k) {
     double sum = 0;
@@ -56,6 +51,32 @@ bool newton(Arena& arena, std::size_t n, const double* bond, double* x, long lon
     last = size;
   }
   return false;
+}
+
+template <std::size_t n>
+bool newton_of(const double* bond, double* x, long long* passes) {
+  std::array<double, n * n> matrix;
+  std::array<double, n> step;
+  return newton(n, bond, x, matrix.data(), step.data(), passes);
+}
+
+bool newton(Arena& arena, std::size_t n, const double* bond, double* x, long long* passes) {
+  switch (n) {
+    case 1:
+      x[0] = 2.0 / (1.0 + std::sqrt(1.0 + 4.0 * bond[0]));
+      return x[0] > 0;
+    case 2:
+      return newton_of<2>(bond, x, passes);
+    case 3:
+      return newton_of<3>(bond, x, passes);
+    case 4:
+      return newton_of<4>(bond, x, passes);
+    default:
+      break;
+  }
+  const Arena::Frame frame(arena);
+  double* matrix = arena.take<double>(n * n);
+  return newton(n, bond, x, matrix, arena.take<double>(n), passes);
 }
 
 }  // namespace
