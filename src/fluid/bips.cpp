@@ -105,8 +105,8 @@ Message readbips_from(std::string_view filename, Parameters& p, BipTable& table)
   return no_errors;
 }
 
-Message readbips(Parameters& p, BipTable& table) {
-  return readbips_from(std::string(modulepath(model_key).trimmed()) + "BIPs.mix", p, table);
+Message readbips(Parameters& p, BipTable& table, std::string_view directory) {
+  return readbips_from(data_place(directory).tables + std::string(bips_file), p, table);
 }
 
 }  // namespace tessarel::fluid

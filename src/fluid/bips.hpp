@@ -30,12 +30,12 @@ struct BipTable {
   platform::FileStamp stamp{};
 };
 
-/// Fills `k_ij` of the mixture from BIPs.mix in the library's directory; 0 for a pair that is not there. `table` keeps
-/// the rows that were read; rows of an earlier, longer table stay in it and take part in the search.
-/// The file is read when it has changed since the table read it. The first row of a pair counts, in either order.
-/// Messages: "Error opening mixture parameter file BIPs.mix...", "Unexpected data in mixture parameter file
+/// Fills `k_ij` of the mixture from BIPs.mix of the data in `directory` (file_location.hpp); 0 for a pair that is not
+/// there. `table` keeps the rows that were read; rows of an earlier, longer table stay in it and take part in the
+/// search. The file is read when it has changed since the table read it. The first row of a pair counts, in either
+/// order. Messages: "Error opening mixture parameter file BIPs.mix...", "Unexpected data in mixture parameter file
 /// BIPs.mix...", with `k_ij` left at 0.
-Message readbips(Parameters& p, BipTable& table);
+Message readbips(Parameters& p, BipTable& table, std::string_view directory);
 
 /// The same with the path of the table given.
 Message readbips_from(std::string_view filename, Parameters& p, BipTable& table);

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 
+#include "platform/byte_source.hpp"
 #include "platform/file_search.hpp"
 #include "platform/module_path.hpp"
 
@@ -45,6 +46,47 @@ PathText modulepath(std::string_view name) {
 
 PathText fluidpath(std::string_view name) {
   return fluid_directory(library_file(name).view());
+}
+
+namespace {
+
+bool is_there(const std::string& path) {
+  return platform::stamp_of(path.c_str()).exists();
+}
+
+DataPlace in_directory(std::string directory) {
+  if (directory.back() != '/') directory += '/';
+  const std::string beside = directory + "lib/";
+  const bool installed = !is_there(directory + std::string(bips_file)) && is_there(beside + std::string(bips_file));
+  return {directory + "fluids/", installed ? beside : directory};
+}
+
+}  // namespace
+
+bool has_data(std::string_view directory) {
+  const DataPlace place = in_directory(std::string(trimmed(directory)));
+  return is_there(place.fluids) && is_there(place.tables + std::string(bips_file));
+}
+
+DataPlace data_place(std::string_view directory) {
+  std::string given(trimmed(directory));
+  if (given.empty()) given = platform::environment("TESSAREL_DATA");
+  if (!given.empty()) return in_directory(given);
+  const std::string library(library_file(model_key).trimmed());
+  const auto beside = [](const std::string& file) {
+    return DataPlace{std::string(fluid_directory(file).trimmed()), std::string(module_directory(file).trimmed())};
+  };
+  const DataPlace usual = beside(library);
+  const auto has_table = [](const DataPlace& place) { return is_there(place.tables + std::string(bips_file)); };
+  if (has_table(usual)) return usual;
+  for (const std::string& file : {library, platform::real_path(library)}) {
+    if (file.empty()) continue;
+    if (const DataPlace real = beside(file); has_table(real)) return real;
+    if (const DataPlace shared = in_directory(std::string(module_directory(file).trimmed()) + "../share/tessarel/");
+        has_table(shared))
+      return shared;
+  }
+  return usual;
 }
 
 void searchdirectory(std::string_view directory, std::string_view pattern, FileList& list) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <string>
 #include <string_view>
 
 #include "support/text.hpp"
@@ -25,6 +26,21 @@ using FileList = std::array<PathText, max_list>;
 PathText modulepath(std::string_view name);
 /// Fluid directory of the loaded library `name`, ending in a separator.
 PathText fluidpath(std::string_view name);
+
+/// Where a session reads its data.
+struct DataPlace {
+  std::string fluids, tables;  ///< directories of the fluid records and of the table of pairs, with their separator
+};
+/// The data in `directory`, which holds `fluids/` and, beside it or in `lib/`, the table of pairs. Without a directory
+/// that of the environment variable TESSAREL_DATA; without that beside the library, or where nothing is, in
+/// `share/tessarel/` beside the library's directory, also of the file that a link to the library leads to.
+DataPlace data_place(std::string_view directory);
+
+/// Whether both are there in `directory`.
+bool has_data(std::string_view directory);
+
+/// Name of the table of pairs.
+inline constexpr std::string_view bips_file = "BIPs.mix";
 
 /// The same for a library file of given path. Back slash and forward slash both separate.
 PathText module_directory(std::string_view library_file);

@@ -81,7 +81,7 @@ Message readfluids_from(std::string_view directory, NameList fluids, Parameters&
 }
 
 Message readfluids(NameList fluids, Parameters& p, Sources& sources) {
-  return readfluids_from(fluidpath(model_key).view(), fluids, p, sources);
+  return readfluids_from(data_place(sources.directory.view()).fluids, fluids, p, sources);
 }
 
 }  // namespace tessarel::fluid

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "fluid/bips.hpp"
+#include "fluid/file_location.hpp"
 #include "fluid/fluid_record.hpp"
 #include "fluid/record_memory.hpp"
 #include "platform/fluid_database.hpp"
@@ -30,6 +31,7 @@ struct Sources {
   BipTable bips;     ///< rows of an earlier, longer table stay and take part in the search
   FailureText text;  ///< of the last failure
   RecordMemory records{};
+  PathText directory{};  ///< of the data, as file_location.hpp takes it; blank for the usual place
 };
 
 /// Reads the `n` components named in `fluids` into the places from 0, each from the database, or else from its file

@@ -130,8 +130,9 @@ void tessarel_searchdirectory(const char* directory, const char* pattern, char* 
 void tessarel_readbips(char* errormsg, size_t errormsg_len) {
   // Of one component there is nothing to read, and the text stays as it is.
   Session& session = current_session();
-  reader(session, false, session.n() < 2 ? TextField{} : TextField{errormsg, errormsg_len},
-         [&] { return fluid::readbips(session.model.parameters, session.sources.bips); });
+  reader(session, false, session.n() < 2 ? TextField{} : TextField{errormsg, errormsg_len}, [&] {
+    return fluid::readbips(session.model.parameters, session.sources.bips, session.sources.directory.view());
+  });
 }
 void tessarel_readbipsfile(const char* filename, const int32_t* nrows, double* bip, char* cn, char* errormsg,
                            size_t filename_len, size_t cn_len, size_t errormsg_len) {

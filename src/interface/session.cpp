@@ -30,6 +30,7 @@ struct Library {
   std::mutex mutex;
   std::map<std::int64_t, Slot> slots;
   std::int64_t last_number = 0;
+  fluid::PathText data_directory;  ///< of sessions yet to be made
   pthread_key_t thread_end{};
   bool has_key = pthread_key_create(&thread_end, give_back) == 0;
 
@@ -113,6 +114,18 @@ Message clone(std::int64_t from, std::int64_t& to) {
   return no_errors;
 }
 
+Message set_data_directory(std::string_view path) {
+  const std::string_view directory = trimmed(path);
+  if (directory.size() > fluid::PathText::size()) return "TESSAREL error: the path of the data is too long...";
+  if (!directory.empty() && !fluid::has_data(directory))
+    return "TESSAREL error: no fluids and BIPs.mix in the directory of the data...";
+  Library& lib = library();
+  const std::lock_guard lock(lib.mutex);
+  lib.data_directory = fluid::PathText(directory);
+  current_session().sources.directory = lib.data_directory;
+  return no_errors;
+}
+
 /// Runs `body`, which returns a message, unless an argument is missing.
 template <class Body>
 void session_call(std::initializer_list<const void*> arguments, TextField err, Body&& body) noexcept {
@@ -134,6 +147,7 @@ extern "C" void tessarel_session_new(int64_t* session, char* err, size_t err_len
     interface::Library& lib = interface::library();
     auto fresh = std::make_unique<interface::Session>(lib.database);
     const std::lock_guard lock(lib.mutex);
+    fresh->sources.directory = lib.data_directory;
     *session = interface::add(lib, std::move(fresh));
     return no_errors;
   });
@@ -159,3 +173,9 @@ extern "C" void tessarel_session_clone(const int64_t* from, int64_t* to, char* e
   interface::session_call({from, to}, {err, err_len}, [&] { return interface::clone(*from, *to); });
 }
 TESSAREL_FORTRAN_TWIN(tessarel_session_clone);
+
+extern "C" void tessarel_datadir(const char* path, char* err, size_t path_len, size_t err_len) {
+  interface::session_call({path}, {err, err_len},
+                          [&] { return interface::set_data_directory(input_text(path, path_len)); });
+}
+TESSAREL_FORTRAN_TWIN(tessarel_datadir);

@@ -50,7 +50,7 @@ Message select_components(Session& session, int nf, NameList names) {
   p.n = nf;
   for (int i = 0; i < nf; ++i) session.names[at(i)].assign(names[i]);
   Message err = fluid::readfluids(names, p, session.sources);
-  if (ok(err)) err = fluid::readbips(p, session.sources.bips);
+  if (ok(err)) err = fluid::readbips(p, session.sources.bips, session.sources.directory.view());
   if (ok(err))
     derive(session);
   else

@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 #include <link.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -51,6 +52,17 @@ ModuleHandle get_module_handle(std::string_view name) noexcept {
 void get_module_file_name(ModuleHandle handle, char* buffer, std::size_t size) noexcept {
   const bool known = handle == &own_module && own_path.size() <= size;
   assign_padded(buffer, size, known ? std::string_view(own_path) : std::string_view{});
+}
+
+std::string real_path(const std::string& path) {
+  std::error_code failure;
+  const std::filesystem::path real = std::filesystem::canonical(path, failure);
+  return failure ? std::string() : real.string();
+}
+
+std::string environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? std::string() : std::string(value);
 }
 
 }  // namespace tessarel::platform
