@@ -320,7 +320,8 @@ TESSAREL_API void tessarel_derived(const double* x, const double* t, const doubl
  *   texts       out     the distinct messages of failed states
  *   err         out     "No errors" also when states have failed; "TESSAREL error: no fluid selected...",
  *                       "TESSAREL error: null pointer argument...",
- *                       "TESSAREL error: the number of states or of texts is negative or too large..."
+ *                       "TESSAREL error: the number of states or of texts is negative or too large...". What may not be
+ *                       null may not be so without states either
  * Values of states that failed, of phases that are not there and derived ones of two phases are -8888.8.
  */
 TESSAREL_API void tessarel_states(const char* pair, const int64_t* count, const double* a, const double* b,

@@ -114,7 +114,7 @@ Message critpure(const Eos& eos, int n, const double* z, int i, Limits& limits, 
   }
   limits.tc = point.t;
   limits.pc = point.p;
-  limits.rhoc = eos::calc_rho_eta(eos, n, z, 1, point.t, point.eta) / avogadro_factor;
+  limits.rhoc = eos::calc_rho_eta(eos, n, z, i, point.t, point.eta) / avogadro_factor;
   return no_errors;
 }
 

@@ -32,11 +32,7 @@ Message solve(Session& session, SessionBoundary& boundary, const Dialect& dialec
   }
   const Context context{session.fluid(), boundary};
   State state = host;
-  if (const bool alone = context.n() > 1 && context.pure(); alone) {
-    // The solvers of pure fluids leave both compositions alone, and q above the critical temperature.
-    if (row.code[1] != 'q') state.q = 1.0;
-    fill_with_feed(context, solution.x, solution.y);
-  }
+  preset_component_alone(context, row.code, state, solution.x, solution.y);
   TwoPhaseSolver* solver = row.code == "hs" ? dialect.hs : solver_of(row, spec, context.pure());
   if (solver == nullptr) {
     host.q = state.q;
@@ -48,6 +44,12 @@ Message solve(Session& session, SessionBoundary& boundary, const Dialect& dialec
 }
 
 }  // namespace
+
+void preset_component_alone(const Context& context, std::string_view code, State& state, double* x, double* y) {
+  if (context.n() == 1 || !context.pure()) return;
+  if (code[1] != 'q') state.q = 1.0;
+  fill_with_feed(context, x, y);
+}
 
 Session* session_of_call(std::initializer_list<const void*> arguments, TextField err) {
   Session& session = current_session();

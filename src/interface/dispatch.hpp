@@ -30,6 +30,11 @@ struct Solution {
   double *x, *y;                ///< n mole fractions each
 };
 
+/// Of a mixture of which one component alone is present: what the solvers of pure fluids leave alone, which is q above
+/// the critical temperature and both compositions.
+void preset_component_alone(const solvers::Context& context, std::string_view code, solvers::State& state, double* x,
+                            double* y);
+
 /// Runs the solver that `spec` names on the session's fluid. Writes the message; false unless it is "No errors".
 bool dispatch(Session& session, const Dialect& dialect, const InputSpec& spec, Solution& solution, TextField err);
 

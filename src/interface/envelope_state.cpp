@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "flash/adapters.hpp"
+#include "solvers/pure_saturation.hpp"
 
 namespace tessarel::interface {
 
@@ -45,11 +46,27 @@ bool envelope_for_query(Session& session, const double* z) {
   return true;
 }
 
+namespace {
+
+/// Of a mixture of which one component alone is present: that of the component.
+Message saturation_alone(const eos::Fluid& fluid, char given, double value, envelope::SaturationPoint& point) {
+  solvers::PureSaturation found;
+  const bool by_t = given == 'T';
+  const Message message = by_t ? solvers::saturation_at_t(fluid, value, found)
+                               : solvers::saturation_at_p(fluid, value * pascal_per_bar, found);
+  if (ok(message)) point.result = by_t ? found.p / pascal_per_bar : found.t;
+  return message;
+}
+
+}  // namespace
+
 Message bubble_or_dew(Session& session, const double* z, char given, char what, double value,
                       envelope::SaturationPoint& point, FixedText<64>& text) {
   point.result = fluid::not_computed;
   std::copy_n(z, session.n(), point.x.begin());
   std::copy_n(z, session.n(), point.y.begin());
+  if (const eos::Fluid alone{session.eos(), session.n(), z, session.limits}; alone.n > 1 && alone.pure())
+    return saturation_alone(alone, given, value, point);
   if (!envelope_for_query(session, z)) return "Error calculating phase envelope...";
   bool interpolated = false;
   const eos::Fluid fluid{session.eos(), session.n(), z, session.limits};

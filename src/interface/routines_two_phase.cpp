@@ -1,6 +1,7 @@
 // Exports of the state solvers that know the phase boundary, and of the minimiser of theirs.
 #include <cmath>
 
+#include "interface/dispatch.hpp"
 #include "interface/flash_checks.hpp"
 #include "interface/routines_support.hpp"
 #include "interface/session_boundary.hpp"
@@ -24,7 +25,9 @@ void solve(std::string_view code, solvers::TwoPhaseSolver& solver, const HostArg
     solvers::State state{*host.t, *host.p, *host.v, *host.u, *host.h, *host.s, *host.q};
     const StateRow& row = *find_state_row(code);
     if (const Message refused = check_pair(session, row, false, state); !ok(refused)) return refused;
-    const Message message = solver({session.fluid(), boundary}, state, host.x, host.y);
+    const solvers::Context context{session.fluid(), boundary};
+    preset_component_alone(context, code, state, host.x, host.y);
+    const Message message = solver(context, state, host.x, host.y);
     if (!ok(message)) return message;
     if (!is_complete(row, state)) return no_state;
     *host.t = state.t, *host.p = state.p, *host.v = state.v;

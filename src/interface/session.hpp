@@ -93,7 +93,9 @@ struct Session {
   void update() {
     model.update();
     work.reserve(model);
-    envelope.traced = false;
+    if (envelope.hasphaseenv) limits = envelope.at_selection;
+    envelope.traced = envelope.hasphaseenv = false;
+    envelope.above_critical = HUGE_VAL;
     components.valid = false;
   }
 };

@@ -85,7 +85,9 @@ void solve_row(Session& session, const InputSpec& input, std::size_t row, double
   const auto n = static_cast<std::size_t>(session.n());
   const eos::Fluid fluid = session.fluid();
   fluid::Vector x = session.z, y = session.z;
-  Solution solution{{0, 0, 0, 0, 0, 0, input.single_phase && input.liquid ? 0.0 : 1.0}, {}, x.data(), y.data()};
+  constexpr double none = fluid::not_computed;  // "Tm" of a liquid in tension writes no energies
+  Solution solution{
+      {none, none, none, none, none, none, input.single_phase && input.liquid ? 0.0 : 1.0}, {}, x.data(), y.data()};
   State& state = solution.state;
   value_named(input.first, state) = a;
   value_named(input.second, state) = b;
@@ -104,14 +106,18 @@ void solve_row(Session& session, const InputSpec& input, std::size_t row, double
     out.state.store<state_columns>(row, {state.t, state.p, state.v, state.u, state.h, state.s, state.q});
     if (two_phases && out.liquid.data != nullptr) out.liquid.store(row, values_of_phase(fluid, state, x.data(), true));
     if (two_phases && out.vapour.data != nullptr) out.vapour.store(row, values_of_phase(fluid, state, y.data(), false));
-    if (!two_phases && out.derived.data != nullptr) {
+    // At the limit of the metastable states derived properties diverge.
+    if (!two_phases && input.second != 'm' && out.derived.data != nullptr) {
       const auto values = derived_of(fluid, state);
       if (std::all_of(values.begin(), values.end(), [](double v) { return std::isfinite(v); }))
         out.derived.store(row, values);
     }
   }
-  if (out.x != nullptr) std::copy_n(x.begin(), n, out.x + row * n);
-  if (out.y != nullptr) std::copy_n(y.begin(), n, out.y + row * n);
+  const double* z = session.z.data();
+  if (out.x != nullptr)
+    std::copy_n(composition_of(liquid_phase, session.n(), z, x.data(), y.data()), n, out.x + row * n);
+  if (out.y != nullptr)
+    std::copy_n(composition_of(vapour_phase, session.n(), z, x.data(), y.data()), n, out.y + row * n);
 }
 
 }  // namespace

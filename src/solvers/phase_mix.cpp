@@ -102,7 +102,9 @@ Message flashed_state(const Context& context, const PtResult& flash, int phase, 
   if (state.q >= 1.0 || state.q <= 0.0) {
     const bool liquid = state.q <= 0.0;
     state.q = liquid ? 0.0 : 1.0;
+    // What the flash has tried for the other phase is no composition of anything.
     std::copy_n(context.fluid.z, n, liquid ? x : y);
+    std::fill_n(liquid ? y : x, n, 0.0);
     assign(state, stable_phase(context, t, p, flash.single, liquid));
     return message;
   }
@@ -137,10 +139,11 @@ Message pure_tp(const Context& context, State& state) {
   Root root = Root::vapour;
   if (state.t < context.limits().tc) {
     PureSaturation saturation;
-    const bool known = ok(saturation_at_t(context.fluid, state.t, saturation));
+    const bool known = ok(saturation_at_t(context.fluid, state.t, saturation)) ||
+                       solve_saturation_at_t(context.fluid, state.t, saturation);
     const bool liquid = state.p > saturation.p;
     root = !known ? Root::lower_gibbs : liquid ? Root::liquid : Root::vapour;
-    state.q = liquid ? 0.0 : 1.0;
+    state.q = known && liquid ? 0.0 : 1.0;
   }
   assign(state, values_at(eos, n, z, state.t, state.p, root_volume(eos, n, z, state.t, state.p, root)));
   return no_errors;

@@ -61,14 +61,23 @@ Roots roots_at(const Fluid& fluid, double t, double p) {
 
 }  // namespace
 
+Message refuse_temperature(const fluid::Limits& limits, double t) {
+  if (t < limits.tlowest) return "Temperature less than minimum temperature...";
+  return t >= limits.tc + at_critical ? Message("Temperature greater than critical temperature...") : no_errors;
+}
+
+Message refuse_pressure(const fluid::Limits& limits, double p) {
+  if (p < lowest_saturation_pressure) return "Pressure less than minimum pressure...";
+  return p >= limits.pc + at_critical ? Message("Pressure greater than critical pressure...") : no_errors;
+}
+
 Message calc_psat(const Fluid& fluid, double t, double& psat) {
   psat = not_computed;
-  if (t < fluid.limits.tlowest) return "Temperature less than minimum temperature...";
+  if (const Message refused = refuse_temperature(fluid.limits, t); !ok(refused)) return refused;
   if (std::abs(t - fluid.limits.tc) < at_critical) {
     psat = fluid.limits.pc;
     return no_errors;
   }
-  if (t > fluid.limits.tc) return "Temperature greater than critical temperature...";
   if (PureSaturation found; solve_saturation_at_t(first_component(fluid), t, found)) {
     psat = found.p;
     return no_errors;
@@ -88,12 +97,11 @@ Message calc_psat(const Fluid& fluid, double t, double& psat) {
 
 Message calc_tsat(const Fluid& fluid, double p, double& tsat) {
   tsat = not_computed;
-  if (p < lowest_saturation_pressure) return "Pressure less than minimum pressure...";
+  if (const Message refused = refuse_pressure(fluid.limits, p); !ok(refused)) return refused;
   if (std::abs(p - fluid.limits.pc) < at_critical) {
     tsat = fluid.limits.tc;
     return no_errors;
   }
-  if (p > fluid.limits.pc) return "Pressure greater than critical pressure...";
   if (PureSaturation found; solve_saturation_at_p(first_component(fluid), p, found)) {
     tsat = found.t;
     return no_errors;

@@ -15,6 +15,10 @@ Message calc_psat(const eos::Fluid& fluid, double t, double& psat);
 /// Below it calc_tsat gives no temperature [Pa].
 inline constexpr double lowest_saturation_pressure = 0.1;
 
+/// What calc_psat and calc_tsat refuse.
+Message refuse_temperature(const fluid::Limits& limits, double t);
+Message refuse_pressure(const fluid::Limits& limits, double p);
+
 /// Saturation temperature `tsat` [K] at `p` [Pa], the same way, from the lowest temperature. Messages: "Pressure less
 /// than minimum pressure...", "Pressure greater than critical pressure...", "No convergence calculating saturation
 /// temperature...".

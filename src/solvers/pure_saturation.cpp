@@ -137,7 +137,10 @@ Message saturation_at_t(const Fluid& fluid, double t, PureSaturation& saturation
   saturation.t = t;
   if (t >= limits.tlowest && t < limits.tc - at_critical && solve_saturation_at_t(fluid, t, saturation))
     return no_errors;
-  if (fluid.n > 1) return no_convergence;
+  if (fluid.n > 1) {
+    const Message refused = refuse_temperature(limits, t);
+    return ok(refused) ? no_convergence : refused;
+  }
   const Message message = calc_psat(fluid, t, saturation.p);
   if (ok(message)) set_volumes(fluid, saturation);
   return message;
@@ -148,7 +151,10 @@ Message saturation_at_p(const Fluid& fluid, double p, PureSaturation& saturation
   saturation.p = p;
   if (p >= lowest_saturation_pressure && p < limits.pc - at_critical && solve_saturation_at_p(fluid, p, saturation))
     return no_errors;
-  if (fluid.n > 1) return no_convergence;
+  if (fluid.n > 1) {
+    const Message refused = refuse_pressure(limits, p);
+    return ok(refused) ? no_convergence : refused;
+  }
   const Message message = calc_tsat(fluid, p, saturation.t);
   if (ok(message)) set_volumes(fluid, saturation);
   return message;

@@ -115,8 +115,9 @@ Message at_quality(const Context& context, char given, State& state, double* x, 
   const fluid::Limits& limits = context.limits();
   if (!(by_p ? within_limits(limits, limits.tlowest, state.p) : within_limits(limits, state.t, limits.plowest)))
     return message;
-  const Bracket range = by_p ? Bracket{tp, kT, kQ, limits.tlowest, std::min(limits.thighest, 2.0 * limits.tc)}
-                             : Bracket{tp, kP, kQ, limits.plowest, limits.phighest};
+  const Bracket range =
+      by_p ? Bracket{tp, kT, kQ, limits.tlowest, std::min(limits.thighest, 2.0 * mean_critical_t(context.fluid))}
+           : Bracket{tp, kP, kQ, limits.plowest, limits.phighest};
   return scan_for_state(context, range, state, x, y) ? no_errors : message;
 }
 
@@ -192,6 +193,8 @@ Message ends_of_line(const Context& context, double q, LineEnds& ends, double* x
       v = 1.0 / limits.rhoc;
       return no_errors;
     }
+    // The cricondenbar is that of the trace, whatever was asked for before.
+    if (!context.boundary.traced()) context.boundary.trace();
     State there{limits.tcribar, limits.pcribar, 0, 0, 0, 0, 0};
     const Message message = tp(context, there, x, y);
     v = there.v;
@@ -226,7 +229,7 @@ bool vq_on_isochore(const Context& context, State& state, double* x, double* y) 
   if (!context.quick) return false;
   if (quality_from_line(context, Given::vq, state, x, y)) return true;
   const fluid::Limits& limits = context.limits();
-  const double hot = std::min(limits.thighest, 1.2 * std::max(limits.tcritherm, limits.tc));
+  const double hot = std::min(limits.thighest, 1.5 * mean_critical_t(context.fluid));
   return scan_for_state(context, {quick_tv, kT, kQ, limits.tlowest, hot}, state, x, y);
 }
 
@@ -255,6 +258,8 @@ Message vq(const Context& context, State& state, double* x, double* y) {
     // With little vapour v first falls along the line, and is largest at neither of its ends.
     if (context.pure() && state.q > 0 && state.q < 1 && ok(pure_vq(context, ends.t_cold, state, x, y)))
       return no_errors;
+    // The volume at the cricondenbar is not the largest of a bubble line, nor the smallest of a dew line.
+    if (!context.pure() && !inside && ok(mixture_vq(context, ends.t_cold, state, x, y))) return no_errors;
     return above ? Message("Input vq: v > vmax(Pmin,q)") : Message("Input vq: v < vmin(Pmin,q=0)");
   }
   const Message message =

@@ -110,7 +110,7 @@ double estimated_t(const Context& context, double q, double v) {
     }
     return q * gas_constant * t / std::exp(0.5 * (lo + hi));
   };
-  double cold = context.limits().tlowest, hot = std::max(1.2 * cold, 1.3 * context.limits().tc);
+  double cold = context.limits().tlowest, hot = std::max(1.2 * cold, 1.3 * mean_critical_t(fluid));
   for (int pass = 0; pass < 12; ++pass) {
     const double t = 0.5 * (cold + hot);
     (volume(t) > v ? cold : hot) = t;
@@ -185,7 +185,7 @@ class Line {
       : context_(context),
         given_(given),
         state_(state),
-        hot_(std::min(context.limits().thighest, 1.5 * std::max(context.limits().tc, context.limits().tcritherm))),
+        hot_(std::min(context.limits().thighest, 1.7 * mean_critical_t(context.fluid))),
         x_(x),
         y_(y) {}
 

@@ -40,6 +40,12 @@ bool within_limits(const fluid::Limits& limits, double t, double p) {
          p >= limits.plowest * (1.0 - slack) && p <= limits.phighest * (1.0 + slack);
 }
 
+double mean_critical_t(const eos::Fluid& fluid) {
+  double mean = 0;
+  for (int i = 0; i < fluid.n; ++i) mean += fluid.z[i] * fluid.limits.tci[fluid::at(i)];
+  return mean > 0 ? mean : fluid.limits.tc;
+}
+
 double reduced(Property property, double value) {
   switch (property) {
     case Property::t:

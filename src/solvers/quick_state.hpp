@@ -30,6 +30,9 @@ bool quick_pure_state(const Context& context, Given given, State& state);
 /// Whether a state lies within the limits.
 bool within_limits(const fluid::Limits& limits, double t, double p);
 
+/// The mean of the components' critical temperatures: an estimate that no trace changes.
+double mean_critical_t(const eos::Fluid& fluid);
+
 /// The entry of a state.
 double& entry(State& state, Property property);
 

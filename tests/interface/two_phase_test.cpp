@@ -298,6 +298,16 @@ TEST(TwoPhaseCalls, AbsentComponents) {
       expect_same(fluid, known, without, false, 1e-10);
     }
     if (!alone) continue;
+    const auto critical = [] {
+      std::array<double, 3> point{};
+      std::array<char, 80> err{};
+      tessarel_criticalpoint(point.data(), &point[1], &point[2], err.data(), err.size());
+      return point;
+    };
+    ASSERT_EQ(host::select(names, z), "No errors");
+    const auto of_pure = critical();
+    ASSERT_EQ(host::select(m.names, m.z), "No errors");
+    for (std::size_t i = 0; i < 3; ++i) EXPECT_NEAR(critical()[i], of_pure[i], 1e-9 * of_pure[i]);
     const Call without = Fluid(names, z).at("Tq", 260, 0.4);
     const Fluid fluid(m.names, m.z);
     Call known = fluid.at("Tq", 260, 0.4);
@@ -354,6 +364,22 @@ TEST(TwoPhaseCalls, PairsWithoutAState) {
                {{"propane"}, {1}, "TP Lph", 1e7, 1e5}};
   for (const auto& c : cases)
     EXPECT_NE(Fluid(c.names, c.z).at(c.pair, c.a, c.b).err, "No errors") << c.names[0] << " " << c.pair;
+}
+
+/// A bubble point of given volume, which is less than that at the cricondenbar: the same when it is asked for again,
+/// and that of the bubble pressure at its temperature.
+TEST(TwoPhaseCalls, BubblePointsOfAVolume) {
+  const Fluid fluid({"nitrogen", "n-octane"}, {0.3, 0.7});
+  for (const double v : {1.5e-4, 2.1251e-4, 3e-4}) {
+    const Call first = fluid.at("vq", v, 0), again = fluid.at("vq", v, 0);
+    ASSERT_EQ(first.err, "No errors") << v;
+    EXPECT_EQ(first.t, again.t);
+    std::array<double, 20> y{};
+    std::array<char, 80> err{};
+    double p = 0;
+    tessarel_calc_bubble_p(&first.t, y.data(), &p, err.data(), err.size());
+    EXPECT_NEAR(p, first.p, 1e-8 * first.p);
+  }
 }
 
 /// The label of one phase is the same before the envelope has been traced and after, also between the average of the
