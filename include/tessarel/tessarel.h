@@ -71,12 +71,12 @@ extern "C" {
 TESSAREL_API void tessarel_setfluid(const int32_t* nf, const char* names, const double* z, char* err, size_t names_len,
                                     size_t err_len);
 
-/* Where the data are: a directory that holds fluids/ and, beside it or in lib/, BIPs.mix. It holds for the current session
- * and for those made later; call it before the first selection. A blank text: the usual place, which is the directory of
- * the environment variable TESSAREL_DATA; without that fluids/ and BIPs.mix beside the library (lib/libtessarel.so reads
- * fluids/ and lib/BIPs.mix), or share/tessarel/ beside its directory.
- *   err  out  "No errors", "TESSAREL error: no fluids and BIPs.mix in the directory of the data...",
- *             "TESSAREL error: the path of the data is too long..."; nothing is changed then
+/* Where the data are: a directory that holds fluids/ and, beside it or in lib/, BIPs.mix. It holds for the current
+ * session and for those made later; call it before the first selection. A blank text: the usual place, which is the
+ * directory of the environment variable TESSAREL_DATA; without that fluids/ and BIPs.mix beside the library
+ * (lib/libtessarel.so reads fluids/ and lib/BIPs.mix), or share/tessarel/ beside its directory. err  out  "No errors",
+ * "TESSAREL error: no fluids and BIPs.mix in the directory of the data...", "TESSAREL error: the path of the data is
+ * too long..."; nothing is changed then
  */
 TESSAREL_API void tessarel_datadir(const char* path, char* err, size_t path_len, size_t err_len);
 
@@ -153,7 +153,8 @@ TESSAREL_API void tessarel_sub(void);
  * with "vap" and of `x` with "liq". A host that uses these two for a pure fluid sets y(1) or x(1) to 1 before.
  *
  * With the phase boundary a state exists where T lies within tmin and tmax of tessarel_fluidinfo and P within 1 Pa
- * (mixtures 1000 Pa) and 5e7 Pa; "TP", "Tv" and the general flash reach somewhat further. q is 0 for one liquid phase
+ * (mixtures 1000 Pa) and 5e7 Pa; "TP", "Tv" and the general flash reach somewhat further, and so do searches at a given
+ * T or P outside; what is found from other properties lies within. q is 0 for one liquid phase
  * and 1 for one vapour phase: of a pure fluid below tc by the saturation pressure, of a mixture below tc and pc by its
  * dew temperature; above tc it is 1, and 0 between. Of one phase x or y is the selected composition, and of the phase
  * that is not there no composition has a meaning. A mixture's critical point is that of tessarel_fluidinfo until a
