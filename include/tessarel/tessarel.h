@@ -74,9 +74,12 @@ TESSAREL_API void tessarel_setfluid(const int32_t* nf, const char* names, const 
 /* Where the data are: a directory that holds fluids/ and, beside it or in lib/, BIPs.mix. It holds for the current
  * session and for those made later; call it before the first selection. A blank text: the usual place, which is the
  * directory of the environment variable TESSAREL_DATA; without that fluids/ and BIPs.mix beside the library
- * (lib/libtessarel.so reads fluids/ and lib/BIPs.mix), or share/tessarel/ beside its directory. err  out  "No errors",
- * "TESSAREL error: no fluids and BIPs.mix in the directory of the data...", "TESSAREL error: the path of the data is
- * too long..."; nothing is changed then
+ * (lib/libtessarel.so reads fluids/ and lib/BIPs.mix), or share/tessarel/ beside its directory.
+ *
+ *   path  in   the directory
+ *   err   out  "No errors", or, with nothing changed,
+ *              "TESSAREL error: no fluids and BIPs.mix in the directory of the data...",
+ *              "TESSAREL error: the path of the data is too long..."
  */
 TESSAREL_API void tessarel_datadir(const char* path, char* err, size_t path_len, size_t err_len);
 
