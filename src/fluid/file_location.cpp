@@ -76,13 +76,13 @@ DataPlace data_place(std::string_view directory) {
   const auto beside = [](const std::string& file) {
     return DataPlace{std::string(fluid_directory(file).trimmed()), std::string(module_directory(file).trimmed())};
   };
-  const DataPlace usual = beside(library);
+  DataPlace usual = beside(library);
   const auto has_table = [](const DataPlace& place) { return is_there(place.tables + std::string(bips_file)); };
   if (has_table(usual)) return usual;
   for (const std::string& file : {library, platform::real_path(library)}) {
     if (file.empty()) continue;
-    if (const DataPlace real = beside(file); has_table(real)) return real;
-    if (const DataPlace shared = in_directory(std::string(module_directory(file).trimmed()) + "../share/tessarel/");
+    if (DataPlace real = beside(file); has_table(real)) return real;
+    if (DataPlace shared = in_directory(std::string(module_directory(file).trimmed()) + "../share/tessarel/");
         has_table(shared))
       return shared;
   }
