@@ -1,0 +1,101 @@
+"""Phase envelopes and the sensitivities of a flash."""
+
+from __future__ import annotations
+
+import ctypes
+from dataclasses import dataclass
+from typing import TYPE_CHECKING, Optional
+
+import numpy as np
+
+from ._native import NOT_COMPUTED, Error, doubles, entry, library, number
+
+if TYPE_CHECKING:
+    from .fluid import CriticalPoint, Fluid
+
+_POINTS, _COMPONENTS = 5000, 20
+
+
+@dataclass(frozen=True)
+class Envelope:
+    """The line on which a mixture begins to split.
+
+    T [K], P [Pa]: its points in order; x, y (points, n): mole fractions of liquid and vapour there, of which one is the
+    mixture itself; bubble: True where that is the liquid. critical: the critical point, None where none was found.
+    cricondentherm, cricondenbar: (T, P) of the highest temperature and of the highest pressure, nan where the line has
+    none.
+    """
+
+    T: np.ndarray
+    P: np.ndarray
+    x: np.ndarray
+    y: np.ndarray
+    bubble: np.ndarray
+    critical: Optional[CriticalPoint]
+    cricondentherm: tuple[float, float]
+    cricondenbar: tuple[float, float]
+
+    def __repr__(self) -> str:
+        critical = "none" if self.critical is None else f"{self.critical.T:.6g} K, {self.critical.P:.6g} Pa"
+        return (f"<Envelope: {self.T.size} points, critical point {critical}, cricondentherm "
+                f"{self.cricondentherm[0]:.6g} K, cricondenbar {self.cricondenbar[1]:.6g} Pa>")
+
+
+def trace(fluid: Fluid) -> Envelope:
+    """The envelope of a mixture, traced by the library and kept there until the parameters change."""
+    if fluid.n == 1:
+        raise Error(f"a phase envelope belongs to a mixture; {fluid!r} has a saturation line")
+    count = ctypes.c_int32()
+    t, p = np.empty(_POINTS), np.empty(_POINTS)
+    x, y = np.empty((_POINTS, _COMPONENTS)), np.empty((_POINTS, _COMPONENTS))
+    extrema = [ctypes.c_double(NOT_COMPUTED) for _ in range(4)]
+    with fluid._session:
+        library.tessarel_phaseenvelope(ctypes.byref(count), *(ctypes.c_void_p(a.ctypes.data) for a in (t, p, x, y)))
+        library.tessarel_getmaxima(*map(ctypes.byref, extrema))
+    points = count.value
+    if points <= 0:
+        raise Error(f"no phase envelope found for {fluid!r}")
+    tmax, p_tmax, pmax, t_pmax = (v.value if v.value > 0 else np.nan for v in extrema)
+    try:
+        critical = fluid.critical_point()
+    except Error:
+        critical = None
+    x, y = x[:points, :fluid.n].copy(), y[:points, :fluid.n].copy()
+    bubble = np.abs(x - fluid.z).sum(axis=1) <= np.abs(y - fluid.z).sum(axis=1)
+    return Envelope(t[:points] + 273.15, p[:points] * 1e5, x, y, bubble, critical, (tmax, p_tmax * 1e5),
+                    (t_pmax, pmax * 1e5))
+
+
+@dataclass(frozen=True)
+class Sensitivity:
+    """The stable state at T [K], P [Pa] and its derivatives along the equilibrium.
+
+    beta: mole fraction of vapour; v [m3/mol], h [J/mol], s [J/(mol K)] of the whole. dbeta, dv, dh, ds (n+2): by T, by P
+    and by the amount of each component [per mole of feed]. dx, dy (n, n+2): of the mole fractions of the phases.
+    """
+
+    T: float
+    P: float
+    beta: float
+    v: float
+    h: float
+    s: float
+    dbeta: np.ndarray
+    dv: np.ndarray
+    dh: np.ndarray
+    ds: np.ndarray
+    dx: np.ndarray
+    dy: np.ndarray
+
+
+def sensitivity(fluid: Fluid, T: float, P: float) -> Sensitivity:
+    """See Sensitivity; raises Error where the flash fails."""
+    n = fluid.n
+    scalars = [ctypes.c_double() for _ in range(4)]
+    rows = [doubles(n + 2) for _ in range(4)]
+    tables = [doubles(n * (n + 2)) for _ in range(2)]
+    with fluid._session:
+        entry("flash_sensitivity", number(T), number(P), *map(ctypes.byref, scalars), *rows, *tables,
+              asked=f"sensitivity at T = {T:.6g} K, P = {P:.6g} Pa of {fluid!r}")
+    return Sensitivity(T, P, *(value.value for value in scalars), *map(np.array, rows),
+                       *(np.array(table).reshape(n + 2, n).T for table in tables))
