@@ -7,6 +7,7 @@ import os
 import queue
 import threading
 import warnings
+from functools import cached_property
 from typing import TYPE_CHECKING
 
 import numpy as np
@@ -16,18 +17,22 @@ from ._native import ERROR_FIELD, GAS_CONSTANT, NOT_COMPUTED, Error, Message, Se
 if TYPE_CHECKING:
     from .fluid import Fluid, Pair
 
-CHUNK = 256
+CHUNK = 1024
 TEXTS = 64
 
-_STATE = ("T", "P", "v", "u", "h", "s", "q")
-_PHASE = ("v", "u", "h", "s")
-_DERIVED = ("cv", "cp", "w", "joule_thomson", "kappa_T", "alpha_P")
+
+def _column(place: int, meaning: str):
+    """A property of the states that stands in a column of the library's results; nan where it has not been computed."""
+    def read(self: States) -> np.ndarray:
+        return self._values(place)
+    read.__doc__ = meaning
+    return cached_property(read)
 
 
 class PhaseArrays:
     """One phase of the states: v [m3/mol], u, h [J/mol], s [J/(mol K)], z (..., n), nan where the phase is not there."""
 
-    def __init__(self, values: np.ndarray, z: np.ndarray, molar_masses: np.ndarray) -> None:
+    def __init__(self, values: list[np.ndarray], z: np.ndarray, molar_masses: np.ndarray) -> None:
         self.v, self.u, self.h, self.s = values
         self.z = z
         self.molar_mass = z @ molar_masses
@@ -54,56 +59,77 @@ class PhaseArrays:
 
 
 class States:
-    """States as arrays of one shape, with the names and units of State; x, y have an axis of components behind.
+    """States as arrays of one shape, with the names and units of State.
 
-    T, P, v, u, h, s, q; cv, cp, w, joule_thomson, kappa_T, alpha_P of one phase, nan of two. `ok` is False and all
-    values are nan where there is no state; `message` then tells why.
+    Where there is no state `ok` is False, all values are nan, and `message` tells why.
     """
 
-    T: np.ndarray
-    P: np.ndarray
-    v: np.ndarray
-    u: np.ndarray
-    h: np.ndarray
-    s: np.ndarray
-    q: np.ndarray
-    cv: np.ndarray
-    cp: np.ndarray
-    w: np.ndarray
-    joule_thomson: np.ndarray
-    kappa_T: np.ndarray
-    alpha_P: np.ndarray
-
-    def __init__(self, fluid: Fluid, shape: tuple[int, ...], values: np.ndarray, x: np.ndarray, y: np.ndarray,
-                 message: np.ndarray, forced: str | None) -> None:
+    def __init__(self, fluid: Fluid, shape: tuple[int, ...], job: _Job) -> None:
         self.shape, self.molar_mass = shape, fluid.molar_mass
-        self._molar_masses = fluid.molar_masses
-        values = np.where(values == NOT_COMPUTED, np.nan, values).reshape(22, *shape)
-        for name, column in zip(_STATE, values[:7]):
-            setattr(self, name, column)
-        for name, column in zip(_DERIVED, values[15:]):
-            setattr(self, name, column)
-        self.message = message.reshape(shape)
-        self.ok = self.message == ""
-        n = fluid.n
-        two = (self.q > 0) & (self.q < 1)
-        liquid = self.ok & ((self.q < 1) if forced is None else forced == "liquid")
-        vapour = self.ok & ((self.q > 0) if forced is None else forced == "vapour")
-        self.x = np.where(liquid[..., None], x.reshape(*shape, n), np.nan)
-        self.y = np.where(vapour[..., None], y.reshape(*shape, n), np.nan)
-        whole = values[2:6]
-        self._liquid = np.where(two, values[7:11], np.where(liquid, whole, np.nan))
-        self._vapour = np.where(two, values[11:15], np.where(vapour, whole, np.nan))
+        self._molar_masses, self._job = fluid.molar_masses, job
+
+    def _values(self, place: int) -> np.ndarray:
+        column = self._job.values[place]
+        return np.where(column == NOT_COMPUTED, np.nan, column).reshape(self.shape)
+
+    T = _column(0, "Temperature [K].")
+    P = _column(1, "Pressure [Pa].")
+    v = _column(2, "Molar volume [m3/mol].")
+    u = _column(3, "Internal energy [J/mol].")
+    h = _column(4, "Enthalpy [J/mol].")
+    s = _column(5, "Entropy [J/(mol K)].")
+    q = _column(6, "Mole fraction of vapour.")
+    cv = _column(15, "Isochoric heat capacity [J/(mol K)], nan of two phases.")
+    cp = _column(16, "Isobaric heat capacity [J/(mol K)], nan of two phases.")
+    w = _column(17, "Speed of sound [m/s], nan of two phases.")
+    joule_thomson = _column(18, "Joule-Thomson coefficient [K/Pa], nan of two phases.")
+    kappa_T = _column(19, "Isothermal compressibility [1/Pa], nan of two phases.")
+    alpha_P = _column(20, "Thermal expansion [1/K], nan of two phases.")
+
+    @cached_property
+    def ok(self) -> np.ndarray:
+        """True where there is a state."""
+        return (self._job.codes == 0).reshape(self.shape)
+
+    @cached_property
+    def message(self) -> np.ndarray:
+        """Why there is no state; an empty text where there is one."""
+        texts = np.full(self._job.codes.size, "", dtype=object)
+        for place, text in self._job.failed.items():
+            texts[place] = text
+        return texts.reshape(self.shape)
+
+    def _there(self, phase: str) -> np.ndarray:
+        """Where the states have this phase, alone or beside the other one."""
+        forced = self._job.pair.forced
+        if forced is not None:
+            return self.ok & (forced == phase)
+        return self.ok & ((self.q < 1) if phase == "liquid" else (self.q > 0))
+
+    def _phase(self, phase: str, place: int, z: np.ndarray) -> PhaseArrays:
+        there, two = self._there(phase), (self.q > 0) & (self.q < 1) & (self._job.pair.forced is None)
+        values = [np.where(two, self._values(place + k), np.where(there, self._values(2 + k), np.nan)) for k in range(4)]
+        return PhaseArrays(values, z, self._molar_masses)
+
+    @cached_property
+    def x(self) -> np.ndarray:
+        """Mole fractions of the liquid, components last; nan where there is none."""
+        return np.where(self._there("liquid")[..., None], self._job.x.reshape(*self.shape, -1), np.nan)
+
+    @cached_property
+    def y(self) -> np.ndarray:
+        """Mole fractions of the vapour, components last; nan where there is none."""
+        return np.where(self._there("vapour")[..., None], self._job.y.reshape(*self.shape, -1), np.nan)
 
     @property
     def liquid(self) -> PhaseArrays:
         """The liquid of each state, also where it is alone; nan where there is none."""
-        return PhaseArrays(self._liquid, self.x, self._molar_masses)
+        return self._phase("liquid", 7, self.x)
 
     @property
     def vapour(self) -> PhaseArrays:
         """The vapour of each state, also where it is alone; nan where there is none."""
-        return PhaseArrays(self._vapour, self.y, self._molar_masses)
+        return self._phase("vapour", 11, self.y)
 
     @property
     def rho(self) -> np.ndarray:
@@ -156,13 +182,14 @@ class _Job:
         self.n, self.pair, self.a, self.b = n, pair, a, b
         self.values = np.empty((22, a.size))
         self.x, self.y = np.empty((a.size, n)), np.empty((a.size, n))
-        self.message = np.full(a.size, "", dtype=object)
+        self.codes = np.empty(a.size, np.int32)
+        self.failed: dict[int, str] = {}
 
     def run(self, low: int, high: int) -> None:
         """Solves the states from low to high on the session that is current on this thread."""
         count = high - low
         out = np.empty((22, count))
-        codes = np.empty(count, np.int32)
+        codes = self.codes[low:high]
         texts = ctypes.create_string_buffer(TEXTS * ERROR_FIELD)
         used, message = ctypes.c_int32(TEXTS), Message()
 
@@ -179,7 +206,7 @@ class _Job:
         for k in np.flatnonzero(codes):
             place = codes[k] - 1
             field = texts.raw[place * ERROR_FIELD:(place + 1) * ERROR_FIELD] if place >= 0 else b"no state found"
-            self.message[low + k] = field.decode("utf-8", "replace").strip()
+            self.failed[int(low + k)] = field.decode("utf-8", "replace").strip()
 
 
 def _bar(progress: bool, total: int):
@@ -205,7 +232,7 @@ def solve(fluid: Fluid, pair: Pair, given: dict, threads: int | None, progress: 
     job = _Job(fluid.n, pair, np.ascontiguousarray(a).ravel(), np.ascontiguousarray(b).ravel())
     size = job.a.size
     workers = max(1, min(threads if threads is not None else os.cpu_count() or 1, size // 32))
-    chunk = max(1, min(CHUNK, -(-size // workers)))
+    chunk = max(32, min(CHUNK, size // (4 * workers)))
     bar = _bar(progress, size)
     chunks: queue.SimpleQueue = queue.SimpleQueue()
     for low in range(0, size, chunk):
@@ -242,9 +269,10 @@ def solve(fluid: Fluid, pair: Pair, given: dict, threads: int | None, progress: 
             bar.close()
     if failures:
         raise failures[0]
-    states = States(fluid, a.shape, job.values, job.x, job.y, job.message, pair.forced)
+    states = States(fluid, a.shape, job)
     low, high = fluid.T_range
-    outside = int(np.sum((states.T < low) | (states.T > high)))
+    t = job.values[0]
+    outside = int(np.count_nonzero((job.codes == 0) & ((t < low) | (t > high))))
     if outside:
         from .fluid import RangeWarning
         warnings.warn(f"{outside} of {size} states lie outside {low:.6g} to {high:.6g} K, for which the data of "
