@@ -48,10 +48,11 @@ def trace(fluid: Fluid) -> Envelope:
     count = ctypes.c_int32()
     t, p = np.empty(_POINTS), np.empty(_POINTS)
     x, y = np.empty((_POINTS, _COMPONENTS)), np.empty((_POINTS, _COMPONENTS))
-    extrema = [ctypes.c_double(NOT_COMPUTED) for _ in range(4)]
+    extrema, ends = ([ctypes.c_double(NOT_COMPUTED) for _ in range(4)] for _ in range(2))
     with fluid._session:
         library.tessarel_phaseenvelope(ctypes.byref(count), *(ctypes.c_void_p(a.ctypes.data) for a in (t, p, x, y)))
         library.tessarel_getmaxima(*map(ctypes.byref, extrema))
+        library.tessarel_getminima(*map(ctypes.byref, ends))
     points = count.value
     if points <= 0:
         raise Error(f"no phase envelope found for {fluid!r}")
@@ -60,10 +61,30 @@ def trace(fluid: Fluid) -> Envelope:
         critical = fluid.critical_point()
     except Error:
         critical = None
-    x, y = x[:points, :fluid.n].copy(), y[:points, :fluid.n].copy()
-    bubble = np.abs(x - fluid.z).sum(axis=1) <= np.abs(y - fluid.z).sum(axis=1)
-    return Envelope(t[:points] + 273.15, p[:points] * 1e5, x, y, bubble, critical, (tmax, p_tmax * 1e5),
-                    (t_pmax, pmax * 1e5))
+    t, p = t[:points] + 273.15, p[:points] * 1e5
+    bubble = _bubble_side(t, p, critical, [value.value for value in ends])
+    # The library gives the mixture itself first and the incipient phase second, on both branches.
+    feed, incipient = x[:points, :fluid.n], y[:points, :fluid.n]
+    side = bubble[:, None]
+    return Envelope(t, p, np.where(side, feed, incipient), np.where(side, incipient, feed), bubble, critical,
+                    (tmax, p_tmax * 1e5), (t_pmax, pmax * 1e5))
+
+
+def _bubble_side(t: np.ndarray, p: np.ndarray, critical, ends: list[float]) -> np.ndarray:
+    """Which points of the line lie between its bubble end and the critical point.
+
+    ends: temperature [K] and pressure [bar] of the bubble end, then of the dew end. A line without a critical point is
+    all of one kind, that of the end that is known.
+    """
+    bubble_end = abs(t - ends[0]) + abs(np.log(p / 1e5 / ends[1])) if min(ends[:2]) > 0 else np.full(t.size, np.inf)
+    if critical is None:
+        return np.full(t.size, bool(np.min(bubble_end[[0, -1]]) < 1))
+    u, w = t / critical.T - 1, np.log(p / critical.P)
+    near = int(np.argmin(np.hypot(u, w)))
+    before, after = max(near - 1, 0), min(near + 1, t.size - 1)
+    beyond = -u[near] * (u[after] - u[before]) - w[near] * (w[after] - w[before]) >= 0
+    first_part = np.arange(t.size) < near + beyond
+    return first_part if bubble_end[0] <= bubble_end[-1] else ~first_part
 
 
 @dataclass(frozen=True)
