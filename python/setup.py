@@ -15,7 +15,8 @@ from setuptools.command.build_py import build_py
 from setuptools.dist import Distribution
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-BUILD = pathlib.Path(os.environ.get("TESSAREL_PYTHON_BUILD", ROOT / "build-python"))
+# A build directory that is configured already is taken as it is.
+BUILD = ROOT / os.environ.get("TESSAREL_PYTHON_BUILD", "build-python")
 
 
 class BuildLibrary(build_py):
@@ -35,9 +36,9 @@ class BuildLibrary(build_py):
 
     @staticmethod
     def _build_library():
-        generator = ["-G", "Ninja"] if shutil.which("ninja") else []
-        subprocess.check_call(["cmake", "-S", str(ROOT), "-B", str(BUILD), *generator, "-DCMAKE_BUILD_TYPE=Release",
-                               "-DTESSAREL_TESTS=OFF", "-DTESSAREL_EXAMPLES=OFF"])
+        if not (BUILD / "CMakeCache.txt").exists():
+            subprocess.check_call(["cmake", "-S", str(ROOT), "-B", str(BUILD), "-DCMAKE_BUILD_TYPE=Release",
+                                   "-DTESSAREL_TESTS=OFF", "-DTESSAREL_EXAMPLES=OFF"])
         subprocess.check_call(["cmake", "--build", str(BUILD), "--parallel", str(os.cpu_count() or 1), "--target",
                                "tessarel", "tessarel_data"])
 
