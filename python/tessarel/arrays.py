@@ -185,12 +185,14 @@ class _Job:
         self.codes = np.empty(a.size, np.int32)
         self.failed: dict[int, str] = {}
 
-    def run(self, low: int, high: int) -> None:
-        """Solves the states from low to high on the session that is current on this thread."""
+    def run(self, low: int, high: int, room: np.ndarray, texts: ctypes.Array) -> None:
+        """Solves the states from low to high on the session that is current on this thread.
+
+        room, texts: memory of the thread, for 22 values of each state and for TEXTS messages.
+        """
         count = high - low
-        out = np.empty((22, count))
+        out = room[:22 * count].reshape(22, count)
         codes = self.codes[low:high]
-        texts = ctypes.create_string_buffer(TEXTS * ERROR_FIELD)
         used, message = ctypes.c_int32(TEXTS), Message()
 
         def address(array: np.ndarray) -> ctypes.c_void_p:
@@ -203,7 +205,7 @@ class _Job:
             ctypes.c_size_t(ERROR_FIELD), message.length)
         message.check(f"{count} states by {self.pair.spec}")
         self.values[:, low:high] = out
-        for k in np.flatnonzero(codes):
+        for k in np.flatnonzero(codes) if codes.any() else ():
             place = codes[k] - 1
             field = texts.raw[place * ERROR_FIELD:(place + 1) * ERROR_FIELD] if place >= 0 else b"no state found"
             self.failed[int(low + k)] = field.decode("utf-8", "replace").strip()
@@ -232,7 +234,7 @@ def solve(fluid: Fluid, pair: Pair, given: dict, threads: int | None, progress: 
     job = _Job(fluid.n, pair, np.ascontiguousarray(a).ravel(), np.ascontiguousarray(b).ravel())
     size = job.a.size
     workers = max(1, min(threads if threads is not None else os.cpu_count() or 1, size // 32))
-    chunk = max(32, min(CHUNK, size // (4 * workers)))
+    chunk = CHUNK if workers == 1 else max(32, min(CHUNK, size // (4 * workers)))
     bar = _bar(progress, size)
     chunks: queue.SimpleQueue = queue.SimpleQueue()
     for low in range(0, size, chunk):
@@ -241,13 +243,14 @@ def solve(fluid: Fluid, pair: Pair, given: dict, threads: int | None, progress: 
 
     def work(session: Session) -> None:
         try:
+            room, texts = np.empty(22 * chunk), ctypes.create_string_buffer(TEXTS * ERROR_FIELD)
             with session:
                 while not failures:
                     try:
                         low, high = chunks.get_nowait()
                     except queue.Empty:
                         return
-                    job.run(low, high)
+                    job.run(low, high, room, texts)
                     if bar is not None:
                         bar.update(high - low)
         except BaseException as failure:  # handed to the caller's thread
