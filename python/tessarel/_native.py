@@ -9,7 +9,8 @@ import threading
 
 HERE = pathlib.Path(__file__).resolve().parent
 LIBRARY = pathlib.Path(os.environ.get("TESSAREL_LIBRARY", HERE / "native" / "lib" / "libtessarel.so")).resolve()
-FLUID_DIRECTORY = LIBRARY.parent.parent / "fluids"
+#: Where the library reads fluids: beside itself, or where the environment says.
+FLUID_DIRECTORY = pathlib.Path(os.environ.get("TESSAREL_DATA") or LIBRARY.parent.parent) / "fluids"
 
 #: What stands in an output that has not been computed.
 NOT_COMPUTED = -8888.8

@@ -49,6 +49,10 @@ class Spinodal(NamedTuple):
     vapour: float
 
 
+def _encoded(name: str) -> bytes:
+    return name.encode("utf-8", "replace")
+
+
 def _composition(names, z) -> tuple[list[str], list[float]]:
     if isinstance(names, str):
         names, z = [names], [1.0] if z is None else z
@@ -66,7 +70,7 @@ def _composition(names, z) -> tuple[list[str], list[float]]:
         raise Error(f"{len(names)} names and {len(fractions)} mole fractions")
     if len(set(names)) != len(names):
         raise Error(f"a component is named twice: {', '.join(names)}")
-    long = [name for name in names if len(name.encode()) > NAME_FIELD]
+    long = [name for name in names if len(_encoded(name)) > NAME_FIELD]
     if long:
         raise Error(f"a name of more than {NAME_FIELD} bytes: {long[0][:40]}...")
     total = math.fsum(fractions) if all(map(math.isfinite, fractions)) else math.nan
@@ -95,14 +99,13 @@ class Fluid:
     def _select(self, fractions: list[float]) -> None:
         """Selects the composition in the session and makes the buffers of a scalar call."""
         n = self.n = len(self.names)
-        fields, length = "".join(name.ljust(NAME_FIELD - (len(name.encode()) - len(name))) for name in self.names), NAME_FIELD
-        field, _ = text(fields, n * NAME_FIELD)
+        field = ctypes.create_string_buffer(b"".join(_encoded(name).ljust(NAME_FIELD) for name in self.names))
         self._z = fractions
         self._version = 0
         message = Message()
         with self._session:
             library.tessarel_setfluid(integer(n), field, doubles(n, fractions), message.field,
-                                      ctypes.c_size_t(length), message.length)
+                                      ctypes.c_size_t(NAME_FIELD), message.length)
         if not message.good:
             meant = hint(self.names)
             raise Error(f"{message}" + (f" ({meant})" if meant else f" [selection of {', '.join(self.names)}]"))
