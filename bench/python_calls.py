@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""What the Python package adds to a state: single calls and arrays against one call of tessarel_states, in microseconds."""
+"""What the Python package adds to a state: single calls and arrays against one call of tessarel_states, in us."""
 
 import ctypes
 import time
@@ -10,9 +10,11 @@ import tessarel
 from tessarel._native import Message, library
 
 COUNT = 2000
-CASES = [("propane, vapour", ["propane"], [1.0], 300.0, 1e5),
-         ("methane/ethane/propane, vapour", ["methane", "ethane", "propane"], [0.85, 0.1, 0.05], 250.0, 40e5),
-         ("methane/ethane/propane, two phases", ["methane", "ethane", "propane"], [0.85, 0.1, 0.05], 210.0, 20e5)]
+CASES = [
+    ("propane, vapour", ["propane"], [1.0], 300.0, 1e5),
+    ("methane/ethane/propane, vapour", ["methane", "ethane", "propane"], [0.85, 0.1, 0.05], 250.0, 40e5),
+    ("methane/ethane/propane, two phases", ["methane", "ethane", "propane"], [0.85, 0.1, 0.05], 210.0, 20e5),
+]
 
 
 def c_call(fluid, t, p):
@@ -25,10 +27,25 @@ def c_call(fluid, t, p):
     def call():
         with fluid._session:
             library.tessarel_states(
-                b"TP", ctypes.byref(ctypes.c_int64(COUNT)), address(t), address(p), address(values), address(values[7:]),
-                address(values[11:]), address(values[15:]), address(x), address(y), address(codes),
-                ctypes.byref(ctypes.c_int32(1)), texts, message.field, ctypes.c_size_t(2), ctypes.c_size_t(300),
-                message.length)
+                b"TP",
+                ctypes.byref(ctypes.c_int64(COUNT)),
+                address(t),
+                address(p),
+                address(values),
+                address(values[7:]),
+                address(values[11:]),
+                address(values[15:]),
+                address(x),
+                address(y),
+                address(codes),
+                ctypes.byref(ctypes.c_int32(1)),
+                texts,
+                message.field,
+                ctypes.c_size_t(2),
+                ctypes.c_size_t(300),
+                message.length,
+            )
+
     return call
 
 
@@ -43,7 +60,11 @@ def main():
             for _ in range(COUNT // 4):
                 fluid.state(T=t, P=p)
 
-        runs = [(c_call(fluid, ts, ps), COUNT), (lambda: fluid.states(T=ts, P=ps, threads=1), COUNT), (single, COUNT // 4)]
+        runs = [
+            (c_call(fluid, ts, ps), COUNT),
+            (lambda: fluid.states(T=ts, P=ps, threads=1), COUNT),
+            (single, COUNT // 4),
+        ]
         best = [np.inf] * len(runs)
         for _ in range(60):  # in turn, so that other load falls on all alike
             for k, (run, count) in enumerate(runs):

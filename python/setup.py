@@ -37,10 +37,30 @@ class BuildLibrary(build_py):
     @staticmethod
     def _build_library():
         if not (BUILD / "CMakeCache.txt").exists():
-            subprocess.check_call(["cmake", "-S", str(ROOT), "-B", str(BUILD), "-DCMAKE_BUILD_TYPE=Release",
-                                   "-DTESSAREL_TESTS=OFF", "-DTESSAREL_EXAMPLES=OFF"])
-        subprocess.check_call(["cmake", "--build", str(BUILD), "--parallel", str(os.cpu_count() or 1), "--target",
-                               "tessarel", "tessarel_data"])
+            subprocess.check_call(
+                [
+                    "cmake",
+                    "-S",
+                    str(ROOT),
+                    "-B",
+                    str(BUILD),
+                    "-DCMAKE_BUILD_TYPE=Release",
+                    "-DTESSAREL_TESTS=OFF",
+                    "-DTESSAREL_EXAMPLES=OFF",
+                ]
+            )
+        subprocess.check_call(
+            [
+                "cmake",
+                "--build",
+                str(BUILD),
+                "--parallel",
+                str(os.cpu_count() or 1),
+                "--target",
+                "tessarel",
+                "tessarel_data",
+            ]
+        )
 
     @staticmethod
     def _write_substances(path):

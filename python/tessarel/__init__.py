@@ -15,5 +15,19 @@ from .names import fluids, substances
 from .state import Phase, Properties, State
 
 __version__ = "2.5.1"
-__all__ = ["CriticalPoint", "Envelope", "Error", "Fluid", "GAS_CONSTANT", "Phase", "Properties", "RangeWarning",
-           "Sensitivity", "Spinodal", "State", "States", "fluids", "substances"]
+__all__ = [
+    "CriticalPoint",
+    "Envelope",
+    "Error",
+    "Fluid",
+    "GAS_CONSTANT",
+    "Phase",
+    "Properties",
+    "RangeWarning",
+    "Sensitivity",
+    "Spinodal",
+    "State",
+    "States",
+    "fluids",
+    "substances",
+]

@@ -54,7 +54,7 @@ class Message:
 
 
 def entry(name: str, *arguments, asked: str, lengths: tuple = ()) -> None:
-    """Calls tessarel_<name>(arguments, err, lengths of texts, length of err); raises Error unless it reports success."""
+    """Calls tessarel_<name>(arguments, err, lengths of texts, length of err); raises Error unless it succeeds."""
     message = Message()
     getattr(library, "tessarel_" + name)(*arguments, message.field, *lengths, message.length)
     message.check(asked)

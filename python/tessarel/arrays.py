@@ -23,14 +23,16 @@ TEXTS = 64
 
 def _column(place: int, meaning: str):
     """A property of the states that stands in a column of the library's results; nan where it has not been computed."""
+
     def read(self: States) -> np.ndarray:
         return self._values(place)
+
     read.__doc__ = meaning
     return cached_property(read)
 
 
 class PhaseArrays:
-    """One phase of the states: v [m3/mol], u, h [J/mol], s [J/(mol K)], z (..., n), nan where the phase is not there."""
+    """One phase of the states: v [m3/mol], u, h [J/mol], s [J/(mol K)], z (..., n); nan where it is not there."""
 
     def __init__(self, values: list[np.ndarray], z: np.ndarray, molar_masses: np.ndarray) -> None:
         self.v, self.u, self.h, self.s = values
@@ -108,7 +110,9 @@ class States:
 
     def _phase(self, phase: str, place: int, z: np.ndarray) -> PhaseArrays:
         there, two = self._there(phase), (self.q > 0) & (self.q < 1) & (self._job.pair.forced is None)
-        values = [np.where(two, self._values(place + k), np.where(there, self._values(2 + k), np.nan)) for k in range(4)]
+        values = [
+            np.where(two, self._values(place + k), np.where(there, self._values(2 + k), np.nan)) for k in range(4)
+        ]
         return PhaseArrays(values, z, self._molar_masses)
 
     @cached_property
@@ -191,7 +195,7 @@ class _Job:
         room, texts: memory of the thread, for 22 values of each state and for TEXTS messages.
         """
         count = high - low
-        out = room[:22 * count].reshape(22, count)
+        out = room[: 22 * count].reshape(22, count)
         codes = self.codes[low:high]
         used, message = ctypes.c_int32(TEXTS), Message()
 
@@ -199,15 +203,29 @@ class _Job:
             return ctypes.c_void_p(array.ctypes.data)
 
         library.tessarel_states(
-            self.pair.field, ctypes.byref(ctypes.c_int64(count)), address(self.a[low:high]), address(self.b[low:high]),
-            address(out), address(out[7:]), address(out[11:]), address(out[15:]), address(self.x[low:high]),
-            address(self.y[low:high]), address(codes), ctypes.byref(used), texts, message.field, self.pair.length,
-            ctypes.c_size_t(ERROR_FIELD), message.length)
+            self.pair.field,
+            ctypes.byref(ctypes.c_int64(count)),
+            address(self.a[low:high]),
+            address(self.b[low:high]),
+            address(out),
+            address(out[7:]),
+            address(out[11:]),
+            address(out[15:]),
+            address(self.x[low:high]),
+            address(self.y[low:high]),
+            address(codes),
+            ctypes.byref(used),
+            texts,
+            message.field,
+            self.pair.length,
+            ctypes.c_size_t(ERROR_FIELD),
+            message.length,
+        )
         message.check(f"{count} states by {self.pair.spec}")
         self.values[:, low:high] = out
         for k in np.flatnonzero(codes) if codes.any() else ():
             place = codes[k] - 1
-            field = texts.raw[place * ERROR_FIELD:(place + 1) * ERROR_FIELD] if place >= 0 else b"no state found"
+            field = texts.raw[place * ERROR_FIELD : (place + 1) * ERROR_FIELD] if place >= 0 else b"no state found"
             self.failed[int(low + k)] = field.decode("utf-8", "replace").strip()
 
 
@@ -229,8 +247,11 @@ def solve(fluid: Fluid, pair: Pair, given: dict, threads: int | None, progress: 
     try:
         a, b = np.broadcast_arrays(*arrays_)
     except ValueError:
-        raise Error("the shapes of " + " and ".join(f"{name} {array.shape}" for name, array in
-                                                     zip(pair.given, arrays_)) + " do not broadcast") from None
+        raise Error(
+            "the shapes of "
+            + " and ".join(f"{name} {array.shape}" for name, array in zip(pair.given, arrays_))
+            + " do not broadcast"
+        ) from None
     job = _Job(fluid.n, pair, np.ascontiguousarray(a).ravel(), np.ascontiguousarray(b).ravel())
     size = job.a.size
     workers = max(1, min(threads if threads is not None else os.cpu_count() or 1, size // 32))
@@ -278,6 +299,11 @@ def solve(fluid: Fluid, pair: Pair, given: dict, threads: int | None, progress: 
     outside = int(np.count_nonzero((job.codes == 0) & ((t < low) | (t > high))))
     if outside:
         from .fluid import RangeWarning
-        warnings.warn(f"{outside} of {size} states lie outside {low:.6g} to {high:.6g} K, for which the data of "
-                      f"{fluid!r} hold", RangeWarning, stacklevel=3)
+
+        warnings.warn(
+            f"{outside} of {size} states lie outside {low:.6g} to {high:.6g} K, for which the data of "
+            f"{fluid!r} hold",
+            RangeWarning,
+            stacklevel=3,
+        )
     return states

@@ -25,8 +25,19 @@ from .fluid import Fluid
 from .names import fluids
 
 ROWS = 2000
-RESULTS = ("T [K]", "P [Pa]", "v [m3/mol]", "u [J/mol]", "h [J/mol]", "s [J/(mol K)]", "q", "density [kg/m3]",
-           "cv [J/(mol K)]", "cp [J/(mol K)]", "w [m/s]")
+RESULTS = (
+    "T [K]",
+    "P [Pa]",
+    "v [m3/mol]",
+    "u [J/mol]",
+    "h [J/mol]",
+    "s [J/(mol K)]",
+    "q",
+    "density [kg/m3]",
+    "cv [J/(mol K)]",
+    "cp [J/(mol K)]",
+    "w [m/s]",
+)
 _ATTRIBUTES = ("T", "P", "v", "u", "h", "s", "q", "density", "cv", "cp", "w")
 ADDED = (*(f"state {name}" for name in RESULTS), "message")
 
@@ -87,7 +98,9 @@ class _Columns:
         if len(row) > len(self.header):
             raise Error(f"{len(row)} cells in a row under {len(self.header)} columns")
         cells = [cell.strip() for cell in row] + [""] * (len(self.header) - len(row))
-        given = dict(units.parse(name, f"{cells[place]} {unit}") for place, name, unit in self.properties if cells[place])
+        given = dict(
+            units.parse(name, f"{cells[place]} {unit}") for place, name, unit in self.properties if cells[place]
+        )
         named = {name: self._fraction(name, cells[place]) for place, name in self.components if cells[place]}
         if self.fluid is not None and cells[self.fluid]:
             text = cells[self.fluid]
@@ -107,7 +120,7 @@ class _Columns:
 
 
 def _split_components(text: str) -> list[str]:
-    """"carbon dioxide=0.5 n-butane=0.5" in its components: a name may hold blanks, so it ends behind its number."""
+    """ "carbon dioxide=0.5 n-butane=0.5" in its components: a name may hold blanks, so it ends behind its number."""
     parts, start = [], 0
     while start < len(text):
         equals = text.find("=", start)
@@ -142,7 +155,9 @@ def _resume(out: IO[bytes], header: list[str], rows: Iterator[list[str]]) -> int
         cells = _cells(record)
         expected = header if done < 0 else next(rows, None)
         if expected is None or cells[:width] != _padded(expected, width) or len(cells) != len(header):
-            raise Error(f"record {done + 2} of the output does not belong to this job; name another output or remove it")
+            raise Error(
+                f"record {done + 2} of the output does not belong to this job; name another output or remove it"
+            )
         done, good_end = done + 1, end
     out.truncate(good_end)
     out.seek(good_end)
@@ -228,8 +243,14 @@ def _bar(total: int, done: int, wanted: bool):
     return tqdm(total=total, initial=done, unit="row", file=sys.stderr)
 
 
-def run(jobs: str | os.PathLike, output: str | os.PathLike, default: Optional[dict[str, float]] = None,
-        threads: Optional[int] = None, progress: bool = False, rows_at_once: int = ROWS) -> int:
+def run(
+    jobs: str | os.PathLike,
+    output: str | os.PathLike,
+    default: Optional[dict[str, float]] = None,
+    threads: Optional[int] = None,
+    progress: bool = False,
+    rows_at_once: int = ROWS,
+) -> int:
     """Writes the table `output`: the rows of `jobs` with their states, and returns how many rows were calculated now.
 
     Memory holds `rows_at_once` rows. When `output` exists the rows in it are kept, after a look that they are those of

@@ -16,10 +16,27 @@ from .fluid import Fluid
 from .names import fluids, substances
 from .state import Properties, State
 
-_QUANTITIES = (("T", "K"), ("P", "Pa"), ("v", "m3/mol"), ("rho", "mol/m3"), ("density", "kg/m3"), ("u", "J/mol"),
-               ("h", "J/mol"), ("s", "J/(mol K)"), ("g", "J/mol"), ("molar_mass", "kg/mol"), ("h_mass", "J/kg"),
-               ("s_mass", "J/(kg K)"), ("z_factor", "-"), ("cv", "J/(mol K)"), ("cp", "J/(mol K)"), ("w", "m/s"),
-               ("joule_thomson", "K/Pa"), ("kappa_T", "1/Pa"), ("alpha_P", "1/K"))
+_QUANTITIES = (
+    ("T", "K"),
+    ("P", "Pa"),
+    ("v", "m3/mol"),
+    ("rho", "mol/m3"),
+    ("density", "kg/m3"),
+    ("u", "J/mol"),
+    ("h", "J/mol"),
+    ("s", "J/(mol K)"),
+    ("g", "J/mol"),
+    ("molar_mass", "kg/mol"),
+    ("h_mass", "J/kg"),
+    ("s_mass", "J/(kg K)"),
+    ("z_factor", "-"),
+    ("cv", "J/(mol K)"),
+    ("cp", "J/(mol K)"),
+    ("w", "m/s"),
+    ("joule_thomson", "K/Pa"),
+    ("kappa_T", "1/Pa"),
+    ("alpha_P", "1/K"),
+)
 
 
 def _values(properties: Properties) -> dict[str, Optional[float]]:
@@ -40,8 +57,11 @@ def _columns(state: State) -> dict[str, Properties]:
 
 
 def _state(arguments) -> None:
-    given = dict(units.parse(name, value) for name in "T P v rho u h s q".split()
-                 if (value := getattr(arguments, name)) is not None)
+    given = dict(
+        units.parse(name, value)
+        for name in "T P v rho u h s q".split()
+        if (value := getattr(arguments, name)) is not None
+    )
     fluid = Fluid(batch.composition_of(arguments.component))
     state = fluid.state(phase=arguments.phase, **given)
     columns = _columns(state)
@@ -73,16 +93,27 @@ def _envelope(arguments) -> None:
     fluid = Fluid(batch.composition_of(arguments.component))
     if arguments.plot:
         import matplotlib
+
         matplotlib.use("Agg")
         fluid.plot_envelope().figure.savefig(arguments.plot)
     line = fluid.phase_envelope()
     if arguments.json:
-        print(json.dumps({
-            "units": {"T": "K", "P": "Pa"}, "T": line.T.tolist(), "P": line.P.tolist(), "bubble": line.bubble.tolist(),
-            "x": line.x.tolist(), "y": line.y.tolist(),
-            "critical": None if line.critical is None else line.critical._asdict(),
-            "cricondentherm": [_finite(value) for value in line.cricondentherm],
-            "cricondenbar": [_finite(value) for value in line.cricondenbar]}, indent=2))
+        print(
+            json.dumps(
+                {
+                    "units": {"T": "K", "P": "Pa"},
+                    "T": line.T.tolist(),
+                    "P": line.P.tolist(),
+                    "bubble": line.bubble.tolist(),
+                    "x": line.x.tolist(),
+                    "y": line.y.tolist(),
+                    "critical": None if line.critical is None else line.critical._asdict(),
+                    "cricondentherm": [_finite(value) for value in line.cricondentherm],
+                    "cricondenbar": [_finite(value) for value in line.cricondenbar],
+                },
+                indent=2,
+            )
+        )
         return
     print(f"{fluid!r}: phase envelope\n{'T [K]':>12}{'P [Pa]':>16}  branch")
     for t, p, bubble in zip(line.T, line.P, line.bubble):
@@ -101,8 +132,11 @@ def _fluids(arguments) -> None:
         raise Error(f'no fluid of which name, formula or CAS number contains "{arguments.pattern}"')
     for name in found:
         substance = table.get(name)
-        print(name if substance is None else
-              f"{name:32} {substance.formula:12} {substance.cas:12} {', '.join(substance.synonyms)}".rstrip())
+        print(
+            name
+            if substance is None
+            else f"{name:32} {substance.formula:12} {substance.cas:12} {', '.join(substance.synonyms)}".rstrip()
+        )
 
 
 def _batch(arguments) -> None:
@@ -115,14 +149,24 @@ def _batch(arguments) -> None:
 def _parser() -> argparse.ArgumentParser:
     parser = argparse.ArgumentParser(prog="tessarel", description="Thermodynamic properties of fluids and mixtures.")
     commands = parser.add_subparsers(required=True, metavar="command")
-    components = {"metavar": "NAME=FRACTION", "help": 'component and its mole fraction, e.g. methane=0.85 '
-                                                      '"carbon dioxide=15%%"; a bare name for a pure fluid'}
+    components = {
+        "metavar": "NAME=FRACTION",
+        "help": "component and its mole fraction, e.g. methane=0.85 "
+        '"carbon dioxide=15%%"; a bare name for a pure fluid',
+    }
 
     state = commands.add_parser("state", help="one state from two of its properties")
     state.add_argument("component", nargs="+", **components)
-    for name, example in (("T", "250K, -20C"), ("P", "40bar, 4MPa"), ("v", "0.024m3/mol, 0.5m3/kg"),
-                          ("rho", "40mol/m3, 1.2kg/m3"), ("u", "-9e4J/mol, -2000kJ/kg"), ("h", "as --u"),
-                          ("s", "'-5J/(mol K)', '-1.2kJ/(kg K)'"), ("q", "0.5, 50%%")):
+    for name, example in (
+        ("T", "250K, -20C"),
+        ("P", "40bar, 4MPa"),
+        ("v", "0.024m3/mol, 0.5m3/kg"),
+        ("rho", "40mol/m3, 1.2kg/m3"),
+        ("u", "-9e4J/mol, -2000kJ/kg"),
+        ("h", "as --u"),
+        ("s", "'-5J/(mol K)', '-1.2kJ/(kg K)'"),
+        ("q", "0.5, 50%%"),
+    ):
         state.add_argument("--" + name, metavar="VALUE", help=f"e.g. {example}; bare numbers are SI and molar")
     state.add_argument("--phase", choices=("liquid", "vapour"), help="one phase, whether it is stable or not")
     state.add_argument("--json", action="store_true")
@@ -138,8 +182,12 @@ def _parser() -> argparse.ArgumentParser:
     listing.add_argument("pattern", nargs="?", default="")
     listing.set_defaults(run=_fluids)
 
-    table = commands.add_parser("batch", help="a table of states; goes on where an interruption left it",
-                                description=batch.__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    table = commands.add_parser(
+        "batch",
+        help="a table of states; goes on where an interruption left it",
+        description=batch.__doc__,
+        formatter_class=argparse.RawDescriptionHelpFormatter,
+    )
     table.add_argument("jobs", help="table of jobs (CSV)")
     table.add_argument("component", nargs="*", metavar="NAME=FRACTION", help="the fluid of rows that name none")
     table.add_argument("-o", "--output", required=True, help="table of results (CSV)")

@@ -37,8 +37,10 @@ class Envelope:
 
     def __repr__(self) -> str:
         critical = "none" if self.critical is None else f"{self.critical.T:.6g} K, {self.critical.P:.6g} Pa"
-        return (f"<Envelope: {self.T.size} points, critical point {critical}, cricondentherm "
-                f"{self.cricondentherm[0]:.6g} K, cricondenbar {self.cricondenbar[1]:.6g} Pa>")
+        return (
+            f"<Envelope: {self.T.size} points, critical point {critical}, cricondentherm "
+            f"{self.cricondentherm[0]:.6g} K, cricondenbar {self.cricondenbar[1]:.6g} Pa>"
+        )
 
 
 def trace(fluid: Fluid) -> Envelope:
@@ -64,10 +66,18 @@ def trace(fluid: Fluid) -> Envelope:
     t, p = t[:points] + 273.15, p[:points] * 1e5
     bubble = _bubble_side(t, p, critical, [value.value for value in ends])
     # The library gives the mixture itself first and the incipient phase second, on both branches.
-    feed, incipient = x[:points, :fluid.n], y[:points, :fluid.n]
+    feed, incipient = x[:points, : fluid.n], y[:points, : fluid.n]
     side = bubble[:, None]
-    return Envelope(t, p, np.where(side, feed, incipient), np.where(side, incipient, feed), bubble, critical,
-                    (tmax, p_tmax * 1e5), (t_pmax, pmax * 1e5))
+    return Envelope(
+        t,
+        p,
+        np.where(side, feed, incipient),
+        np.where(side, incipient, feed),
+        bubble,
+        critical,
+        (tmax, p_tmax * 1e5),
+        (t_pmax, pmax * 1e5),
+    )
 
 
 def _bubble_side(t: np.ndarray, p: np.ndarray, critical, ends: list[float]) -> np.ndarray:
@@ -91,8 +101,8 @@ def _bubble_side(t: np.ndarray, p: np.ndarray, critical, ends: list[float]) -> n
 class Sensitivity:
     """The stable state at T [K], P [Pa] and its derivatives along the equilibrium.
 
-    beta: mole fraction of vapour; v [m3/mol], h [J/mol], s [J/(mol K)] of the whole. dbeta, dv, dh, ds (n+2): by T, by P
-    and by the amount of each component [per mole of feed]. dx, dy (n, n+2): of the mole fractions of the phases.
+    beta: mole fraction of vapour; v [m3/mol], h [J/mol], s [J/(mol K)] of the whole. dbeta, dv, dh, ds (n+2): by T,
+    by P and by the amount of each component [per mole of feed]. dx, dy (n, n+2): of the mole fractions of the phases.
     """
 
     T: float
@@ -116,7 +126,19 @@ def sensitivity(fluid: Fluid, T: float, P: float) -> Sensitivity:
     rows = [doubles(n + 2) for _ in range(4)]
     tables = [doubles(n * (n + 2)) for _ in range(2)]
     with fluid._session:
-        entry("flash_sensitivity", number(T), number(P), *map(ctypes.byref, scalars), *rows, *tables,
-              asked=f"sensitivity at T = {T:.6g} K, P = {P:.6g} Pa of {fluid!r}")
-    return Sensitivity(T, P, *(value.value for value in scalars), *map(np.array, rows),
-                       *(np.array(table).reshape(n + 2, n).T for table in tables))
+        entry(
+            "flash_sensitivity",
+            number(T),
+            number(P),
+            *map(ctypes.byref, scalars),
+            *rows,
+            *tables,
+            asked=f"sensitivity at T = {T:.6g} K, P = {P:.6g} Pa of {fluid!r}",
+        )
+    return Sensitivity(
+        T,
+        P,
+        *(value.value for value in scalars),
+        *map(np.array, rows),
+        *(np.array(table).reshape(n + 2, n).T for table in tables),
+    )

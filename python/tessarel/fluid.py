@@ -28,7 +28,7 @@ class Pair(NamedTuple):
     """A pair of properties, ready to be handed to the library."""
 
     spec: str
-    given: tuple[str, str]   # the keywords in the library's order
+    given: tuple[str, str]  # the keywords in the library's order
     forced: str | None
     field: ctypes.Array
     length: ctypes.c_size_t
@@ -104,21 +104,33 @@ class Fluid:
         self._version = 0
         message = Message()
         with self._session:
-            library.tessarel_setfluid(integer(n), field, doubles(n, fractions), message.field,
-                                      ctypes.c_size_t(NAME_FIELD), message.length)
+            library.tessarel_setfluid(
+                integer(n), field, doubles(n, fractions), message.field, ctypes.c_size_t(NAME_FIELD), message.length
+            )
         if not message.good:
             meant = hint(self.names)
             raise Error(f"{message}" + (f" ({meant})" if meant else f" [selection of {', '.join(self.names)}]"))
         self._read_info()
         self._pairs: dict[tuple, Pair] = {}
         row = self._row = doubles(FRACTIONS + 2 * n)
-        self._a, self._b, self._code, self._texts = (ctypes.c_double(), ctypes.c_double(), ctypes.c_int32(),
-                                                     ctypes.c_int32(1))
+        self._a, self._b, self._code, self._texts = (
+            ctypes.c_double(),
+            ctypes.c_double(),
+            ctypes.c_int32(),
+            ctypes.c_int32(1),
+        )
         self._text, self._message = ctypes.create_string_buffer(_native.ERROR_FIELD), Message()
         places = (0, 7, 11, 15, FRACTIONS, FRACTIONS + n)
-        self._arguments = (ctypes.byref(ctypes.c_int64(1)), ctypes.byref(self._a), ctypes.byref(self._b),
-                           *(ctypes.byref(row, 8 * place) for place in places), ctypes.byref(self._code),
-                           ctypes.byref(self._texts), self._text, self._message.field)
+        self._arguments = (
+            ctypes.byref(ctypes.c_int64(1)),
+            ctypes.byref(self._a),
+            ctypes.byref(self._b),
+            *(ctypes.byref(row, 8 * place) for place in places),
+            ctypes.byref(self._code),
+            ctypes.byref(self._texts),
+            self._text,
+            self._message.field,
+        )
         self._text_length = ctypes.c_size_t(_native.ERROR_FIELD)
 
     def _read_info(self) -> None:
@@ -182,8 +194,10 @@ class Fluid:
             base = name[:-5] if name.endswith("_mass") else name
             base = "v" if base == "rho" else base
             if base not in "TPvuhsq" or len(base) != 1 or name in ("T_mass", "P_mass", "q_mass"):
-                raise Error(f"no property {name!r} to define a state: T, P, v, rho, u, h, s, q, and v_mass, rho_mass, "
-                            "u_mass, h_mass, s_mass per kilogram")
+                raise Error(
+                    f"no property {name!r} to define a state: T, P, v, rho, u, h, s, q, and v_mass, rho_mass, "
+                    "u_mass, h_mass, s_mass per kilogram"
+                )
             bare[base] = name
         for spec in PAIRS:
             if set(spec) == set(bare):
@@ -205,10 +219,10 @@ class Fluid:
         """The state with two given properties: `state(T=300, P=40e5)`, `state(P=1e5, q=0)`, `state(P=1e5, h_mass=2e5)`.
 
         T [K], P [Pa], v [m3/mol] or rho [mol/m3], u, h [J/mol], s [J/(mol K)], q [mole fraction of vapour]; v_mass
-        [m3/kg], rho_mass [kg/m3], u_mass, h_mass [J/kg], s_mass [J/(kg K)]. Pairs: T with P, v, s, q; P with v, u, h, s,
-        q; v with u, h, s, q; h with s. With `phase` "liquid" or "vapour" one phase is calculated whether it is stable
-        or not. u, h and s count from the elements' ideal gas at 298.15 K and 1e5 Pa. Raises Error where there is no such
-        state, with the reason; warns outside the fluid's range of temperature.
+        [m3/kg], rho_mass [kg/m3], u_mass, h_mass [J/kg], s_mass [J/(kg K)]. Pairs: T with P, v, s, q; P with v, u, h,
+        s, q; v with u, h, s, q; h with s. With `phase` "liquid" or "vapour" one phase is calculated whether it is stable
+        or not. u, h and s count from the elements' ideal gas at 298.15 K and 1e5 Pa. Raises Error where there is no
+        such state, with the reason; warns outside the fluid's range of temperature.
         """
         pair = self._pairs.get((phase, *given)) or self._pair(tuple(given), phase)
         first, second = pair.given
@@ -228,16 +242,25 @@ class Fluid:
             library.tessarel_states(pair.field, *self._arguments, pair.length, self._text_length, self._message.length)
             if self._code.value != 0 or not self._message.good:
                 message = self._text.raw.decode("utf-8", "replace").strip() if self._code.value else str(self._message)
-                raise Error(f"{message} [{self!r}, " + ", ".join(f"{k} = {given[k]!r}" for k in given) +
-                            (f", phase = {phase!r}" if phase else "") + "]")
+                raise Error(
+                    f"{message} [{self!r}, "
+                    + ", ".join(f"{k} = {given[k]!r}" for k in given)
+                    + (f", phase = {phase!r}" if phase else "")
+                    + "]"
+                )
             row = self._row[:]
         if not self._tmin <= row[0] <= self._tmax:
-            warnings.warn(f"T = {row[0]:.6g} K lies outside {self._tmin:.6g} to {self._tmax:.6g} K, for which the data of "
-                          f"{self!r} hold", RangeWarning, stacklevel=2)
+            warnings.warn(
+                f"T = {row[0]:.6g} K lies outside {self._tmin:.6g} to {self._tmax:.6g} K, for which the data of "
+                f"{self!r} hold",
+                RangeWarning,
+                stacklevel=2,
+            )
         return State(self, row, pair.forced)
 
-    def states(self, *, phase: str | None = None, threads: int | None = None, progress: bool = False,
-               **given) -> arrays.States:
+    def states(
+        self, *, phase: str | None = None, threads: int | None = None, progress: bool = False, **given
+    ) -> arrays.States:
         """States of two arrays of properties, broadcast: `states(T=np.linspace(250, 400, 50)[:, None], P=[1e5, 2e5])`.
 
         Keywords and units are those of `state`, and the values have the same bits. A state that fails is nan and ends
@@ -249,8 +272,8 @@ class Fluid:
     # ------------------------------------------------------------------------------------------------ phase boundary
 
     def bubble_P(self, T: Array) -> Array:
-        """Bubble pressure [Pa] at T [K]; of a pure fluid the saturation pressure. An array for an array, nan where there
-        is none; of one number an Error."""
+        """Bubble pressure [Pa] at T [K]; of a pure fluid the saturation pressure. An array for an array, nan where
+        there is none; of one number an Error."""
         return self._boundary("bubble_p", T)
 
     def dew_P(self, T: Array) -> Array:
@@ -267,19 +290,25 @@ class Fluid:
 
     def _boundary(self, which: str, value: Array) -> Array:
         if np.ndim(value) > 0:
+
             def each(one: float) -> float:
                 try:
                     return self._boundary(which, one)
                 except Error:
                     return math.nan
+
             value = np.asarray(value, dtype=float)
             return np.array([each(float(one)) for one in value.flat]).reshape(value.shape)
         result = ctypes.c_double()
         asked = f"{which} at {float(value):.6g} of {self!r}"
         with self._session:
             if self.n == 1:
-                entry("calc_psat" if which.endswith("p") else "calc_tsat", number(float(value)), ctypes.byref(result),
-                      asked=asked)
+                entry(
+                    "calc_psat" if which.endswith("p") else "calc_tsat",
+                    number(float(value)),
+                    ctypes.byref(result),
+                    asked=asked,
+                )
             else:
                 entry("calc_" + which, number(float(value)), doubles(self.n), ctypes.byref(result), asked=asked)
         if not math.isfinite(result.value) or result.value == NOT_COMPUTED:
@@ -294,15 +323,20 @@ class Fluid:
         tc = self.critical_point().T
         low = max(self._tmin, 0.3 * tc)
         # Denser towards the critical point, where the densities run together like the root of the distance.
-        t = tc - (tc - low) * np.linspace(1, 0.01, points)**2
+        t = tc - (tc - low) * np.linspace(1, 0.01, points) ** 2
         return self.states(T=t, q=0.5)
 
     def spinodal(self, T: float) -> Spinodal:
-        """Pressures [Pa] of the limits of stability at T [K]; the liquid's is negative (tension) at low temperatures."""
+        """Pressures [Pa] of the limits of stability at T [K]; the liquid's is negative (tension) where it is cold."""
         liquid, vapour = ctypes.c_double(), ctypes.c_double()
         with self._session:
-            entry("calc_pspin", number(T), ctypes.byref(liquid), ctypes.byref(vapour),
-                  asked=f"spinodal at T = {T:.6g} K of {self!r}")
+            entry(
+                "calc_pspin",
+                number(T),
+                ctypes.byref(liquid),
+                ctypes.byref(vapour),
+                asked=f"spinodal at T = {T:.6g} K of {self!r}",
+            )
         return Spinodal(liquid.value, vapour.value)
 
     def critical_point(self) -> CriticalPoint:
@@ -342,8 +376,14 @@ class Fluid:
         field, length = text(name)
         value = ctypes.c_double()
         with self._session:
-            entry("getparameter", field, integer(self._component(component)), ctypes.byref(value), lengths=(length,),
-                  asked=f"parameter {name} of {component}")
+            entry(
+                "getparameter",
+                field,
+                integer(self._component(component)),
+                ctypes.byref(value),
+                lengths=(length,),
+                asked=f"parameter {name} of {component}",
+            )
         return value.value
 
     def set_parameter(self, name: str, component: str | int, value: float) -> None:
@@ -351,16 +391,27 @@ class Fluid:
         their values. After an Error nothing has changed."""
         field, length = text(name)
         with self._session:
-            entry("setparameter", field, integer(self._component(component)), number(value), lengths=(length,),
-                  asked=f"parameter {name} of {component} = {value!r}")
+            entry(
+                "setparameter",
+                field,
+                integer(self._component(component)),
+                number(value),
+                lengths=(length,),
+                asked=f"parameter {name} of {component} = {value!r}",
+            )
             self._read_info()
             self._version += 1
 
     def set_kij(self, first: str | int, second: str | int, value: float) -> None:
         """Sets the binary interaction parameter k_ij of two components."""
         with self._session:
-            entry("setkij", integer(self._component(first)), integer(self._component(second)), number(value),
-                  asked=f"k_ij of {first} and {second} = {value!r}")
+            entry(
+                "setkij",
+                integer(self._component(first)),
+                integer(self._component(second)),
+                number(value),
+                asked=f"k_ij of {first} and {second} = {value!r}",
+            )
             self._version += 1
 
     # ------------------------------------------------------------------------------------------------ pictures
@@ -368,29 +419,35 @@ class Fluid:
     def plot_envelope(self, ax=None, **options):
         """The phase envelope in temperature and pressure; see tessarel.plots.envelope."""
         from . import plots
+
         return plots.envelope(self, ax, **options)
 
     def plot_pT(self, ax=None, **options):
         """Pressure over temperature: the phase boundary with lines of constant density; see tessarel.plots.pT."""
         from . import plots
+
         return plots.pT(self, ax, **options)
 
     def plot_ph(self, ax=None, **options):
         """Pressure over enthalpy with isotherms and lines of quality; see tessarel.plots.ph."""
         from . import plots
+
         return plots.ph(self, ax, **options)
 
     def plot_Ts(self, ax=None, **options):
         """Temperature over entropy with isobars and lines of quality; see tessarel.plots.Ts."""
         from . import plots
+
         return plots.Ts(self, ax, **options)
 
     def plot_pxy(self, T: float, ax=None, **options):
         """Bubble and dew pressures of a binary at T [K]; see tessarel.plots.pxy."""
         from . import plots
+
         return plots.pxy(self, T, ax, **options)
 
     def plot_Txy(self, P: float, ax=None, **options):
         """Bubble and dew temperatures of a binary at P [Pa]; see tessarel.plots.Txy."""
         from . import plots
+
         return plots.Txy(self, P, ax, **options)

@@ -25,8 +25,10 @@ def substances() -> dict[str, Substance]:
     with open(HERE / "synonyms.csv", newline="", encoding="utf-8") as file:
         synonyms = {row["name"]: tuple(row["synonyms"].split("; ")) for row in csv.DictReader(file)}
     with open(HERE / "substances.csv", newline="", encoding="utf-8") as file:
-        return {row["name"]: Substance(row["name"], row["formula"], row["cas"], synonyms.get(row["name"], ()))
-                for row in csv.DictReader(file)}
+        return {
+            row["name"]: Substance(row["name"], row["formula"], row["cas"], synonyms.get(row["name"], ()))
+            for row in csv.DictReader(file)
+        }
 
 
 def fluids(pattern: str = "") -> list[str]:
@@ -38,8 +40,11 @@ def fluids(pattern: str = "") -> list[str]:
     table = substances()
     names = sorted({path.stem for path in FLUID_DIRECTORY.glob("*.saf")} | set(table))
     wanted = pattern.lower()
-    return [name for name in names
-            if wanted in name.lower() or name in table and any(wanted in word.lower() for word in _words(table[name]))]
+    return [
+        name
+        for name in names
+        if wanted in name.lower() or name in table and any(wanted in word.lower() for word in _words(table[name]))
+    ]
 
 
 def _words(substance: Substance) -> tuple[str, ...]:
@@ -47,7 +52,7 @@ def _words(substance: Substance) -> tuple[str, ...]:
 
 
 def suggestions(name: str) -> list[str]:
-    """Up to five fluids that an unknown name may have meant: of that synonym, formula or CAS number, else spelt alike."""
+    """Up to five fluids that an unknown name may mean: of that synonym, formula or CAS number, or spelt alike."""
     wanted = name.strip().lower()
     table = substances()
     exact = [s.name for s in table.values() if wanted in [word.lower() for word in (s.name, *_words(s))]]
@@ -65,6 +70,8 @@ def hint(names) -> str:
     for name in names:
         if name not in known:
             meant = suggestions(name)
-            close = ": did you mean " + " or ".join(f'"{m}"' for m in meant) + "?" if meant else "; see tessarel.fluids()"
+            close = (
+                ": did you mean " + " or ".join(f'"{m}"' for m in meant) + "?" if meant else "; see tessarel.fluids()"
+            )
             lines.append(f'unknown fluid "{name}"{close}')
     return "; ".join(lines)

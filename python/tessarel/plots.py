@@ -22,7 +22,9 @@ def _axes(ax, x_label: str, y_label: str, title: str):
         try:
             import matplotlib.pyplot as plt
         except ImportError:
-            raise Error('pictures need matplotlib: the extra "tessarel[plot]" or the package python3-matplotlib') from None
+            raise Error(
+                'pictures need matplotlib: the extra "tessarel[plot]" or the package python3-matplotlib'
+            ) from None
         _, ax = plt.subplots(figsize=(7, 5), layout="constrained")
     ax.set_xlabel(x_label)
     ax.set_ylabel(y_label)
@@ -36,7 +38,7 @@ def _title(fluid: Fluid) -> str:
     if fluid.n == 1:
         return fluid.names[0]
     parts = [f"{name} {x:.4g}" for name, x in zip(fluid.names, fluid._z)]
-    lines = [", ".join(parts[k:k + 4]) for k in range(0, len(parts), 4)]
+    lines = [", ".join(parts[k : k + 4]) for k in range(0, len(parts), 4)]
     return "\n".join(lines)
 
 
@@ -66,8 +68,10 @@ class _Boundary:
         line = fluid.phase_envelope()
         h = s = np.full(line.T.size, np.nan)
         if caloric:
-            points = [_single(fluid, t, p, "liquid" if bubble else "vapour")
-                      for t, p, bubble in zip(line.T, line.P, line.bubble)]
+            points = [
+                _single(fluid, t, p, "liquid" if bubble else "vapour")
+                for t, p, bubble in zip(line.T, line.P, line.bubble)
+            ]
             h, s = np.array(points).T
         rows = np.array([line.T, line.P, h, s])
         self.liquid, self.vapour = rows[:, line.bubble], rows[:, ~line.bubble]
@@ -93,8 +97,9 @@ class _Boundary:
                 smooth = _smooth(branch)
                 ax.plot(smooth[x] / scale[0], smooth[y] / scale[1], color=colour, lw=1.8, label=name, zorder=4)
         if self.critical is not None:
-            ax.plot(self.critical[x] / scale[0], self.critical[y] / scale[1], "ko", ms=5, label="critical point",
-                    zorder=5)
+            ax.plot(
+                self.critical[x] / scale[0], self.critical[y] / scale[1], "ko", ms=5, label="critical point", zorder=5
+            )
 
     @property
     def all(self) -> np.ndarray:
@@ -114,8 +119,12 @@ def _smooth(rows: np.ndarray, between: int = 8) -> np.ndarray:
     k = np.repeat(np.arange(at.size - 1), between)
     f = np.tile(np.arange(between) / between, at.size - 1)
     width = (at[1:] - at[:-1])[k]
-    out = ((1 + 2 * f) * (1 - f)**2 * values[:, k] + f * (1 - f)**2 * width * slopes[:, k] +
-           f**2 * (3 - 2 * f) * values[:, k + 1] + f**2 * (f - 1) * width * slopes[:, k + 1])
+    out = (
+        (1 + 2 * f) * (1 - f) ** 2 * values[:, k]
+        + f * (1 - f) ** 2 * width * slopes[:, k]
+        + f**2 * (3 - 2 * f) * values[:, k + 1]
+        + f**2 * (f - 1) * width * slopes[:, k + 1]
+    )
     out = np.hstack([out, values[:, -1:]])
     out[1] = np.exp(out[1])
     return out
@@ -144,7 +153,7 @@ def _names(fluid: Fluid) -> tuple[str, str]:
 def _round_steps(low: float, high: float, count: int) -> np.ndarray:
     """Round values in a range, about `count` of them."""
     raw = (high - low) / max(count, 1)
-    magnitude = 10.0**np.floor(np.log10(raw))
+    magnitude = 10.0 ** np.floor(np.log10(raw))
     step = magnitude * min((f for f in (1, 2, 2.5, 5, 10) if f * magnitude >= raw), default=10)
     return np.arange(np.ceil(low / step), np.floor(high / step) + 1) * step
 
@@ -154,14 +163,23 @@ def _mark(ax, x, y, text: str, limits) -> None:
     (x0, x1), (y0, y1) = limits
     x0, x1 = x0 + 0.03 * (x1 - x0), x1 - 0.03 * (x1 - x0)
     if ax.get_yscale() == "log":
-        y0, y1 = y0 * (y1 / y0)**0.03, y1 / (y1 / y0)**0.03
+        y0, y1 = y0 * (y1 / y0) ** 0.03, y1 / (y1 / y0) ** 0.03
     else:
         y0, y1 = y0 + 0.03 * (y1 - y0), y1 - 0.03 * (y1 - y0)
     inside = np.flatnonzero((x > x0) & (x < x1) & (y > y0) & (y < y1))
     if inside.size:
         k = inside[-1]
-        ax.annotate(text, (x[k], y[k]), fontsize=7, color="0.35", ha="center", va="center", zorder=3,
-                    bbox={"boxstyle": "square,pad=0.1", "fc": "white", "ec": "none"}, annotation_clip=True)
+        ax.annotate(
+            text,
+            (x[k], y[k]),
+            fontsize=7,
+            color="0.35",
+            ha="center",
+            va="center",
+            zorder=3,
+            bbox={"boxstyle": "square,pad=0.1", "fc": "white", "ec": "none"},
+            annotation_clip=True,
+        )
 
 
 def _draw_in_pT(fluid: Fluid, ax, boundary: _Boundary) -> None:
@@ -172,13 +190,16 @@ def _draw_in_pT(fluid: Fluid, ax, boundary: _Boundary) -> None:
 
 
 def envelope(fluid: Fluid, ax=None, qualities: Sequence[float] = ()):
-    """The phase boundary in T and P with the critical point and the extrema; `qualities` adds lines of vapour fraction."""
+    """The phase boundary in T and P with critical point and extrema; `qualities` adds lines of vapour fraction."""
     ax = _axes(ax, "temperature [K]", "pressure [bar]", _title(fluid))
     boundary = _Boundary(fluid, caloric=False)
     _draw_in_pT(fluid, ax, boundary)
     if fluid.n > 1:
         line = fluid.phase_envelope()
-        for (t, p), marker, name in ((line.cricondentherm, ">", "cricondentherm"), (line.cricondenbar, "^", "cricondenbar")):
+        for (t, p), marker, name in (
+            (line.cricondentherm, ">", "cricondentherm"),
+            (line.cricondenbar, "^", "cricondenbar"),
+        ):
             ax.plot(t, p / BAR, marker, color="k", mfc="none", ms=7, label=name, zorder=5)
         low, high = np.nanmin(boundary.all[0]), np.nanmax(boundary.all[0])
         for q in qualities:
@@ -217,15 +238,21 @@ def pT(fluid: Fluid, ax=None, densities: Optional[Sequence[float]] = None):
 def _quality_lines(fluid: Fluid, ax, boundary: _Boundary, x: str, y: str, scale, qualities) -> None:
     t = boundary.all[0]
     low, high = np.nanmin(t), np.nanmax(t)
-    temperatures = high - (high - low) * np.linspace(1, 0.02, 40)**2
+    temperatures = high - (high - low) * np.linspace(1, 0.02, 40) ** 2
     for k, q in enumerate(qualities):
         states = _solved(fluid, T=temperatures, q=q)
-        ax.plot(getattr(states, x) / scale[0], getattr(states, y) / scale[1], color=_QUALITY, lw=0.7, zorder=2,
-                label=f"quality {', '.join(f'{v:g}' for v in qualities)}" if k == 0 else None)
+        ax.plot(
+            getattr(states, x) / scale[0],
+            getattr(states, y) / scale[1],
+            color=_QUALITY,
+            lw=0.7,
+            zorder=2,
+            label=f"quality {', '.join(f'{v:g}' for v in qualities)}" if k == 0 else None,
+        )
 
 
 def ph(fluid: Fluid, ax=None, temperatures: Optional[Sequence[float]] = None, qualities: Sequence[float] = _QUALITIES):
-    """Pressure (logarithmic) over specific enthalpy, with isotherms [K], lines of vapour fraction and the critical point."""
+    """Pressure (logarithmic) over specific enthalpy, with isotherms [K], lines of quality and the critical point."""
     ax = _axes(ax, "specific enthalpy [kJ/kg]", "pressure [bar]", _title(fluid))
     ax.set_yscale("log")
     boundary = _Boundary(fluid, caloric=True)
@@ -233,7 +260,10 @@ def ph(fluid: Fluid, ax=None, temperatures: Optional[Sequence[float]] = None, qu
     kept = p > 1e-3 * np.nanmax(p)
     bottom, top = 1e-3 * np.nanmax(p) * 2, 2.5 * np.nanmax(p)
     left, right = np.nanmin(h[kept]), np.nanmax(h[kept])
-    limits = ((left / 1e3 - 0.1 * (right - left) / 1e3, right / 1e3 + 0.45 * (right - left) / 1e3), (bottom / BAR, top / BAR))
+    limits = (
+        (left / 1e3 - 0.1 * (right - left) / 1e3, right / 1e3 + 0.45 * (right - left) / 1e3),
+        (bottom / BAR, top / BAR),
+    )
     if temperatures is None:
         temperatures = _round_steps(np.nanmin(t[kept]), 1.4 * np.nanmax(t), 12)
     pressures = np.geomspace(bottom, top, 120)
@@ -261,8 +291,12 @@ def Ts(fluid: Fluid, ax=None, pressures: Optional[Sequence[float]] = None, quali
     left, right = np.nanmin(s[kept]), np.nanmax(s[kept])
     limits = ((left / 1e3 - 0.05 * (right - left) / 1e3, right / 1e3 + 0.25 * (right - left) / 1e3), (low, high))
     if pressures is None:
-        pressures = np.array([float(f"{value:.1g}") for value in np.nanmax(p) * np.array(
-            [0.003, 0.01, 0.03, 0.1, 0.3, 0.6, 1.0, 1.5, 3.0])])
+        pressures = np.array(
+            [
+                float(f"{value:.1g}")
+                for value in np.nanmax(p) * np.array([0.003, 0.01, 0.03, 0.1, 0.3, 0.6, 1.0, 1.5, 3.0])
+            ]
+        )
     for value in pressures:
         temperatures = np.linspace(low, high, 160)
         if fluid.n == 1 and value < boundary.critical[1]:
@@ -286,8 +320,12 @@ def _binary(fluid: Fluid, ax, given: str, value: float, points: int, label: str,
     if fluid.n != 2:
         raise Error(f"this picture belongs to a binary mixture, {fluid!r} has {fluid.n} components")
     name = fluid.names[0]
-    ax = _axes(ax, f"mole fraction of {name}", label, f"{name} + {fluid.names[1]} at " +
-               (f"{value:g} K" if given == "T" else f"{value / BAR:g} bar"))
+    ax = _axes(
+        ax,
+        f"mole fraction of {name}",
+        label,
+        f"{name} + {fluid.names[1]} at " + (f"{value:g} K" if given == "T" else f"{value / BAR:g} bar"),
+    )
     wanted = "P" if given == "T" else "T"
     xs = np.clip(0.5 * (1 - np.cos(np.linspace(0, np.pi, points))), 1e-6, 1 - 1e-6)
     rows = [_boundary_points(fluid, x, wanted, value) for x in xs]
@@ -307,8 +345,9 @@ def _binary(fluid: Fluid, ax, given: str, value: float, points: int, label: str,
     vapour = lower
     if upper.size:
         at_right = liquid.size == 0 or upper[0, 0] > liquid[0, -1]
-        vapour = np.hstack([lower, upper[:, ::-1], liquid[:, -1:]] if at_right else
-                           [liquid[:, :1], upper[:, ::-1], lower])
+        vapour = np.hstack(
+            [lower, upper[:, ::-1], liquid[:, -1:]] if at_right else [liquid[:, :1], upper[:, ::-1], lower]
+        )
     for (x, y), colour, what in ((liquid, _LIQUID, "liquid"), (vapour, _VAPOUR, "vapour")):
         ax.plot(x, y / scale, color=colour, lw=1.8, label=what)
     ax.set_xlim(0, 1)
@@ -329,8 +368,12 @@ def _boundary_points(fluid: Fluid, x: float, wanted: str, value: float) -> tuple
         except Error:
             return np.nan
 
-    return (x, attempt(lambda: getattr(mixture, "bubble_" + wanted)(value)),
-            attempt(lambda: getattr(mixture, "dew_" + wanted)(value)), attempt(lambda: mixture.critical_point().T))
+    return (
+        x,
+        attempt(lambda: getattr(mixture, "bubble_" + wanted)(value)),
+        attempt(lambda: getattr(mixture, "dew_" + wanted)(value)),
+        attempt(lambda: mixture.critical_point().T),
+    )
 
 
 def pxy(fluid: Fluid, T: float, ax=None, points: int = 41):

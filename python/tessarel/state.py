@@ -1,4 +1,4 @@
-"""The state of a fluid: one phase or two, with what follows from it. Molar SI units; twins with _mass are per kilogram."""
+"""The state of a fluid: one phase or two, with what follows from it. Molar SI units; _mass is per kilogram."""
 
 from __future__ import annotations
 
@@ -115,8 +115,9 @@ class Properties:
         n = self.fluid.n
         out = doubles(n)
         with self.fluid._session:
-            library.tessarel_calc_lnphi(integer(n), doubles(n, self.z), number(self.T), number(self.P),
-                                        integer(self._root), out)
+            library.tessarel_calc_lnphi(
+                integer(n), doubles(n, self.z), number(self.T), number(self.P), integer(self._root), out
+            )
         return np.array(out)
 
     @property
@@ -209,20 +210,20 @@ class State(Properties):
 
     @property
     def phase(self) -> str:
-        """"liquid", "vapour" or "two phases". Beyond the critical temperature one phase is called vapour."""
+        """ "liquid", "vapour" or "two phases". Beyond the critical temperature one phase is called vapour."""
         return self._forced or ("two phases" if 0 < self.q < 1 else "liquid" if self.q <= 0 else "vapour")
 
     @property
     def x(self) -> np.ndarray:
         """Mole fractions of the liquid; nan where there is none."""
         n = self.fluid.n
-        return np.array(self._row[FRACTIONS:FRACTIONS + n] if self.phase != "vapour" else [np.nan] * n)
+        return np.array(self._row[FRACTIONS : FRACTIONS + n] if self.phase != "vapour" else [np.nan] * n)
 
     @property
     def y(self) -> np.ndarray:
         """Mole fractions of the vapour; nan where there is none."""
         n = self.fluid.n
-        return np.array(self._row[FRACTIONS + n:] if self.phase != "liquid" else [np.nan] * n)
+        return np.array(self._row[FRACTIONS + n :] if self.phase != "liquid" else [np.nan] * n)
 
     @property
     def liquid(self) -> Properties:
@@ -240,8 +241,13 @@ class State(Properties):
         if self.phase != "two phases":
             raise Error(f"no {name} here: {_line(self)} is one {self.phase} phase")
         n = self.fluid.n
-        return Phase(self, name, self._row[values:values + 4], self._row[fractions:fractions + n],
-                     root if n == 1 else LOWER_GIBBS)
+        return Phase(
+            self,
+            name,
+            self._row[values : values + 4],
+            self._row[fractions : fractions + n],
+            root if n == 1 else LOWER_GIBBS,
+        )
 
     def _derived_values(self) -> list[float]:
         if self.phase == "two phases":
@@ -252,12 +258,15 @@ class State(Properties):
         return values
 
     def __repr__(self) -> str:
-        lines = [f"<{self.fluid!r}: {self.phase}" + (f", vapour fraction {self.q:.6g}" if 0 < self.q < 1 else ""),
-                 f"  {_line(self)}", f"  h = {self.h:.6g} J/mol, s = {self.s:.6g} J/(mol K), "
-                 f"density = {self.density:.6g} kg/m3"]
+        lines = [
+            f"<{self.fluid!r}: {self.phase}" + (f", vapour fraction {self.q:.6g}" if 0 < self.q < 1 else ""),
+            f"  {_line(self)}",
+            f"  h = {self.h:.6g} J/mol, s = {self.s:.6g} J/(mol K), " f"density = {self.density:.6g} kg/m3",
+        ]
         if self.phase == "two phases" and self.fluid.n > 1:
-            lines += [f"  {name:24} liquid {x:.6f}  vapour {y:.6f}"
-                      for name, x, y in zip(self.fluid.names, self.x, self.y)]
+            lines += [
+                f"  {name:24} liquid {x:.6f}  vapour {y:.6f}" for name, x, y in zip(self.fluid.names, self.x, self.y)
+            ]
         return "\n".join(lines) + ">"
 
 
@@ -272,7 +281,13 @@ def derived(fluid: Fluid, z, t: float, v: float) -> list[float]:
     """
     out = [ctypes.c_double() for _ in range(6)]
     with fluid._session:
-        entry("derived", doubles(fluid.n, z), number(t), number(v), *map(ctypes.byref, out),
-              asked=f"derived properties at T = {t:.6g} K, v = {v:.6g} m3/mol")
+        entry(
+            "derived",
+            doubles(fluid.n, z),
+            number(t),
+            number(v),
+            *map(ctypes.byref, out),
+            asked=f"derived properties at T = {t:.6g} K, v = {v:.6g} m3/mol",
+        )
     cp, w, jt, kappa, alpha, g = (value.value for value in out)
     return [cp - t * v * alpha**2 / kappa, cp, w, jt, kappa, alpha, g]

@@ -8,8 +8,16 @@ from typing import Optional
 from ._native import Error
 
 _PREFIX = {"": 1.0, "k": 1e3, "M": 1e6, "m": 1e-3}
-_PRESSURE = {"Pa": 1.0, "hPa": 100.0, "kPa": 1e3, "MPa": 1e6, "bar": 1e5, "mbar": 100.0, "atm": 101325.0,
-             "psi": 6894.757293168}
+_PRESSURE = {
+    "Pa": 1.0,
+    "hPa": 100.0,
+    "kPa": 1e3,
+    "MPa": 1e6,
+    "bar": 1e5,
+    "mbar": 100.0,
+    "atm": 101325.0,
+    "psi": 6894.757293168,
+}
 
 #: What each keyword of a state is called per kilogram.
 _MASS_TWIN = {"v": "v_mass", "rho": "rho_mass", "u": "u_mass", "h": "h_mass", "s": "s_mass"}
@@ -30,10 +38,22 @@ def _amounts(numerator: str, power: str = "") -> dict[str, tuple[float, bool]]:
 
 _ENERGY = _amounts("J")
 _ENTROPY = _amounts("J", " K")
-_VOLUME = {"m3/mol": (1.0, False), "m3/kmol": (1e-3, False), "cm3/mol": (1e-6, False), "L/mol": (1e-3, False),
-           "m3/kg": (1.0, True), "cm3/g": (1e-3, True)}
-_DENSITY = {"mol/m3": (1.0, False), "kmol/m3": (1e3, False), "mol/L": (1e3, False), "kg/m3": (1.0, True),
-            "g/cm3": (1e3, True), "g/L": (1.0, True)}
+_VOLUME = {
+    "m3/mol": (1.0, False),
+    "m3/kmol": (1e-3, False),
+    "cm3/mol": (1e-6, False),
+    "L/mol": (1e-3, False),
+    "m3/kg": (1.0, True),
+    "cm3/g": (1e-3, True),
+}
+_DENSITY = {
+    "mol/m3": (1.0, False),
+    "kmol/m3": (1e3, False),
+    "mol/L": (1e3, False),
+    "kg/m3": (1.0, True),
+    "g/cm3": (1e3, True),
+    "g/L": (1.0, True),
+}
 _TABLES = {"u": _ENERGY, "h": _ENERGY, "s": _ENTROPY, "v": _VOLUME, "rho": _DENSITY}
 
 _QUANTITY = re.compile(r"\s*([-+]?(?:\d+\.?\d*|\.\d+)(?:[eE][-+]?\d+)?)\s*(.*?)\s*$")

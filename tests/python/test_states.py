@@ -56,13 +56,22 @@ def test_flashes_agree_with_reference_values(components):
 
 
 def test_envelope_agrees_with_reference_values():
-    rows = {row["quantity"]: float(row["value"]) for row in rows_of("envelopes.csv") if row["components"] == MIXTURES[0]}
+    rows = {
+        row["quantity"]: float(row["value"]) for row in rows_of("envelopes.csv") if row["components"] == MIXTURES[0]
+    }
     fluid = reference_fluid(MIXTURES[0], "")
     line = fluid.phase_envelope()
-    found = {"tcrit": line.critical.T, "pcrit": line.critical.P, "tcritherm": line.cricondentherm[0],
-             "pcritherm": line.cricondentherm[1], "tcribar": line.cricondenbar[0],
-             "pcribar": line.cricondenbar[1], "bubble_p@242": fluid.bubble_P(242), "dew_p@242": fluid.dew_P(242),
-             "dew_t@8270000": fluid.dew_T(8270000)}
+    found = {
+        "tcrit": line.critical.T,
+        "pcrit": line.critical.P,
+        "tcritherm": line.cricondentherm[0],
+        "pcritherm": line.cricondentherm[1],
+        "tcribar": line.cricondenbar[0],
+        "pcribar": line.cricondenbar[1],
+        "bubble_p@242": fluid.bubble_P(242),
+        "dew_p@242": fluid.dew_P(242),
+        "dew_t@8270000": fluid.dew_T(8270000),
+    }
     for name, value in found.items():
         assert value == pytest.approx(rows[name], rel=1e-6), name
     # The two sides of the line meet at the critical point; on each the mixture itself is the phase of that name.
@@ -72,26 +81,48 @@ def test_envelope_agrees_with_reference_values():
 
 def by_tmdprop(fluid, spec, **given):
     """The state by tessarel_tmdprop, straight through ctypes, in the units in which it comes back."""
-    values = {key: ctypes.c_double(given.get(key, 0.0)) for key in
-              "t p v u h s q cv dpdt dpdv d2pdt2 d2pdv2 d2pdtdv dcvdt".split()}
+    values = {
+        key: ctypes.c_double(given.get(key, 0.0))
+        for key in "t p v u h s q cv dpdt dpdv d2pdt2 d2pdv2 d2pdtdv dcvdt".split()
+    }
     lists = [(ctypes.c_double * fluid.n)(1.0) for _ in range(3)]
     err = ctypes.create_string_buffer(100)
     with fluid._session:
-        _native.library.tessarel_tmdprop(spec.encode(), ctypes.byref(ctypes.c_int32(3)), *map(ctypes.byref, values.values()),
-                                         *lists, err, ctypes.c_size_t(len(spec)), ctypes.c_size_t(100))
+        _native.library.tessarel_tmdprop(
+            spec.encode(),
+            ctypes.byref(ctypes.c_int32(3)),
+            *map(ctypes.byref, values.values()),
+            *lists,
+            err,
+            ctypes.c_size_t(len(spec)),
+            ctypes.c_size_t(100),
+        )
     assert err.raw.startswith(b"No errors"), err.raw
     return {key: value.value for key, value in values.items()}, *map(list, lists)
 
 
-@pytest.mark.parametrize("names, z, t, p", [("propane", None, 300, 1e5), ("water", None, 350, 1e6),
-                                            (["methane", "ethane", "propane"], [0.8, 0.15, 0.05], 250, 20e5)])
+@pytest.mark.parametrize(
+    "names, z, t, p",
+    [
+        ("propane", None, 300, 1e5),
+        ("water", None, 350, 1e6),
+        (["methane", "ethane", "propane"], [0.8, 0.15, 0.05], 250, 20e5),
+    ],
+)
 def test_one_phase_is_what_the_property_call_returns(names, z, t, p):
     fluid = tessarel.Fluid(names, z)
     state = fluid.state(T=t, P=p)
     c, _, _, lnphi = by_tmdprop(fluid, "TP", t=t, p=p)
     mass = fluid.molar_mass
-    same = {"t": state.T - 273.15, "p": state.P / 1e5, "v": state.v / mass, "u": state.u_mass / 1e3, "h": state.h_mass / 1e3,
-            "s": state.s_mass / 1e3, "cv": state.cv_mass / 1e3}
+    same = {
+        "t": state.T - 273.15,
+        "p": state.P / 1e5,
+        "v": state.v / mass,
+        "u": state.u_mass / 1e3,
+        "h": state.h_mass / 1e3,
+        "s": state.s_mass / 1e3,
+        "cv": state.cv_mass / 1e3,
+    }
     for key, value in same.items():
         assert value == pytest.approx(c[key], rel=3e-15), key
     assert list(state.lnphi) == pytest.approx(lnphi, rel=1e-12)
@@ -103,8 +134,24 @@ def test_one_phase_is_what_the_property_call_returns(names, z, t, p):
     assert state.w**2 == pytest.approx(state.cp / state.cv / (state.kappa_T * state.density), rel=1e-9)
 
 
-PAIRS = [("T", "v"), ("rho", "P"), ("T", "s"), ("v", "u"), ("v", "h"), ("v", "s"), ("P", "u"), ("h", "P"), ("P", "s"),
-         ("h_mass", "s_mass"), ("P", "q"), ("T", "q"), ("v", "q"), ("rho_mass", "h"), ("v_mass", "s_mass"), ("P", "u_mass")]
+PAIRS = [
+    ("T", "v"),
+    ("rho", "P"),
+    ("T", "s"),
+    ("v", "u"),
+    ("v", "h"),
+    ("v", "s"),
+    ("P", "u"),
+    ("h", "P"),
+    ("P", "s"),
+    ("h_mass", "s_mass"),
+    ("P", "q"),
+    ("T", "q"),
+    ("v", "q"),
+    ("rho_mass", "h"),
+    ("v_mass", "s_mass"),
+    ("P", "u_mass"),
+]
 
 
 @pytest.mark.parametrize("pair", PAIRS, ids="-".join)
@@ -131,7 +178,9 @@ def test_arrays_have_the_bits_of_single_states_on_any_number_of_threads():
     for threads in (2, 5):
         many = fluid.states(T=t, P=p, threads=threads)
         for name in columns:
-            assert np.array_equal(getattr(one, name), getattr(many, name), equal_nan=name not in ("ok", "message")), name
+            assert np.array_equal(
+                getattr(one, name), getattr(many, name), equal_nan=name not in ("ok", "message")
+            ), name
     for i, j in ((0, 1), (7, 2), (15, 3), (30, 4)):
         state = fluid.state(T=float(t[i, 0]), P=float(p[j]))
         assert [state.v, state.h, state.s, state.q] == [a[i, j] for a in (one.v, one.h, one.s, one.q)]
@@ -155,8 +204,10 @@ def test_fluids_leave_other_sessions_alone():
         assert current() == mine
     assert current() == 0
     found = []
-    threads = [threading.Thread(target=lambda: found.extend(propane.state(T=300, P=1e5).v for _ in range(50)))
-               for _ in range(4)]
+    threads = [
+        threading.Thread(target=lambda: found.extend(propane.state(T=300, P=1e5).v for _ in range(50)))
+        for _ in range(4)
+    ]
     for thread in threads:
         thread.start()
     for thread in threads:
@@ -185,8 +236,11 @@ def test_parameters_and_sensitivities():
 
 
 def test_saturation_of_a_pure_fluid_agrees_with_reference_values():
-    rows = {(row["given"], row["quantity"]): float(row["value"]) for row in rows_of("equilibria.csv")
-            if row["components"] == "propane"}
+    rows = {
+        (row["given"], row["quantity"]): float(row["value"])
+        for row in rows_of("equilibria.csv")
+        if row["components"] == "propane"
+    }
     propane = tessarel.Fluid("propane")
     for t in ("200.0", "300.0", "360.0"):
         assert propane.bubble_P(float(t)) == pytest.approx(rows[t, "psat"], rel=1e-9)

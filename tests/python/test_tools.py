@@ -33,22 +33,44 @@ def test_names_of_the_fluids_that_ship():
     assert tessarel.fluids("106-97-8") == ["n-butane", "n-butane e23"]
 
 
-@pytest.mark.parametrize("name, text, expected", [
-    ("T", "-20C", ("T", 253.15)), ("T", "77 F", ("T", 298.15)), ("T", "300", ("T", 300)), ("P", "40bar", ("P", 40e5)),
-    ("P", "1 atm", ("P", 101325)), ("h", "250 kJ/kg", ("h_mass", 250e3)), ("h", "-1e3J/mol", ("h", -1e3)),
-    ("s", "1.5 kJ/(kg K)", ("s_mass", 1500)), ("s", "2 J/mol/K", ("s", 2)), ("rho", "0.5 g/cm3", ("rho_mass", 500)),
-    ("v", "24 L/mol", ("v", 0.024)), ("q", "30%", ("q", 0.3)), ("u", "3MJ/kmol", ("u", 3000))])
+@pytest.mark.parametrize(
+    "name, text, expected",
+    [
+        ("T", "-20C", ("T", 253.15)),
+        ("T", "77 F", ("T", 298.15)),
+        ("T", "300", ("T", 300)),
+        ("P", "40bar", ("P", 40e5)),
+        ("P", "1 atm", ("P", 101325)),
+        ("h", "250 kJ/kg", ("h_mass", 250e3)),
+        ("h", "-1e3J/mol", ("h", -1e3)),
+        ("s", "1.5 kJ/(kg K)", ("s_mass", 1500)),
+        ("s", "2 J/mol/K", ("s", 2)),
+        ("rho", "0.5 g/cm3", ("rho_mass", 500)),
+        ("v", "24 L/mol", ("v", 0.024)),
+        ("q", "30%", ("q", 0.3)),
+        ("u", "3MJ/kmol", ("u", 3000)),
+    ],
+)
 def test_units(name, text, expected):
     keyword, value = units.parse(name, text)
     assert keyword == expected[0] and value == pytest.approx(expected[1], rel=1e-12)
 
 
-@pytest.mark.parametrize("arguments, text", [
-    (["state", "propane", "--T", "1e2 furlong", "--P", "1"], "unknown unit 'furlong' of T"),
-    (["state", "propane", "--T", "x", "--P", "1"], "not a number"), (["state", "propane", "--T", "300"], "two properties"),
-    (["state", "methane", "ethane=0.1", "--T", "1", "--P", "1"], '"methane" is not a component with its mole fraction'),
-    (["state", "CO2", "--T", "1", "--P", "1"], "carbon dioxide"), (["fluids", "xyzzy"], "no fluid"),
-    (["batch", "/nowhere/jobs.csv", "-o", "/tmp/x.csv"], "No such file")])
+@pytest.mark.parametrize(
+    "arguments, text",
+    [
+        (["state", "propane", "--T", "1e2 furlong", "--P", "1"], "unknown unit 'furlong' of T"),
+        (["state", "propane", "--T", "x", "--P", "1"], "not a number"),
+        (["state", "propane", "--T", "300"], "two properties"),
+        (
+            ["state", "methane", "ethane=0.1", "--T", "1", "--P", "1"],
+            '"methane" is not a component with its mole fraction',
+        ),
+        (["state", "CO2", "--T", "1", "--P", "1"], "carbon dioxide"),
+        (["fluids", "xyzzy"], "no fluid"),
+        (["batch", "/nowhere/jobs.csv", "-o", "/tmp/x.csv"], "No such file"),
+    ],
+)
 def test_command_line_refusals(arguments, text, capsys):
     assert cli.main(arguments) == 1
     assert text in capsys.readouterr().err
@@ -77,10 +99,15 @@ def write_jobs(path, rows):
         table.writerow(["note", "methane", "n-butane", "fluid", "T [C]", "P [bar]", "h [kJ/kg]"])
         for k in range(rows):
             kind = k % 5
-            table.writerow([[f"müller {k}", "0.5", "0.5", "", 20 + k % 50, 10 + k % 40, ""],
-                            ['a "quoted"\nnote, ' + str(k), "", "", "propane", "", 5, -2500 + k % 100],
-                            [k, "0.5", "0.6", "", 20, 1, ""], [k, "1", "", "", "warm", 1, ""],
-                            [k, "0.25", "0.75", "", 20, "", -2000]][kind])
+            table.writerow(
+                [
+                    [f"müller {k}", "0.5", "0.5", "", 20 + k % 50, 10 + k % 40, ""],
+                    ['a "quoted"\nnote, ' + str(k), "", "", "propane", "", 5, -2500 + k % 100],
+                    [k, "0.5", "0.6", "", 20, 1, ""],
+                    [k, "1", "", "", "warm", 1, ""],
+                    [k, "0.25", "0.75", "", 20, "", -2000],
+                ][kind]
+            )
 
 
 def test_batch_gives_states_and_messages(tmp_path):
@@ -134,10 +161,17 @@ def test_batch_survives_being_killed(tmp_path):
 
 def test_pictures_show_the_states(tmp_path):
     import matplotlib
+
     matplotlib.use("Agg")
     binary, propane = tessarel.Fluid(["methane", "n-butane"], [0.5, 0.5]), tessarel.Fluid("propane")
-    drawn = {"envelope": binary.plot_envelope(qualities=[0.5]), "pT": propane.plot_pT(), "ph": propane.plot_ph(),
-             "Ts": binary.plot_Ts(), "pxy": binary.plot_pxy(T=300), "Txy": binary.plot_Txy(P=20e5, points=11)}
+    drawn = {
+        "envelope": binary.plot_envelope(qualities=[0.5]),
+        "pT": propane.plot_pT(),
+        "ph": propane.plot_ph(),
+        "Ts": binary.plot_Ts(),
+        "pxy": binary.plot_pxy(T=300),
+        "Txy": binary.plot_Txy(P=20e5, points=11),
+    }
     for name, ax in drawn.items():
         file = tmp_path / f"{name}.png"
         ax.figure.savefig(file)
@@ -149,7 +183,7 @@ def test_pictures_show_the_states(tmp_path):
     h, p = line["saturated vapour"]
     state = propane.state(P=p[40] * 1e5, q=1.0)
     assert h[40] == pytest.approx(state.h_mass / 1e3, rel=1e-6)
-    # At 300 K, below the critical composition, the liquid's line holds bubble points; the vapour's line returns to its end.
+    # At 300 K methane is above its critical point: the liquid's line of bubble points ends where the vapour's returns.
     line = {entry.get_label(): entry.get_data() for entry in drawn["pxy"].lines}
     x, p = line["liquid"]
     assert p[12] * 1e5 == pytest.approx(binary.with_composition([x[12], 1 - x[12]]).bubble_P(300), rel=1e-9)
