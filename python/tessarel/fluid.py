@@ -220,7 +220,7 @@ class Fluid:
 
         T [K], P [Pa], v [m3/mol] or rho [mol/m3], u, h [J/mol], s [J/(mol K)], q [mole fraction of vapour]; v_mass
         [m3/kg], rho_mass [kg/m3], u_mass, h_mass [J/kg], s_mass [J/(kg K)]. Pairs: T with P, v, s, q; P with v, u, h,
-        s, q; v with u, h, s, q; h with s. With `phase` "liquid" or "vapour" one phase is calculated whether it is stable
+        s, q; v with u, h, s, q; h with s. With `phase` "liquid" or "vapour" one phase is calculated, stable
         or not. u, h and s count from the elements' ideal gas at 298.15 K and 1e5 Pa. Raises Error where there is no
         such state, with the reason; warns outside the fluid's range of temperature.
         """
