@@ -266,8 +266,10 @@ def ph(fluid: Fluid, ax=None, temperatures: Optional[Sequence[float]] = None, qu
     )
     if temperatures is None:
         temperatures = _round_steps(np.nanmin(t[kept]), 1.4 * np.nanmax(t), 12)
-    pressures = np.geomspace(bottom, top, 120)
     for value in temperatures:
+        pressures = np.geomspace(bottom, top, 120)
+        if fluid.n == 1 and value < boundary.critical[0]:  # the jump through the two phases is level
+            pressures = np.sort(np.append(pressures, fluid.bubble_P(float(value)) * np.array([1 - 1e-7, 1 + 1e-7])))
         states = _solved(fluid, T=float(value), P=pressures)
         x, y = states.h_mass / 1e3, states.P / BAR
         ax.plot(x, y, color=_ISO, lw=0.7, zorder=2)
@@ -294,7 +296,7 @@ def Ts(fluid: Fluid, ax=None, pressures: Optional[Sequence[float]] = None, quali
         pressures = np.array(
             [
                 float(f"{value:.1g}")
-                for value in np.nanmax(p) * np.array([0.003, 0.01, 0.03, 0.1, 0.3, 0.6, 1.0, 1.5, 3.0])
+                for value in np.nanmax(p) * np.array([0.003, 0.01, 0.03, 0.1, 0.3, 0.6, 1.0, 3.0])
             ]
         )
     for value in pressures:
