@@ -264,7 +264,7 @@ def solve(fluid: Fluid, pair: Pair, given: dict, threads: int | None, progress: 
 
     def work(session: Session) -> None:
         try:
-            room, texts = np.empty(22 * chunk), ctypes.create_string_buffer(TEXTS * ERROR_FIELD)
+            room, texts = np.empty(22 * min(chunk, size)), ctypes.create_string_buffer(TEXTS * ERROR_FIELD)
             with session:
                 while not failures:
                     try:

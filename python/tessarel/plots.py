@@ -108,6 +108,7 @@ class _Boundary:
 
 def _smooth(rows: np.ndarray, between: int = 8) -> np.ndarray:
     """More points on a branch, by cubic pieces through those that it has, along their distance in T and ln P."""
+    rows = rows[:, np.isfinite(rows[:2]).all(axis=0)]
     t, p = rows[:2]
     if t.size < 4:
         return rows
