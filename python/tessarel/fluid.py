@@ -323,7 +323,7 @@ class Fluid:
         tc = self.critical_point().T
         low = max(self._tmin, 0.3 * tc)
         if low >= tc:
-            raise Error(f"{self!r} has no saturation line: its data hold from {low:.6g} K, it is critical at {tc:.6g} K")
+            raise Error(f"{self!r} has no saturation line: data from {low:.6g} K, critical at {tc:.6g} K")
         # Denser towards the critical point, where the densities run together like the root of the distance.
         t = tc - (tc - low) * np.linspace(1, 0.01, points) ** 2
         return self.states(T=t, q=0.5)
