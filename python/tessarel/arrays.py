@@ -1,0 +1,309 @@
+"""Many states at once: broadcast arrays, solved in chunks by the library on several threads."""
+
+from __future__ import annotations
+
+import ctypes
+import os
+import queue
+import threading
+import warnings
+from functools import cached_property
+from typing import TYPE_CHECKING
+
+import numpy as np
+
+from ._native import ERROR_FIELD, GAS_CONSTANT, NOT_COMPUTED, Error, Message, Session, library
+
+if TYPE_CHECKING:
+    from .fluid import Fluid, Pair
+
+CHUNK = 1024
+TEXTS = 64
+
+
+def _column(place: int, meaning: str):
+    """A property of the states that stands in a column of the library's results; nan where it has not been computed."""
+
+    def read(self: States) -> np.ndarray:
+        return self._values(place)
+
+    read.__doc__ = meaning
+    return cached_property(read)
+
+
+class PhaseArrays:
+    """One phase of the states: v [m3/mol], u, h [J/mol], s [J/(mol K)], z (..., n); nan where it is not there."""
+
+    def __init__(self, values: list[np.ndarray], z: np.ndarray, molar_masses: np.ndarray) -> None:
+        self.v, self.u, self.h, self.s = values
+        self.z = z
+        self.molar_mass = z @ molar_masses
+
+    @property
+    def rho(self) -> np.ndarray:
+        """Molar density [mol/m3]."""
+        return 1 / self.v
+
+    @property
+    def density(self) -> np.ndarray:
+        """Mass density [kg/m3]."""
+        return self.molar_mass / self.v
+
+    @property
+    def h_mass(self) -> np.ndarray:
+        """Specific enthalpy [J/kg]."""
+        return self.h / self.molar_mass
+
+    @property
+    def s_mass(self) -> np.ndarray:
+        """Specific entropy [J/(kg K)]."""
+        return self.s / self.molar_mass
+
+
+class States:
+    """States as arrays of one shape, with the names and units of State.
+
+    Where there is no state `ok` is False, all values are nan, and `message` tells why.
+    """
+
+    def __init__(self, fluid: Fluid, shape: tuple[int, ...], job: _Job) -> None:
+        self.shape, self.molar_mass = shape, fluid.molar_mass
+        self._molar_masses, self._job = fluid.molar_masses, job
+
+    def _values(self, place: int) -> np.ndarray:
+        column = self._job.values[place]
+        return np.where(column == NOT_COMPUTED, np.nan, column).reshape(self.shape)
+
+    T = _column(0, "Temperature [K].")
+    P = _column(1, "Pressure [Pa].")
+    v = _column(2, "Molar volume [m3/mol].")
+    u = _column(3, "Internal energy [J/mol].")
+    h = _column(4, "Enthalpy [J/mol].")
+    s = _column(5, "Entropy [J/(mol K)].")
+    q = _column(6, "Mole fraction of vapour.")
+    cv = _column(15, "Isochoric heat capacity [J/(mol K)], nan of two phases.")
+    cp = _column(16, "Isobaric heat capacity [J/(mol K)], nan of two phases.")
+    w = _column(17, "Speed of sound [m/s], nan of two phases.")
+    joule_thomson = _column(18, "Joule-Thomson coefficient [K/Pa], nan of two phases.")
+    kappa_T = _column(19, "Isothermal compressibility [1/Pa], nan of two phases.")
+    alpha_P = _column(20, "Thermal expansion [1/K], nan of two phases.")
+
+    @cached_property
+    def ok(self) -> np.ndarray:
+        """True where there is a state."""
+        return (self._job.codes == 0).reshape(self.shape)
+
+    @cached_property
+    def message(self) -> np.ndarray:
+        """Why there is no state; an empty text where there is one."""
+        texts = np.full(self._job.codes.size, "", dtype=object)
+        for place, text in self._job.failed.items():
+            texts[place] = text
+        return texts.reshape(self.shape)
+
+    def _there(self, phase: str) -> np.ndarray:
+        """Where the states have this phase, alone or beside the other one."""
+        forced = self._job.pair.forced
+        if forced is not None:
+            return self.ok & (forced == phase)
+        return self.ok & ((self.q < 1) if phase == "liquid" else (self.q > 0))
+
+    def _phase(self, phase: str, place: int, z: np.ndarray) -> PhaseArrays:
+        there, two = self._there(phase), (self.q > 0) & (self.q < 1) & (self._job.pair.forced is None)
+        values = [
+            np.where(two, self._values(place + k), np.where(there, self._values(2 + k), np.nan)) for k in range(4)
+        ]
+        return PhaseArrays(values, z, self._molar_masses)
+
+    @cached_property
+    def x(self) -> np.ndarray:
+        """Mole fractions of the liquid, components last; nan where there is none."""
+        return np.where(self._there("liquid")[..., None], self._job.x.reshape(*self.shape, -1), np.nan)
+
+    @cached_property
+    def y(self) -> np.ndarray:
+        """Mole fractions of the vapour, components last; nan where there is none."""
+        return np.where(self._there("vapour")[..., None], self._job.y.reshape(*self.shape, -1), np.nan)
+
+    @property
+    def liquid(self) -> PhaseArrays:
+        """The liquid of each state, also where it is alone; nan where there is none."""
+        return self._phase("liquid", 7, self.x)
+
+    @property
+    def vapour(self) -> PhaseArrays:
+        """The vapour of each state, also where it is alone; nan where there is none."""
+        return self._phase("vapour", 11, self.y)
+
+    @property
+    def rho(self) -> np.ndarray:
+        """Molar density [mol/m3]."""
+        return 1 / self.v
+
+    @property
+    def density(self) -> np.ndarray:
+        """Mass density [kg/m3]."""
+        return self.molar_mass / self.v
+
+    @property
+    def g(self) -> np.ndarray:
+        """Gibbs energy [J/mol], h - T s."""
+        return self.h - self.T * self.s
+
+    @property
+    def z_factor(self) -> np.ndarray:
+        """Compressibility factor P v/(R T), R = 8.31441 J/(mol K)."""
+        return self.P * self.v / (GAS_CONSTANT * self.T)
+
+    @property
+    def u_mass(self) -> np.ndarray:
+        """Specific internal energy [J/kg]."""
+        return self.u / self.molar_mass
+
+    @property
+    def h_mass(self) -> np.ndarray:
+        """Specific enthalpy [J/kg]."""
+        return self.h / self.molar_mass
+
+    @property
+    def s_mass(self) -> np.ndarray:
+        """Specific entropy [J/(kg K)]."""
+        return self.s / self.molar_mass
+
+    @property
+    def cp_mass(self) -> np.ndarray:
+        """Isobaric heat capacity [J/(kg K)]."""
+        return self.cp / self.molar_mass
+
+    def __repr__(self) -> str:
+        return f"<States {self.shape}: {int(np.sum(self.ok))} of {self.ok.size} solved>"
+
+
+class _Job:
+    """What the chunks write into: the flat inputs and results of all states."""
+
+    def __init__(self, n: int, pair: Pair, a: np.ndarray, b: np.ndarray) -> None:
+        self.n, self.pair, self.a, self.b = n, pair, a, b
+        self.values = np.empty((22, a.size))
+        self.x, self.y = np.empty((a.size, n)), np.empty((a.size, n))
+        self.codes = np.empty(a.size, np.int32)
+        self.failed: dict[int, str] = {}
+
+    def run(self, low: int, high: int, room: np.ndarray, texts: ctypes.Array) -> None:
+        """Solves the states from low to high on the session that is current on this thread.
+
+        room, texts: memory of the thread, for 22 values of each state and for TEXTS messages.
+        """
+        count = high - low
+        out = room[: 22 * count].reshape(22, count)
+        codes = self.codes[low:high]
+        used, message = ctypes.c_int32(TEXTS), Message()
+
+        def address(array: np.ndarray) -> ctypes.c_void_p:
+            return ctypes.c_void_p(array.ctypes.data)
+
+        library.tessarel_states(
+            self.pair.field,
+            ctypes.byref(ctypes.c_int64(count)),
+            address(self.a[low:high]),
+            address(self.b[low:high]),
+            address(out),
+            address(out[7:]),
+            address(out[11:]),
+            address(out[15:]),
+            address(self.x[low:high]),
+            address(self.y[low:high]),
+            address(codes),
+            ctypes.byref(used),
+            texts,
+            message.field,
+            self.pair.length,
+            ctypes.c_size_t(ERROR_FIELD),
+            message.length,
+        )
+        message.check(f"{count} states by {self.pair.spec}")
+        self.values[:, low:high] = out
+        for k in np.flatnonzero(codes) if codes.any() else ():
+            place = codes[k] - 1
+            field = texts.raw[place * ERROR_FIELD : (place + 1) * ERROR_FIELD] if place >= 0 else b"no state found"
+            self.failed[int(low + k)] = field.decode("utf-8", "replace").strip()
+
+
+def _bar(progress: bool, total: int):
+    if not progress:
+        return None
+    try:
+        from tqdm.auto import tqdm
+    except ImportError:
+        raise Error('progress=True needs tqdm: the extra "tessarel[progress]" or the package python3-tqdm') from None
+    return tqdm(total=total, unit="state")
+
+
+def solve(fluid: Fluid, pair: Pair, given: dict, threads: int | None, progress: bool) -> States:
+    """The states of the broadcast values `given`, in chunks that `threads` clones of the fluid's session share."""
+    arrays_ = [np.asarray(given[name], dtype=float) for name in pair.given]
+    with np.errstate(divide="ignore"):
+        arrays_ = [fluid._molar(name, array) for name, array in zip(pair.given, arrays_)]
+    try:
+        a, b = np.broadcast_arrays(*arrays_)
+    except ValueError:
+        raise Error(
+            "the shapes of "
+            + " and ".join(f"{name} {array.shape}" for name, array in zip(pair.given, arrays_))
+            + " do not broadcast"
+        ) from None
+    job = _Job(fluid.n, pair, np.ascontiguousarray(a).ravel(), np.ascontiguousarray(b).ravel())
+    size = job.a.size
+    workers = max(1, min(threads if threads is not None else os.cpu_count() or 1, size // 32))
+    chunk = CHUNK if workers == 1 else max(32, min(CHUNK, size // (4 * workers)))
+    bar = _bar(progress, size)
+    chunks: queue.SimpleQueue = queue.SimpleQueue()
+    for low in range(0, size, chunk):
+        chunks.put((low, min(low + chunk, size)))
+    failures: list[BaseException] = []
+
+    def work(session: Session) -> None:
+        try:
+            room, texts = np.empty(22 * min(chunk, size)), ctypes.create_string_buffer(TEXTS * ERROR_FIELD)
+            with session:
+                while not failures:
+                    try:
+                        low, high = chunks.get_nowait()
+                    except queue.Empty:
+                        return
+                    job.run(low, high, room, texts)
+                    if bar is not None:
+                        bar.update(high - low)
+        except BaseException as failure:  # handed to the caller's thread
+            failures.append(failure)
+
+    with fluid._session:
+        if workers > 1:
+            clones = [Session(clone_of=fluid._session) for _ in range(workers - 1)]
+            helpers = [threading.Thread(target=work, args=(clone,), daemon=True) for clone in clones]
+            for helper in helpers:
+                helper.start()
+        work(fluid._session)
+        if workers > 1:
+            for helper in helpers:
+                helper.join()
+            for clone in clones:
+                clone.close()
+        if bar is not None:
+            bar.close()
+    if failures:
+        raise failures[0]
+    states = States(fluid, a.shape, job)
+    low, high = fluid.T_range
+    t = job.values[0]
+    outside = int(np.count_nonzero((job.codes == 0) & ((t < low) | (t > high))))
+    if outside:
+        from .fluid import RangeWarning
+
+        warnings.warn(
+            f"{outside} of {size} states lie outside {low:.6g} to {high:.6g} K, for which the data of "
+            f"{fluid!r} hold",
+            RangeWarning,
+            stacklevel=3,
+        )
+    return states

@@ -1,0 +1,190 @@
+"""Names, units, the command line, tables of jobs and pictures."""
+
+import csv
+import json
+import os
+import signal
+import subprocess
+import sys
+import time
+
+import numpy as np
+import pytest
+
+import tessarel
+from tessarel import batch, cli, units
+
+
+def test_names_of_the_fluids_that_ship():
+    table = tessarel.substances()
+    assert set(table) == set(tessarel.fluids()) and len(table) > 200
+    for substance in table.values():
+        digits = substance.cas.replace("-", "")
+        weights = sum(int(d) * k for k, d in enumerate(reversed(digits[:-1]), 1))
+        assert weights % 10 == int(digits[-1]), substance
+    # A synonym means one substance, and is no other one's name.
+    owners = {}
+    for substance in table.values():
+        for word in substance.synonyms:
+            assert owners.setdefault(word.lower(), substance.cas) == substance.cas
+            assert word.lower() not in table
+    with open(os.path.join(os.path.dirname(tessarel.__file__), "synonyms.csv"), encoding="utf-8") as file:
+        assert {row["name"] for row in csv.DictReader(file)} <= set(table)
+    assert tessarel.fluids("106-97-8") == ["n-butane", "n-butane e23"]
+
+
+@pytest.mark.parametrize(
+    "name, text, expected",
+    [
+        ("T", "-20C", ("T", 253.15)),
+        ("T", "77 F", ("T", 298.15)),
+        ("T", "300", ("T", 300)),
+        ("P", "40bar", ("P", 40e5)),
+        ("P", "1 atm", ("P", 101325)),
+        ("h", "250 kJ/kg", ("h_mass", 250e3)),
+        ("h", "-1e3J/mol", ("h", -1e3)),
+        ("s", "1.5 kJ/(kg K)", ("s_mass", 1500)),
+        ("s", "2 J/mol/K", ("s", 2)),
+        ("rho", "0.5 g/cm3", ("rho_mass", 500)),
+        ("v", "24 L/mol", ("v", 0.024)),
+        ("q", "30%", ("q", 0.3)),
+        ("u", "3MJ/kmol", ("u", 3000)),
+    ],
+)
+def test_units(name, text, expected):
+    keyword, value = units.parse(name, text)
+    assert keyword == expected[0] and value == pytest.approx(expected[1], rel=1e-12)
+
+
+@pytest.mark.parametrize(
+    "arguments, text",
+    [
+        (["state", "propane", "--T", "1e2 furlong", "--P", "1"], "unknown unit 'furlong' of T"),
+        (["state", "propane", "--T", "x", "--P", "1"], "not a number"),
+        (["state", "propane", "--T", "300"], "two properties"),
+        (
+            ["state", "methane", "ethane=0.1", "--T", "1", "--P", "1"],
+            '"methane" is not a component with its mole fraction',
+        ),
+        (["state", "CO2", "--T", "1", "--P", "1"], "carbon dioxide"),
+        (["fluids", "xyzzy"], "no fluid"),
+        (["batch", "/nowhere/jobs.csv", "-o", "/tmp/x.csv"], "No such file"),
+    ],
+)
+def test_command_line_refusals(arguments, text, capsys):
+    assert cli.main(arguments) == 1
+    assert text in capsys.readouterr().err
+
+
+def test_command_line(tmp_path, capsys):
+    assert cli.main(["state", "methane=0.5", "n-butane=50%", "--T", "26.85C", "--P", "40bar", "--json"]) == 0
+    report = json.loads(capsys.readouterr().out)
+    state = tessarel.Fluid({"methane": 0.5, "n-butane": 0.5}).state(T=300, P=40e5)
+    assert report["q"] == state.q and report["liquid"]["cp"] == state.liquid.cp and report["whole"]["cp"] is None
+    assert report["vapour"]["z"] == dict(zip(["methane", "n-butane"], state.y))
+    assert cli.main(["state", "propane", "--T", "-20C", "--q", "0"]) == 0
+    assert f"{tessarel.Fluid('propane').bubble_P(253.15):16.8g}" in capsys.readouterr().out
+    picture = tmp_path / "gas.svg"
+    assert cli.main(["envelope", "methane=0.5", "n-butane=0.5", "--plot", str(picture), "--json"]) == 0
+    report = json.loads(capsys.readouterr().out)
+    assert report["critical"]["T"] == state.fluid.critical_point().T and "</svg>" in picture.read_text()
+    assert cli.main(["fluids", "BENZ"]) == 0
+    assert "71-43-2" in capsys.readouterr().out
+
+
+def write_jobs(path, rows):
+    """Rows of several kinds: mixtures by T and P, a pure fluid by P and h, refused and torn ones, blanks and breaks."""
+    with open(path, "w", newline="", encoding="utf-8") as file:
+        table = csv.writer(file)
+        table.writerow(["note", "methane", "n-butane", "fluid", "T [C]", "P [bar]", "h [kJ/kg]"])
+        for k in range(rows):
+            kind = k % 5
+            table.writerow(
+                [
+                    [f"müller {k}", "0.5", "0.5", "", 20 + k % 50, 10 + k % 40, ""],
+                    ['a "quoted"\nnote, ' + str(k), "", "", "propane", "", 5, -2500 + k % 100],
+                    [k, "0.5", "0.6", "", 20, 1, ""],
+                    [k, "1", "", "", "warm", 1, ""],
+                    [k, "0.25", "0.75", "", 20, "", -2000],
+                ][kind]
+            )
+
+
+def test_batch_gives_states_and_messages(tmp_path):
+    jobs, out = tmp_path / "jobs.csv", tmp_path / "out.csv"
+    write_jobs(jobs, 25)
+    assert batch.run(jobs, out, rows_at_once=7) == 25
+    with open(out, newline="", encoding="utf-8") as file:
+        rows = list(csv.DictReader(file))
+    assert [row["message"] == "" for row in rows] == [k % 5 < 2 for k in range(25)]
+    state = tessarel.Fluid(["methane", "n-butane"], [0.5, 0.5]).state(T=25 + 273.15, P=15e5)
+    assert float(rows[5]["state h [J/mol]"]) == state.h and rows[5]["note"] == "müller 5"
+    state = tessarel.Fluid("propane").state(P=5e5, h_mass=-2494e3)
+    assert float(rows[6]["state T [K]"]) == state.T
+    assert "the sum is 1.1" in rows[7]["message"] and "'warm C'" in rows[8]["message"]
+    assert "does not define a state" in rows[9]["message"]
+
+
+def test_batch_resumes_after_any_interruption(tmp_path):
+    jobs, whole, torn = tmp_path / "jobs.csv", tmp_path / "whole.csv", tmp_path / "torn.csv"
+    write_jobs(jobs, 25)
+    batch.run(jobs, whole)
+    complete = whole.read_bytes()
+    for length in [*range(0, len(complete), 97), len(complete) - 1, len(complete)]:
+        torn.write_bytes(complete[:length])
+        batch.run(jobs, torn, rows_at_once=6, threads=1)
+        assert torn.read_bytes() == complete, length
+    assert batch.run(jobs, torn) == 0
+    torn.write_bytes(complete.replace("müller 10".encode(), b"other 1"))
+    with pytest.raises(tessarel.Error, match="record 12 of the output does not belong"):
+        batch.run(jobs, torn)
+
+
+def test_batch_survives_being_killed(tmp_path):
+    jobs, whole, out = tmp_path / "jobs.csv", tmp_path / "whole.csv", tmp_path / "out.csv"
+    write_jobs(jobs, 10000)
+    batch.run(jobs, whole)
+    script = f"from tessarel import batch; batch.run({str(jobs)!r}, {str(out)!r}, rows_at_once=50)"
+    kills = 0
+    while not out.exists() or out.stat().st_size < whole.stat().st_size:
+        run = subprocess.Popen([sys.executable, "-c", script])
+        size = out.stat().st_size if out.exists() else 0
+        while run.poll() is None and (not out.exists() or out.stat().st_size < size + whole.stat().st_size // 4):
+            time.sleep(0.002)
+        if run.poll() is None:
+            run.send_signal(signal.SIGKILL)
+            kills += 1
+        run.wait()
+        assert kills < 50
+    assert kills >= 2 and out.read_bytes() == whole.read_bytes()
+
+
+def test_pictures_show_the_states(tmp_path):
+    import matplotlib
+
+    matplotlib.use("Agg")
+    binary, propane = tessarel.Fluid(["methane", "n-butane"], [0.5, 0.5]), tessarel.Fluid("propane")
+    drawn = {
+        "envelope": binary.plot_envelope(qualities=[0.5]),
+        "pT": propane.plot_pT(),
+        "ph": propane.plot_ph(),
+        "Ts": binary.plot_Ts(),
+        "pxy": binary.plot_pxy(T=300),
+        "Txy": binary.plot_Txy(P=20e5, points=11),
+    }
+    for name, ax in drawn.items():
+        file = tmp_path / f"{name}.png"
+        ax.figure.savefig(file)
+        assert file.stat().st_size > 5000
+        assert "[" in ax.get_ylabel() and ax.get_xlabel()
+    line = {entry.get_label(): entry.get_data() for entry in drawn["ph"].lines}
+    point = propane.critical_point()
+    assert line["critical point"][1][0] == pytest.approx(point.P / 1e5)
+    h, p = line["saturated vapour"]
+    state = propane.state(P=p[40] * 1e5, q=1.0)
+    assert h[40] == pytest.approx(state.h_mass / 1e3, rel=1e-6)
+    # At 300 K methane is above its critical point: the liquid's line of bubble points ends where the vapour's returns.
+    line = {entry.get_label(): entry.get_data() for entry in drawn["pxy"].lines}
+    x, p = line["liquid"]
+    assert p[12] * 1e5 == pytest.approx(binary.with_composition([x[12], 1 - x[12]]).bubble_P(300), rel=1e-9)
+    assert line["vapour"][1][-1] == p[-1] == np.max(p)
