@@ -743,7 +743,8 @@ TESSAREL_API void tessarel_calc_dew_t(const double* p, double* x, double* t, cha
 TESSAREL_API void tessarel_calc_prop_q(const int32_t* n, const double* z, const double* beta, const char* given,
                                        const double* value, double* x, double* y, double* result, char* errormsg,
                                        size_t given_len, size_t errormsg_len);
-/* The points of the line: npnt of them, t [degrees C] and p [bar] (5000), the compositions x and y (20,5000). */
+/* The points of the line: npnt of them, t [degrees C] and p [bar] (5000), the compositions x and y (20,5000) as
+ * tessarel_phaseenvelope has them. */
 TESSAREL_API void tessarel_getphaseenv(int32_t* npnt, double* t, double* p, double* x, double* y);
 /* Ends of the bubble and the dew branch, and cricondentherm and cricondenbar, in K and bar. */
 TESSAREL_API void tessarel_getminima(double* tbub, double* pbub, double* tdew, double* pdew);

@@ -48,9 +48,11 @@ extern "C" {
  *               files <name>.saf in the fluid directory beside the library's directory
  *   z      in   nf mole fractions. They are taken as given and not normalised: hand in fractions that sum to 1. They
  *               must be finite, none negative, with a sum between 1e-50 and 1e50. A fraction of zero is accepted in a
- * mixture; the component then adds nothing to any property, and leaving it out instead is faster. With 111 added to
- * z(1) (any value above 100 counts as such) the simplified hard-chain model with one mean segment diameter is used,
- * from then on in this session. err    out  "No errors", or "TESSAREL error: number of components must be 1 to 20...",
+ *               mixture; the component then adds nothing to any property, and leaving it out instead is faster.
+ *               With 111 added to z(1) (any value above 100 counts as such) the simplified hard-chain model with one
+ *               mean segment diameter is used, from then on in this session.
+ *   err    out  "No errors", or
+ *               "TESSAREL error: number of components must be 1 to 20...",
  *               "TESSAREL error: names of the components are missing...",
  *               "TESSAREL error: fields of the names are longer than any file name..." (4096 characters),
  *               "TESSAREL error: mole fractions must be finite numbers, none negative, and not all zero...",
@@ -262,7 +264,9 @@ TESSAREL_API void tessarel_criticalpoint(double* tc, double* pc, double* rhoc, c
  *
  *   n     out  number of points; 0 without a mixture or without a line
  *   t, p  out  degrees C, bar; room for 5000 values each
- *   x, y  out  mole fractions of liquid and vapour at the points, (20, 5000) values each, first index fastest
+ *   x, y  out  mole fractions at the points, (20, 5000) values each, first index fastest: of the liquid and the vapour
+ *              on that side of a critical point where the trace began, of the vapour and the liquid beyond it; one of
+ *              them is the selected composition throughout
  */
 TESSAREL_API void tessarel_phaseenvelope(int32_t* n, double* t, double* p, double* x, double* y);
 
