@@ -64,9 +64,14 @@ def trace(fluid: Fluid) -> Envelope:
     except Error:
         critical = None
     t, p = t[:points] + 273.15, p[:points] * 1e5
-    bubble = _bubble_side(t, p, critical, [value.value for value in ends])
-    # The library gives the mixture itself first and the incipient phase second, on both branches.
-    feed, incipient = x[:points, : fluid.n], y[:points, : fluid.n]
+    # One of the library's columns is the mixture itself, the first where the trace began at a bubble point.
+    x, y = x[:points, : fluid.n], y[:points, : fluid.n]
+    feed = np.broadcast_to(np.asarray(fluid._z), x.shape)
+    from_bubble = np.all(np.abs(x - feed) < 1e-9, axis=1)
+    incipient = np.where(from_bubble[:, None], y, x)
+    bubble = from_bubble
+    if critical is not None:
+        bubble = _bubble_side(t, p, critical, [value.value for value in ends])
     side = bubble[:, None]
     return Envelope(
         t,
@@ -83,12 +88,9 @@ def trace(fluid: Fluid) -> Envelope:
 def _bubble_side(t: np.ndarray, p: np.ndarray, critical, ends: list[float]) -> np.ndarray:
     """Which points of the line lie between its bubble end and the critical point.
 
-    ends: temperature [K] and pressure [bar] of the bubble end, then of the dew end. A line without a critical point is
-    all of one kind, that of the end that is known.
+    ends: temperature [K] and pressure [bar] of the bubble end, then of the dew end.
     """
     bubble_end = abs(t - ends[0]) + abs(np.log(p / 1e5 / ends[1])) if min(ends[:2]) > 0 else np.full(t.size, np.inf)
-    if critical is None:
-        return np.full(t.size, bool(np.min(bubble_end[[0, -1]]) < 1))
     u, w = t / critical.T - 1, np.log(p / critical.P)
     near = int(np.argmin(np.hypot(u, w)))
     before, after = max(near - 1, 0), min(near + 1, t.size - 1)

@@ -77,6 +77,10 @@ def test_envelope_agrees_with_reference_values():
     # The two sides of the line meet at the critical point; on each the mixture itself is the phase of that name.
     assert (line.x[line.bubble] == fluid.z).all() and (line.y[~line.bubble] == fluid.z).all()
     assert line.T[line.bubble].max() < line.critical.T and line.bubble.sum() > 5
+    # A line without a critical point, which is traced from its dew end: at high pressure the incipient phase is denser.
+    gas = tessarel.Fluid(["methane", "water"], [0.7, 0.3])
+    line = gas.phase_envelope()
+    assert (line.y == gas.z).all() and not line.bubble.any() and (line.x[:, 1] > 0.9).all()
 
 
 def by_tmdprop(fluid, spec, **given):
