@@ -102,6 +102,7 @@ std::int32_t cubic_newton(const Eos& eos, bool debug, int n, const double* z, do
     const double c2 = cubic_form_of(eos, n, z, shifted_t, rho + drho, q, dn);
     if (debug) std::printf("cubic form: pass %d, T = %.10g K, rho = %.10g 1/A3, c = %.6g\n", pass, t, rho, c);
     const double next = rho - drho * c / (c2 - c), rho_before = rho;
+    if (!std::isfinite(next)) break;
     const double eta = eos::calc_eta_rho(eos, n, z, 0, t, next);
     if (eta < 1e-5)
       rho = eos::calc_rho_eta(eos, n, z, 0, t, 2e-5);
