@@ -12,7 +12,9 @@ from typing import TYPE_CHECKING
 
 import numpy as np
 
-from ._native import ERROR_FIELD, GAS_CONSTANT, NOT_COMPUTED, Error, Message, Session, library
+from ._native import ERROR_FIELD, NOT_COMPUTED, Error, Message, Session, library
+from .forms import Forms, HeatForms
+from .state import DERIVED, FRACTIONS, LIQUID, STATE, VAPOUR
 
 if TYPE_CHECKING:
     from .fluid import Fluid, Pair
@@ -31,36 +33,18 @@ def _column(place: int, meaning: str):
     return cached_property(read)
 
 
-class PhaseArrays:
-    """One phase of the states: v [m3/mol], u, h [J/mol], s [J/(mol K)], z (..., n); nan where it is not there."""
+class PhaseArrays(Forms):
+    """One phase of the states: T [K], P [Pa], v [m3/mol], u, h [J/mol], s [J/(mol K)], z (..., n); nan where it is not
+    there."""
 
-    def __init__(self, values: list[np.ndarray], z: np.ndarray, molar_masses: np.ndarray) -> None:
+    def __init__(self, states: States, values: list[np.ndarray], z: np.ndarray, molar_masses: np.ndarray) -> None:
+        self.T, self.P = states.T, states.P
         self.v, self.u, self.h, self.s = values
         self.z = z
         self.molar_mass = z @ molar_masses
 
-    @property
-    def rho(self) -> np.ndarray:
-        """Molar density [mol/m3]."""
-        return 1 / self.v
 
-    @property
-    def density(self) -> np.ndarray:
-        """Mass density [kg/m3]."""
-        return self.molar_mass / self.v
-
-    @property
-    def h_mass(self) -> np.ndarray:
-        """Specific enthalpy [J/kg]."""
-        return self.h / self.molar_mass
-
-    @property
-    def s_mass(self) -> np.ndarray:
-        """Specific entropy [J/(kg K)]."""
-        return self.s / self.molar_mass
-
-
-class States:
+class States(HeatForms):
     """States as arrays of one shape, with the names and units of State.
 
     Where there is no state `ok` is False, all values are nan, and `message` tells why.
@@ -74,19 +58,19 @@ class States:
         column = self._job.values[place]
         return np.where(column == NOT_COMPUTED, np.nan, column).reshape(self.shape)
 
-    T = _column(0, "Temperature [K].")
-    P = _column(1, "Pressure [Pa].")
-    v = _column(2, "Molar volume [m3/mol].")
-    u = _column(3, "Internal energy [J/mol].")
-    h = _column(4, "Enthalpy [J/mol].")
-    s = _column(5, "Entropy [J/(mol K)].")
-    q = _column(6, "Mole fraction of vapour.")
-    cv = _column(15, "Isochoric heat capacity [J/(mol K)], nan of two phases.")
-    cp = _column(16, "Isobaric heat capacity [J/(mol K)], nan of two phases.")
-    w = _column(17, "Speed of sound [m/s], nan of two phases.")
-    joule_thomson = _column(18, "Joule-Thomson coefficient [K/Pa], nan of two phases.")
-    kappa_T = _column(19, "Isothermal compressibility [1/Pa], nan of two phases.")
-    alpha_P = _column(20, "Thermal expansion [1/K], nan of two phases.")
+    T = _column(STATE, "Temperature [K].")
+    P = _column(STATE + 1, "Pressure [Pa].")
+    v = _column(STATE + 2, "Molar volume [m3/mol].")
+    u = _column(STATE + 3, "Internal energy [J/mol].")
+    h = _column(STATE + 4, "Enthalpy [J/mol].")
+    s = _column(STATE + 5, "Entropy [J/(mol K)].")
+    q = _column(STATE + 6, "Mole fraction of vapour.")
+    cv = _column(DERIVED, "Isochoric heat capacity [J/(mol K)], nan of two phases.")
+    cp = _column(DERIVED + 1, "Isobaric heat capacity [J/(mol K)], nan of two phases.")
+    w = _column(DERIVED + 2, "Speed of sound [m/s], nan of two phases.")
+    joule_thomson = _column(DERIVED + 3, "Joule-Thomson coefficient [K/Pa], nan of two phases.")
+    kappa_T = _column(DERIVED + 4, "Isothermal compressibility [1/Pa], nan of two phases.")
+    alpha_P = _column(DERIVED + 5, "Thermal expansion [1/K], nan of two phases.")
 
     @cached_property
     def ok(self) -> np.ndarray:
@@ -113,7 +97,7 @@ class States:
         values = [
             np.where(two, self._values(place + k), np.where(there, self._values(2 + k), np.nan)) for k in range(4)
         ]
-        return PhaseArrays(values, z, self._molar_masses)
+        return PhaseArrays(self, values, z, self._molar_masses)
 
     @cached_property
     def x(self) -> np.ndarray:
@@ -128,52 +112,12 @@ class States:
     @property
     def liquid(self) -> PhaseArrays:
         """The liquid of each state, also where it is alone; nan where there is none."""
-        return self._phase("liquid", 7, self.x)
+        return self._phase("liquid", LIQUID, self.x)
 
     @property
     def vapour(self) -> PhaseArrays:
         """The vapour of each state, also where it is alone; nan where there is none."""
-        return self._phase("vapour", 11, self.y)
-
-    @property
-    def rho(self) -> np.ndarray:
-        """Molar density [mol/m3]."""
-        return 1 / self.v
-
-    @property
-    def density(self) -> np.ndarray:
-        """Mass density [kg/m3]."""
-        return self.molar_mass / self.v
-
-    @property
-    def g(self) -> np.ndarray:
-        """Gibbs energy [J/mol], h - T s."""
-        return self.h - self.T * self.s
-
-    @property
-    def z_factor(self) -> np.ndarray:
-        """Compressibility factor P v/(R T), R = 8.31441 J/(mol K)."""
-        return self.P * self.v / (GAS_CONSTANT * self.T)
-
-    @property
-    def u_mass(self) -> np.ndarray:
-        """Specific internal energy [J/kg]."""
-        return self.u / self.molar_mass
-
-    @property
-    def h_mass(self) -> np.ndarray:
-        """Specific enthalpy [J/kg]."""
-        return self.h / self.molar_mass
-
-    @property
-    def s_mass(self) -> np.ndarray:
-        """Specific entropy [J/(kg K)]."""
-        return self.s / self.molar_mass
-
-    @property
-    def cp_mass(self) -> np.ndarray:
-        """Isobaric heat capacity [J/(kg K)]."""
-        return self.cp / self.molar_mass
+        return self._phase("vapour", VAPOUR, self.y)
 
     def __repr__(self) -> str:
         return f"<States {self.shape}: {int(np.sum(self.ok))} of {self.ok.size} solved>"
@@ -184,7 +128,7 @@ class _Job:
 
     def __init__(self, n: int, pair: Pair, a: np.ndarray, b: np.ndarray) -> None:
         self.n, self.pair, self.a, self.b = n, pair, a, b
-        self.values = np.empty((22, a.size))
+        self.values = np.empty((FRACTIONS, a.size))
         self.x, self.y = np.empty((a.size, n)), np.empty((a.size, n))
         self.codes = np.empty(a.size, np.int32)
         self.failed: dict[int, str] = {}
@@ -192,10 +136,10 @@ class _Job:
     def run(self, low: int, high: int, room: np.ndarray, texts: ctypes.Array) -> None:
         """Solves the states from low to high on the session that is current on this thread.
 
-        room, texts: memory of the thread, for 22 values of each state and for TEXTS messages.
+        room, texts: memory of the thread, for the values of each state and for TEXTS messages.
         """
         count = high - low
-        out = room[: 22 * count].reshape(22, count)
+        out = room[: FRACTIONS * count].reshape(FRACTIONS, count)
         codes = self.codes[low:high]
         used, message = ctypes.c_int32(TEXTS), Message()
 
@@ -208,9 +152,9 @@ class _Job:
             address(self.a[low:high]),
             address(self.b[low:high]),
             address(out),
-            address(out[7:]),
-            address(out[11:]),
-            address(out[15:]),
+            address(out[LIQUID:]),
+            address(out[VAPOUR:]),
+            address(out[DERIVED:]),
             address(self.x[low:high]),
             address(self.y[low:high]),
             address(codes),
@@ -264,7 +208,7 @@ def solve(fluid: Fluid, pair: Pair, given: dict, threads: int | None, progress: 
 
     def work(session: Session) -> None:
         try:
-            room, texts = np.empty(22 * min(chunk, size)), ctypes.create_string_buffer(TEXTS * ERROR_FIELD)
+            room, texts = np.empty(FRACTIONS * min(chunk, size)), ctypes.create_string_buffer(TEXTS * ERROR_FIELD)
             with session:
                 while not failures:
                     try:

@@ -7,7 +7,8 @@ from typing import TYPE_CHECKING
 
 import numpy as np
 
-from ._native import GAS_CONSTANT, NOT_COMPUTED, Error, doubles, entry, integer, library, number
+from ._native import NOT_COMPUTED, Error, doubles, entry, integer, library, number
+from .forms import HeatForms
 
 if TYPE_CHECKING:
     from .fluid import Fluid
@@ -18,7 +19,7 @@ STATE, LIQUID, VAPOUR, DERIVED, FRACTIONS = 0, 7, 11, 15, 22
 LOWER_GIBBS, LIQUID_ROOT, VAPOUR_ROOT = -1, 1, 2
 
 
-class Properties:
+class Properties(HeatForms):
     """What one phase, or a whole of two, has to tell. T [K], P [Pa], v [m3/mol], u, h [J/mol], s [J/(mol K)]."""
 
     __slots__ = ("T", "P", "v", "u", "h", "s", "fluid", "_version", "_derived", "_root")
@@ -51,31 +52,6 @@ class Properties:
     def molar_mass(self) -> float:
         """Molar mass [kg/mol]: the mole-fraction average of the components'."""
         return float(np.dot(self.z, self.fluid._molar_masses))
-
-    @property
-    def rho(self) -> float:
-        """Molar density [mol/m3], 1/v."""
-        return 1 / self.v
-
-    @property
-    def density(self) -> float:
-        """Mass density [kg/m3], molar_mass/v."""
-        return self.molar_mass / self.v
-
-    @property
-    def g(self) -> float:
-        """Gibbs energy [J/mol], h - T s."""
-        return self.h - self.T * self.s
-
-    @property
-    def a(self) -> float:
-        """Helmholtz energy [J/mol], u - T s."""
-        return self.u - self.T * self.s
-
-    @property
-    def z_factor(self) -> float:
-        """Compressibility factor P v/(R T) with the gas constant of the library, R = 8.31441 J/(mol K)."""
-        return self.P * self.v / (GAS_CONSTANT * self.T)
 
     @property
     def cv(self) -> float:
@@ -119,46 +95,6 @@ class Properties:
                 integer(n), doubles(n, self.z), number(self.T), number(self.P), integer(self._root), out
             )
         return np.array(out)
-
-    @property
-    def v_mass(self) -> float:
-        """Specific volume [m3/kg]."""
-        return self.v / self.molar_mass
-
-    @property
-    def rho_mass(self) -> float:
-        """Mass density [kg/m3], the same as `density`."""
-        return self.density
-
-    @property
-    def u_mass(self) -> float:
-        """Specific internal energy [J/kg]."""
-        return self.u / self.molar_mass
-
-    @property
-    def h_mass(self) -> float:
-        """Specific enthalpy [J/kg]."""
-        return self.h / self.molar_mass
-
-    @property
-    def s_mass(self) -> float:
-        """Specific entropy [J/(kg K)]."""
-        return self.s / self.molar_mass
-
-    @property
-    def g_mass(self) -> float:
-        """Specific Gibbs energy [J/kg]."""
-        return self.g / self.molar_mass
-
-    @property
-    def cv_mass(self) -> float:
-        """Isochoric heat capacity [J/(kg K)]."""
-        return self.cv / self.molar_mass
-
-    @property
-    def cp_mass(self) -> float:
-        """Isobaric heat capacity [J/(kg K)]."""
-        return self.cp / self.molar_mass
 
 
 class Phase(Properties):

@@ -92,7 +92,7 @@ Message calc_psat(const Fluid& fluid, double t, double& psat) {
       },
       [&](bool dense) { return dense ? (p + start) / 2.0 : (fluid.limits.pc + p) / 2.0; });
   psat = p;
-  return converged ? no_errors : "No convergence calculating saturation pressure...";
+  return converged ? no_errors : no_saturation_pressure;
 }
 
 Message calc_tsat(const Fluid& fluid, double p, double& tsat) {
@@ -115,7 +115,7 @@ Message calc_tsat(const Fluid& fluid, double p, double& tsat) {
       },
       [&](bool dense) { return dense ? (fluid.limits.tc + t) / 2.0 : (t + fluid.limits.tlowest) / 2.0; });
   tsat = t;
-  return converged ? no_errors : "No convergence calculating saturation temperature...";
+  return converged ? no_errors : no_saturation_temperature;
 }
 
 }  // namespace tessarel::solvers

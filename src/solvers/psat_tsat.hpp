@@ -15,6 +15,9 @@ Message calc_psat(const eos::Fluid& fluid, double t, double& psat);
 /// Below it calc_tsat gives no temperature [Pa].
 inline constexpr double lowest_saturation_pressure = 0.1;
 
+inline constexpr Message no_saturation_pressure = "No convergence calculating saturation pressure...";
+inline constexpr Message no_saturation_temperature = "No convergence calculating saturation temperature...";
+
 /// What calc_psat and calc_tsat refuse.
 Message refuse_temperature(const fluid::Limits& limits, double t);
 Message refuse_pressure(const fluid::Limits& limits, double p);

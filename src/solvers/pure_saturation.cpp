@@ -14,8 +14,6 @@ namespace {
 using eos::Fluid;
 
 constexpr double at_critical = 1e-8;  ///< as calc_psat, calc_tsat
-/// Of a mixture of which one component alone is present; calc_psat and calc_tsat know the first component only.
-constexpr Message no_convergence = "No convergence calculating saturation pressure...";
 
 /// Acentric factor of the component that is present.
 double omega_of(const Fluid& fluid) {
@@ -132,18 +130,28 @@ bool solve_saturation_at_p(const Fluid& fluid, double p, PureSaturation& saturat
   return false;
 }
 
+namespace {
+
+/// What stands behind the quick way: of a pure fluid `iterate`, calc_psat or calc_tsat; of a mixture of which one
+/// component alone is present, which they do not know, their refusals and their message.
+template <class Iterate>
+Message stand_behind(const Fluid& fluid, Message refused, Message no_convergence, PureSaturation& saturation,
+                     Iterate&& iterate) {
+  if (fluid.n > 1) return ok(refused) ? no_convergence : refused;
+  const Message message = iterate();
+  if (ok(message)) set_volumes(fluid, saturation);
+  return message;
+}
+
+}  // namespace
+
 Message saturation_at_t(const Fluid& fluid, double t, PureSaturation& saturation) {
   const fluid::Limits& limits = fluid.limits;
   saturation.t = t;
   if (t >= limits.tlowest && t < limits.tc - at_critical && solve_saturation_at_t(fluid, t, saturation))
     return no_errors;
-  if (fluid.n > 1) {
-    const Message refused = refuse_temperature(limits, t);
-    return ok(refused) ? no_convergence : refused;
-  }
-  const Message message = calc_psat(fluid, t, saturation.p);
-  if (ok(message)) set_volumes(fluid, saturation);
-  return message;
+  return stand_behind(fluid, refuse_temperature(limits, t), no_saturation_pressure, saturation,
+                      [&] { return calc_psat(fluid, t, saturation.p); });
 }
 
 Message saturation_at_p(const Fluid& fluid, double p, PureSaturation& saturation) {
@@ -151,13 +159,8 @@ Message saturation_at_p(const Fluid& fluid, double p, PureSaturation& saturation
   saturation.p = p;
   if (p >= lowest_saturation_pressure && p < limits.pc - at_critical && solve_saturation_at_p(fluid, p, saturation))
     return no_errors;
-  if (fluid.n > 1) {
-    const Message refused = refuse_pressure(limits, p);
-    return ok(refused) ? no_convergence : refused;
-  }
-  const Message message = calc_tsat(fluid, p, saturation.t);
-  if (ok(message)) set_volumes(fluid, saturation);
-  return message;
+  return stand_behind(fluid, refuse_pressure(limits, p), no_saturation_temperature, saturation,
+                      [&] { return calc_tsat(fluid, p, saturation.t); });
 }
 
 }  // namespace tessarel::solvers

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
 #include "fluid/parameters.hpp"
 #include "solvers/quick_state.hpp"
@@ -22,7 +23,7 @@ State state_of(const Vars& v) {
 /// The forward calculation with a bound on its work.
 class Forward {
  public:
-  Forward(const Context& context, TwoPhaseSolver& solver, long long most = most_pressures)
+  Forward(const Context& context, TwoPhaseSolver& solver, long long most = std::numeric_limits<long long>::max())
       : context_(context), solver_(solver), most_(most) {}
 
   Message operator()(double& t, double& p, double& v, double& u, double& h, double& s, double& q, double* x,

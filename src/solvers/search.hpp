@@ -29,8 +29,8 @@ Message find_state_retrying(const Context& context, Bracket bracket, int retries
 /// The scan alone.
 bool scan_for_state(const Context& context, const Bracket& bracket, State& state, double* x, double* y);
 
-/// Bounds on the work of one search and of one with all its retries, in pressures evaluated: what a search does not
-/// find in them a scan finds sooner.
-inline constexpr long long most_pressures = 200000, most_pressures_of_retries = 40000;
+/// Bound on the work of one search with all its retries, in pressures evaluated: what it does not find in them a scan
+/// finds sooner. Other searches end with the work that the call may do.
+inline constexpr long long most_pressures_of_retries = 40000;
 
 }  // namespace tessarel::solvers

@@ -1,6 +1,5 @@
 // What calls cost in pressures evaluated, from a fresh selection. A fault in a quick route, a slope or a start shows
 // here first: the searches behind it find the same state at many times the cost.
-#include <algorithm>
 #include <array>
 #include <functional>
 
@@ -10,13 +9,6 @@
 namespace {
 
 constexpr const char* pairs[] = {"TP", "Tv", "vP", "Ts", "vu", "vh", "vs", "Pu", "Ph", "Ps", "hs", "Pq", "Tq", "vq"};
-
-double host::Call::*field(char letter) {
-  constexpr std::string_view letters = "TPvuhs";
-  constexpr double host::Call::*fields[] = {&host::Call::t, &host::Call::p, &host::Call::v, &host::Call::u,
-                                            &host::Call::h, &host::Call::s, &host::Call::q};
-  return fields[std::min(letters.find(letter), letters.size())];
-}
 
 struct State {
   std::vector<std::string> names;
@@ -87,8 +79,8 @@ TEST(Costs, OfEveryPair) {
       ASSERT_EQ(host::select({"ethane"}, {1}), "No errors");
       ASSERT_EQ(host::select(s.names, s.z), "No errors");
       host::Call call;
-      call.*field(pair[0]) = known.*field(pair[0]);
-      call.*field(pair[1]) = known.*field(pair[1]);
+      call.*host::field_named(pair[0]) = known.*host::field_named(pair[0]);
+      call.*host::field_named(pair[1]) = known.*host::field_named(pair[1]);
       const long long before = count();
       EXPECT_EQ(call.run(pair).err, "No errors") << pair;
       cost[k] = count() - before;

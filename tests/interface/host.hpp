@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -63,6 +64,13 @@ struct Call {
     return *this;
   }
 };
+
+/// The value that a letter of an input pair names.
+inline double Call::*field_named(char letter) {
+  constexpr std::string_view letters = "TPvuhs";
+  constexpr double Call::*fields[] = {&Call::t, &Call::p, &Call::v, &Call::u, &Call::h, &Call::s, &Call::q};
+  return fields[std::min(letters.find(letter), letters.size())];
+}
 
 /// A state from two molar SI values.
 inline Call at_tp(std::string_view spec, double t, double p, std::int32_t order = 0) {

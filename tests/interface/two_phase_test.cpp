@@ -27,30 +27,12 @@ struct Fluid {
     EXPECT_EQ(host::select(names, marked), "No errors");
     mass = host::molar_mass(marked);
   }
-  static double Call::*field(char letter) {
-    switch (letter) {
-      case 'T':
-        return &Call::t;
-      case 'P':
-        return &Call::p;
-      case 'v':
-        return &Call::v;
-      case 'u':
-        return &Call::u;
-      case 'h':
-        return &Call::h;
-      case 's':
-        return &Call::s;
-      default:
-        return &Call::q;
-    }
-  }
   /// The state of two values; everything else is spoilt at entry.
   [[nodiscard]] Call at(const std::string& pair, double a, double b) const {
     Call in;
-    for (const char letter : std::string("TPvuhsq")) in.*field(letter) = 1.2345e30;
-    in.*field(pair[0]) = a;
-    in.*field(pair[1]) = b;
+    for (const char letter : std::string("TPvuhsq")) in.*host::field_named(letter) = 1.2345e30;
+    in.*host::field_named(pair[0]) = a;
+    in.*host::field_named(pair[1]) = b;
     in.run(pair);
     Call out = host::to_inputs(in, mass);
     out.err = in.err;
@@ -93,7 +75,7 @@ void expect_returned(const Fluid& fluid, const Call& known, bool edge = false, d
     if (pair == "TP" && alone && (edge || two_phases(known))) continue;
     if (pair[1] == 'q' && !edge && !two_phases(known)) continue;
     SCOPED_TRACE(pair);
-    const Call found = fluid.at(pair, known.*Fluid::field(pair[0]), known.*Fluid::field(pair[1]));
+    const Call found = fluid.at(pair, known.*host::field_named(pair[0]), known.*host::field_named(pair[1]));
     EXPECT_EQ(found.err, "No errors");
     if (found.err == "No errors") expect_same(fluid, found, known, edge, tolerance);
   }
