@@ -18,8 +18,8 @@ No fault falls in comments, texts, preprocessor lines, static assertions, templa
 The search for places trusts the format: binary operators stand between blanks, brackets of templates do not.
 
 A fault counts when it compiles and changes an object file. The test programs are built and run one after the other
-with CTest, each test in a process of its own, the quickest program first and no further than the first failure. Tests
-that exceed the time limit catch the fault as a hang. Afterwards the file and the build tree are put back as they were,
+with CTest, each test in a process of its own, the quickest program first and no further than the first failure; last
+come the samples of the sweeps in bench/. Tests that exceed the time limit catch the fault as a hang. Afterwards the file and the build tree are put back as they were,
 times included: a fault costs one incremental build, its removal none.
 
 The report is written again after every fault; Ctrl-C ends with what there is. Expect survivors that change no result:
@@ -47,6 +47,8 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 OPTIONS = ["-DCMAKE_BUILD_TYPE=None", "-DCMAKE_CXX_FLAGS=-O1", "-DTESSAREL_EXAMPLES=OFF",
            "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST"]
 MEMORY = 4 << 30  # bytes that a test may ask for
+SAMPLES = "samples"  # the sweeps of bench/ of which a sample is a test
+SWEEPS = ["tessarel_round_trips", "tessarel_flash_sweep", "tessarel_envelope_sweep"]
 
 TOKEN = re.compile(r"""(?P<skip>\s+|//[^\n]*|/\*.*?\*/|^[ \t]*\#(?:\\\n|[^\n])*)
   |(?P<text>R"(?P<mark>[^(]*)\(.*?\)(?P=mark)"|"(?:\\.|[^"\\\n])*"|'(?:\\.|[^'\\\n])+')
@@ -197,13 +199,16 @@ class Tree:
         mirror(ROOT, self.source, {name for name in listed if (ROOT / name).is_file()})
 
     def make(self, target):
-        return run(["cmake", "--build", self.build, "-j", self.jobs, "--target", target])
+        targets = SWEEPS if target == SAMPLES else [target]
+        return run(["cmake", "--build", self.build, "-j", self.jobs, "--target", *targets])
 
     def test(self, target):
         """None, or what caught the fault: a test of this program, or `hang`."""
-        folder = self.build / "only" / target
-        folder.mkdir(parents=True, exist_ok=True)
-        (folder / "CTestTestfile.cmake").write_text(f'include("{self.build}/tests/{target}[1]_include.cmake")\n')
+        folder = self.build / "bench"
+        if target != SAMPLES:
+            folder = self.build / "only" / target
+            folder.mkdir(parents=True, exist_ok=True)
+            (folder / "CTestTestfile.cmake").write_text(f'include("{self.build}/tests/{target}[1]_include.cmake")\n')
         with tempfile.TemporaryDirectory() as work:  # for the files that killed tests would leave behind
             code, output = run(["ctest", "--test-dir", folder, "--stop-on-failure", "--no-tests=error"], self.limit,
                                MEMORY, env=os.environ | {"TMPDIR": work})
@@ -218,7 +223,8 @@ class Tree:
         code, output = run(["cmake", "-S", self.source, "-B", self.build, *generator, *OPTIONS])
         if code != 0:
             sys.exit(output)
-        for target in sorted(path.name.partition("[")[0] for path in (self.build / "tests").glob("*_include.cmake")):
+        programs = sorted(path.name.partition("[")[0] for path in (self.build / "tests").glob("*_include.cmake"))
+        for target in [*programs, SAMPLES]:
             code, output = self.make(target)
             started = time.monotonic()
             failed = output if code != 0 else self.test(target)

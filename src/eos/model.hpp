@@ -36,7 +36,7 @@ struct Statistics {
   // they cross themselves.
   long long added_runs = 0, cut_lines = 0;
   long long interpolated_queries = 0;  ///< bubble and dew points read from the table without convergence
-  long long critical_restarts = 0;     ///< critical points of pure fluids found from another start
+  long long critical_searches = 0;     ///< critical points of pure fluids left to the search on the slope
   long long critical_scans = 0;        ///< critical points of mixtures left to the search along the limit of stability
   // Saturation of pure fluids: left to the search between the spinodals, and to the iteration on equal fugacities.
   long long bounded_saturations = 0, iterated_saturations = 0;

@@ -40,6 +40,8 @@ std::string database_file(std::string_view directory) {
 
 /// The statement on the database `file`, null when that cannot be opened.
 sqlite3_stmt* FluidDatabase::statement(const std::string& file) {
+  // A transaction under way reads the file as it was at its beginning.
+  if (statement_ != nullptr && file == file_ && sqlite3_get_autocommit(database_) == 0) return statement_;
   const FileStamp stamp = stamp_of(file.c_str());
   if (statement_ != nullptr && file == file_ && stamp == stamp_) return statement_;
   close();
