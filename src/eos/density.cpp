@@ -6,9 +6,37 @@
 
 namespace tessarel::eos {
 
+namespace {
+
+constexpr double step_tolerance = 1e-12, residual_tolerance = 1e-9;
+
+/// Halley's iteration, for as long as the isotherm rises and is bent the same way: such a stretch holds one root, which
+/// Newton's shorter steps would end at. Steps from the side where Newton's overshoot are Newton's. False where the
+/// stretch ends, or for a pressure that is not positive.
+bool approach(const MixtureState<double>& state, double p, double& eta) {
+  constexpr int max_iterations = 20;
+  constexpr double smallest_share = 0.3;
+  if (!(p > 0)) return false;
+  double bend = 0;
+  for (int count = 0; count < max_iterations; ++count) {
+    const auto [value, slope, curvature] = p_eta12(state, eta);
+    if (!(slope > 0) || !(bend * curvature >= 0)) return false;
+    bend = curvature;
+    const double residual = value / p - 1.0, newton = residual * p / slope;
+    const double share = 1.0 - 0.5 * newton * curvature / slope;
+    eta = bounded_eta(eta - newton / std::clamp(share, smallest_share, 1.0));
+    if (std::abs(newton) < step_tolerance || std::abs(residual) < residual_tolerance) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
 Message densiter(const MixtureState<double>& state, double p, double& eta) {
   constexpr int max_iterations = 100;
   const double start = eta;
+  if (approach(state, p, eta)) return no_errors;
+  eta = start;
   for (int count = 1;; ++count) {
     const auto [value, slope, curvature] = p_eta12(state, eta);
     const double residual = value / p - 1.0;
@@ -27,7 +55,7 @@ Message densiter(const MixtureState<double>& state, double p, double& eta) {
     const double step = residual / (slope / p);
     eta = bounded_eta(eta - step);
     if (count > max_iterations) return "No convergence calculating density from T and P";
-    if (std::abs(step) < 1e-12 || std::abs(residual) < 1e-9) return no_errors;
+    if (std::abs(step) < step_tolerance || std::abs(residual) < residual_tolerance) return no_errors;
   }
 }
 
