@@ -11,10 +11,14 @@ target_link_options(tessarel PRIVATE LINKER:--version-script=${tessarel_exports}
 set_property(TARGET tessarel APPEND PROPERTY LINK_DEPENDS ${tessarel_exports})
 
 install(TARGETS tessarel EXPORT tessarel-targets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(DIRECTORY include/tessarel DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN *.h PATTERN *.hpp)
+install(DIRECTORY include/tessarel DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN *.h PATTERN *.hpp
+        PATTERN *.f90)
 install(FILES ${TESSAREL_FLUID_FILES} ${TESSAREL_FLUID_DATABASE} DESTINATION fluids)
 install(FILES ${TESSAREL_BIPS_FILE} DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(FILES LICENSE README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES LICENSE README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN *.md PATTERN *.svg)
+install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN *.c PATTERN *.cpp PATTERN *.f90
+        PATTERN *.py PATTERN installed/CMakeLists.txt)
 
 install(EXPORT tessarel-targets NAMESPACE tessarel:: DESTINATION ${tessarel_package_dir})
 configure_package_config_file(cmake/tessarel-config.cmake.in ${PROJECT_BINARY_DIR}/tessarel-config.cmake

@@ -1,5 +1,7 @@
-! A host in Fortran: the entries of the library are plain external procedures.
+! A host in Fortran. The module of interfaces is include/tessarel/tessarel.f90, compiled with the host.
 program properties
+  use, intrinsic :: iso_c_binding, only: c_size_t
+  use tessarel
   implicit none
   integer, parameter :: n = 3
   character(len=32) :: names(n) = [character(len=32) :: 'methane', 'ethane', 'propane']
@@ -7,7 +9,7 @@ program properties
   double precision :: t, p, v, u, h, s, q, cv, dpdt, dpdv, d2pdt2, d2pdv2, d2pdtdv, dcvdt
   double precision :: x(n), y(n), lnphi(n)
   character(len=128) :: err
-  external :: tessarel_setfluid, tessarel_tmdprop
+  double precision :: t_bubble, t_dew
   integer :: i
 
   call tessarel_setfluid(n, names, z, err)
@@ -25,6 +27,13 @@ program properties
     if (err /= 'No errors') call fail(err)
     print '(2f14.3, 2f14.4)', t, p, h, cv
   end do
+
+  ! The routines of routines.h take the length of a text as an argument and stay in K and Pa.
+  call tessarel_calc_bubble_t(20d5, y, t_bubble, err, len(err, kind=c_size_t))
+  if (err /= 'No errors') call fail(err)
+  call tessarel_calc_dew_t(20d5, x, t_dew, err, len(err, kind=c_size_t))
+  if (err /= 'No errors') call fail(err)
+  print '(a, f8.3, a, f8.3, a)', 'At 20 bar it boils at', t_bubble, ' K and condenses at', t_dew, ' K'
 
 contains
 
