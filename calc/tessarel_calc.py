@@ -26,7 +26,7 @@ def _fluid(names, fractions):
         return Fluid(list(names), list(fractions))
     if len(names) > 1:
         raise ValueError("mole fractions are missing")
-    return Fluid(batch.composition_of(batch._split_components(names[0]) if "=" in names[0] else [names[0]]))
+    return Fluid(batch.composition_of(batch.split_components(names[0]) if "=" in names[0] else [names[0]]))
 
 
 @lru_cache(maxsize=4096)

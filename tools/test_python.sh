@@ -5,7 +5,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 tools/packages.sh g++ cmake make libsqlite3-dev python3-venv python3-pip python3-setuptools python3-wheel \
-  python3-numpy python3-pytest python3-tqdm python3-matplotlib
+  python3-numpy python3-pytest python3-tqdm python3-matplotlib python3-h5py python3-distributed
 [ -x build-python-venv/bin/python ] || /usr/bin/python3 -m venv --system-site-packages build-python-venv
 build-python-venv/bin/pip install --quiet --no-build-isolation --no-deps --force-reinstall ./python
 export MPLBACKEND=Agg

@@ -176,11 +176,7 @@ class _Job:
 def _bar(progress: bool, total: int):
     if not progress:
         return None
-    try:
-        from tqdm.auto import tqdm
-    except ImportError:
-        raise Error('progress=True needs tqdm: the extra "tessarel[progress]" or the package python3-tqdm') from None
-    return tqdm(total=total, unit="state")
+    return need("tqdm.auto").tqdm(total=total, unit="state")
 
 
 def solve(fluid: Fluid, pair: Pair, given: dict, threads: int | None, progress: bool) -> States:

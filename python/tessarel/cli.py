@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import argparse
 import csv
+import importlib.util
 import json
 import math
 import sys
@@ -12,6 +13,7 @@ from typing import Optional, Sequence
 
 from . import batch, units
 from ._native import Error
+from .extras import need
 from .fluid import Fluid
 from .names import fluids, substances
 from .state import Properties, State
@@ -92,9 +94,7 @@ def _finite(value: float) -> Optional[float]:
 def _envelope(arguments) -> None:
     fluid = Fluid(batch.composition_of(arguments.component))
     if arguments.plot:
-        import matplotlib
-
-        matplotlib.use("Agg")
+        need("matplotlib").use("Agg")
         fluid.plot_envelope().figure.savefig(arguments.plot)
     line = fluid.phase_envelope()
     if arguments.json:
@@ -141,7 +141,18 @@ def _fluids(arguments) -> None:
 
 def _batch(arguments) -> None:
     default = batch.composition_of(arguments.component) if arguments.component else None
-    count = batch.run(arguments.jobs, arguments.output, default, arguments.threads, progress=not arguments.quiet)
+    progress = not arguments.quiet and importlib.util.find_spec("tqdm") is not None
+    if not arguments.quiet and not progress:
+        print("tessarel: no bar of progress without tqdm (python3-tqdm)", file=sys.stderr)
+    count = batch.run(
+        arguments.jobs,
+        arguments.output,
+        default,
+        arguments.threads,
+        progress,
+        scheduler=arguments.scheduler,
+        workers=arguments.workers,
+    )
     if not arguments.quiet:
         print(f"{count} rows calculated, {arguments.output} is complete", file=sys.stderr)
 
@@ -188,10 +199,12 @@ def _parser() -> argparse.ArgumentParser:
         description=batch.__doc__,
         formatter_class=argparse.RawDescriptionHelpFormatter,
     )
-    table.add_argument("jobs", help="table of jobs (CSV)")
+    table.add_argument("jobs", help="table of jobs (.csv, .h5), or a folder of tables")
     table.add_argument("component", nargs="*", metavar="NAME=FRACTION", help="the fluid of rows that name none")
-    table.add_argument("-o", "--output", required=True, help="table of results (CSV)")
+    table.add_argument("-o", "--output", required=True, help="table of results (.csv, .h5), or a folder")
     table.add_argument("--threads", type=int, help="all cores by default")
+    table.add_argument("--workers", type=int, help="calculate in this number of processes, with Dask")
+    table.add_argument("--scheduler", metavar="ADDRESS", help="calculate on the workers of a Dask scheduler")
     table.add_argument("-q", "--quiet", action="store_true")
     table.set_defaults(run=_batch)
     return parser

@@ -19,12 +19,7 @@ _QUALITIES = (0.2, 0.4, 0.6, 0.8)
 
 def _axes(ax, x_label: str, y_label: str, title: str):
     if ax is None:
-        try:
-            import matplotlib.pyplot as plt
-        except ImportError:
-            raise Error(
-                'pictures need matplotlib: the extra "tessarel[plot]" or the package python3-matplotlib'
-            ) from None
+        plt = need("matplotlib.pyplot")
         _, ax = plt.subplots(figsize=(7, 5), layout="constrained")
     ax.set_xlabel(x_label)
     ax.set_ylabel(y_label)

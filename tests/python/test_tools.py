@@ -6,6 +6,7 @@ import os
 import signal
 import subprocess
 import sys
+import threading
 import time
 
 import numpy as np
@@ -157,6 +158,73 @@ def test_batch_survives_being_killed(tmp_path):
         run.wait()
         assert kills < 50
     assert kills >= 2 and out.read_bytes() == whole.read_bytes()
+
+
+def test_batch_in_hdf5(tmp_path):
+    """Through HDF5 and back a table has the same numbers; a torn run of rows becomes whole, a foreign file is refused."""
+    h5py = pytest.importorskip("h5py")
+    jobs, whole = tmp_path / "jobs.csv", tmp_path / "whole.csv"
+    write_jobs(jobs, 9000)
+    batch.run(jobs, whole)
+    first, again = tmp_path / "first.h5", tmp_path / "again.h5"
+    (tmp_path / "first.h5.rows.csv").write_bytes(whole.read_bytes()[:100_001])
+    assert 0 < batch.run(jobs, first) < 9000 and not (tmp_path / "first.h5.rows.csv").exists()
+    assert batch.run(jobs, first) == 0
+    with open(whole, newline="", encoding="utf-8") as file:
+        rows = list(csv.DictReader(file))
+    with h5py.File(first) as file:
+        table = file["table"]
+        assert list(table.attrs["columns"]) == list(rows[0])
+        for title in ("state T [K]", "state h [J/mol]"):
+            expected = [float(row[title] or "nan") for row in rows]
+            assert np.array_equal(table[title.replace("/", "|")][:], expected, equal_nan=True)
+        assert [text.decode() for text in table["message"][:]] == [row["message"] for row in rows]
+        assert table["note"][0].decode() == "müller 0"
+        with h5py.File(tmp_path / "jobs.h5", "w") as copy:  # the columns of the jobs alone, without their order
+            for title in list(rows[0])[:7]:
+                file.copy(table[title.replace("/", "|")], copy.require_group("table"))
+    assert batch.run(tmp_path / "jobs.h5", again) == 9000
+    with h5py.File(first) as one, h5py.File(again) as two:
+        for name in ("state P [Pa]", "state s [J|(mol K)]"):
+            assert np.array_equal(one["table"][name][:], two["table"][name][:], equal_nan=True)
+    write_jobs(jobs, 10)
+    with pytest.raises(tessarel.Error, match="does not belong to this job"):
+        batch.run(jobs, first)
+    with pytest.raises(tessarel.Error, match="cannot be read as HDF5"):
+        batch.run(jobs, whole.rename(tmp_path / "false.h5"))
+
+
+def test_batch_with_a_lost_worker(tmp_path):
+    """Two processes under Dask, one of them killed at work: the table is the local one to the byte, also of folders."""
+    distributed = pytest.importorskip("distributed")
+    (tmp_path / "jobs").mkdir()
+    jobs, whole, out = tmp_path / "jobs" / "a.csv", tmp_path / "whole.csv", tmp_path / "out.csv"
+    write_jobs(jobs, 12000)
+    batch.run(jobs, whole)
+    write_jobs(tmp_path / "jobs" / "b.csv", 100)
+    with distributed.LocalCluster(
+        n_workers=2, threads_per_worker=1, dashboard_address=None, silence_logs=50
+    ) as local, distributed.Client(local) as client:
+        pids = client.run(os.getpid)
+
+        def kill():
+            while not out.exists() or out.stat().st_size < whole.stat().st_size // 10:
+                time.sleep(0.002)
+            os.kill(next(iter(pids.values())), signal.SIGKILL)
+
+        killer = threading.Thread(target=kill)
+        killer.start()
+        assert batch.run(jobs, out, rows_at_once=100, scheduler=local.scheduler_address) == 12000
+        killer.join()
+        client.wait_for_workers(2, timeout=60)
+        assert set(client.run(os.getpid).values()) != set(pids.values())
+        assert out.read_bytes() == whole.read_bytes()
+        out.write_bytes(whole.read_bytes()[: whole.stat().st_size // 2])
+        assert 0 < batch.run(jobs, out, rows_at_once=500, scheduler=local.scheduler_address) < 12000
+        assert out.read_bytes() == whole.read_bytes()
+        assert batch.run(tmp_path / "jobs", tmp_path / "states", scheduler=local.scheduler_address) == 12100
+    assert (tmp_path / "states" / "a.csv").read_bytes() == whole.read_bytes()
+    assert batch.run(tmp_path / "jobs", tmp_path / "states") == 0
 
 
 def test_pictures_show_the_states(tmp_path):

@@ -1,30 +1,16 @@
-"""States of the rows of a table: streamed in chunks, resumed where an interruption left them.
-
-A row of jobs.csv names two properties in columns like `T [K]`, `P [bar]`, `h [kJ/kg]` (without a unit SI and molar) and
-its fluid in columns named after the components, with mole fractions in them, or in a column `fluid` such as
-"methane=0.9 ethane=0.1". An empty cell is not given; so each row may have its own pair and components. A column `phase`
-may say "liquid" or "vapour". Other columns are handed through.
-"""
+"""What the rows of a table ask for, and their states."""
 
 from __future__ import annotations
 
-import csv
-import fcntl
-import io
-import itertools
 import os
-import pathlib
-import sys
-import warnings
 from concurrent.futures import ThreadPoolExecutor
-from typing import IO, Iterator, NamedTuple, Optional, Sequence
+from typing import NamedTuple, Optional, Sequence
 
-from . import units
-from ._native import Error
-from .fluid import Fluid
-from .names import fluids
+from .. import units
+from .._native import Error
+from ..fluid import Fluid
+from ..names import fluids
 
-ROWS = 2000
 RESULTS = (
     "T [K]",
     "P [Pa]",
@@ -69,7 +55,7 @@ def composition_of(parts: Sequence[str]) -> dict[str, float]:
     return out
 
 
-class _Columns:
+class Columns:
     """What the columns of a table mean."""
 
     def __init__(self, header: list[str], default: Optional[dict[str, float]]) -> None:
@@ -104,7 +90,7 @@ class _Columns:
         named = {name: self._fraction(name, cells[place]) for place, name in self.components if cells[place]}
         if self.fluid is not None and cells[self.fluid]:
             text = cells[self.fluid]
-            named = composition_of([text] if "=" not in text else _split_components(text))
+            named = composition_of([text] if "=" not in text else split_components(text))
         composition = {name: x for name, x in named.items() if x != 0} or self.default
         if not composition:
             raise Error("no fluid given in this row")
@@ -119,7 +105,7 @@ class _Columns:
             raise Error(f"{cell!r} is not a mole fraction of {name}") from None
 
 
-def _split_components(text: str) -> list[str]:
+def split_components(text: str) -> list[str]:
     """ "carbon dioxide=0.5 n-butane=0.5" in its components: a name may hold blanks, so it ends behind its number."""
     parts, start = [], 0
     while start < len(text):
@@ -131,47 +117,15 @@ def _split_components(text: str) -> list[str]:
     return [part for part in parts if part]
 
 
-def _records(file: IO[bytes]) -> Iterator[tuple[bytes, int]]:
-    """Whole records of a table with the offset of their ends; a record torn off at the end of the file is left out."""
-    record, end = b"", 0
-    for line in file:
-        end += len(line)
-        record += line
-        if line.endswith(b"\n") and record.count(b'"') % 2 == 0:
-            yield record, end
-            record = b""
-
-
-def _cells(record: bytes) -> list[str]:
-    return next(csv.reader(io.StringIO(record.decode("utf-8"), newline="")), [])
-
-
-def _resume(out: IO[bytes], header: list[str], rows: Iterator[list[str]]) -> int:
-    """Takes from `rows` those whose results `out` holds, cuts off what is torn, and returns their number."""
-    done, good_end = -1, 0
-    width = len(header) - len(ADDED)
-    out.seek(0)
-    for record, end in _records(out):
-        cells = _cells(record)
-        expected = header if done < 0 else next(rows, None)
-        if expected is None or cells[:width] != _padded(expected, width) or len(cells) != len(header):
-            raise Error(
-                f"record {done + 2} of the output does not belong to this job; name another output or remove it"
-            )
-        done, good_end = done + 1, end
-    out.truncate(good_end)
-    out.seek(good_end)
-    return done
-
-
-def _padded(row: list[str], width: int) -> list[str]:
+def padded(row: list[str], width: int) -> list[str]:
+    """The row with exactly `width` cells."""
     return (row + [""] * width)[:width]
 
 
-class _Solver:
+class Solver:
     """Solves chunks of rows; keeps the fluids of the latest chunk."""
 
-    def __init__(self, columns: _Columns, threads: Optional[int]) -> None:
+    def __init__(self, columns: Columns, threads: Optional[int]) -> None:
         self.columns, self.threads = columns, threads or os.cpu_count() or 1
         self.fluids: dict[tuple, Fluid] = {}
 
@@ -209,7 +163,7 @@ class _Solver:
             for group in by_fluid.items():
                 work(group)
         width = len(self.columns.header)
-        return [_padded(row, width) + result for row, result in zip(rows, added)]
+        return [padded(row, width) + result for row, result in zip(rows, added)]
 
     def _group(self, composition, names, phase, items, share):
         try:
@@ -231,71 +185,3 @@ def _number(value: float) -> str:
 
 def _failed(message: str) -> list[str]:
     return [""] * len(RESULTS) + [message]
-
-
-def _bar(total: int, done: int, wanted: bool):
-    if not wanted:
-        return None
-    try:
-        from tqdm import tqdm
-    except ImportError:
-        return None
-    return tqdm(total=total, initial=done, unit="row", file=sys.stderr)
-
-
-def run(
-    jobs: str | os.PathLike,
-    output: str | os.PathLike,
-    default: Optional[dict[str, float]] = None,
-    threads: Optional[int] = None,
-    progress: bool = False,
-    rows_at_once: int = ROWS,
-) -> int:
-    """Writes the table `output`: the rows of `jobs` with their states, and returns how many rows were calculated now.
-
-    Memory holds `rows_at_once` rows. When `output` exists the rows in it are kept, after a look that they are those of
-    `jobs`, and the work goes on behind them; the file ends the same to the byte. A row without a state has a message.
-    """
-    jobs, output = pathlib.Path(jobs), pathlib.Path(output)
-    if output.exists() and output.samefile(jobs):
-        raise Error("the output is the table of jobs itself")
-    with open(jobs, newline="", encoding="utf-8-sig") as source, open(output, "a+b") as out:
-        try:
-            fcntl.flock(out, fcntl.LOCK_EX | fcntl.LOCK_NB)
-        except OSError:
-            raise Error(f"another run is writing {output}") from None
-        rows = (row for row in csv.reader(source) if row)
-        titles = next(rows, None)
-        if titles is None:
-            raise Error(f"{jobs} is empty")
-        columns = _Columns(titles, default)
-        header = [*titles, *ADDED]
-        done = _resume(out, header, rows)
-        if done < 0:
-            _write(out, [header])
-            done = 0
-        bar = _bar(_count(jobs) if progress else 0, done, progress)
-        solver, count = _Solver(columns, threads), 0
-        with warnings.catch_warnings():
-            warnings.simplefilter("ignore")
-            while chunk := list(itertools.islice(rows, rows_at_once)):
-                _write(out, solver.solve(chunk))
-                count += len(chunk)
-                if bar is not None:
-                    bar.update(len(chunk))
-        if bar is not None:
-            bar.close()
-    return count
-
-
-def _write(out: IO[bytes], rows: list[list[str]]) -> None:
-    text = io.StringIO(newline="")
-    csv.writer(text, lineterminator="\n").writerows(rows)
-    out.write(text.getvalue().encode("utf-8"))
-    out.flush()
-    os.fsync(out.fileno())
-
-
-def _count(jobs: pathlib.Path) -> int:
-    with open(jobs, "rb") as file:
-        return max(0, sum(1 for _ in _records(file)) - 1)
