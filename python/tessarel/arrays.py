@@ -13,6 +13,7 @@ from typing import TYPE_CHECKING
 import numpy as np
 
 from ._native import ERROR_FIELD, NOT_COMPUTED, Error, Message, Session, library
+from .extras import need
 from .forms import Forms, HeatForms
 from .state import DERIVED, FRACTIONS, LIQUID, STATE, VAPOUR
 

@@ -1,4 +1,4 @@
-"""The command line: tessarel state, envelope, fluids, batch."""
+"""The command line: tessarel state, envelope, fluids, fluid add, batch."""
 
 from __future__ import annotations
 
@@ -7,12 +7,13 @@ import csv
 import importlib.util
 import json
 import math
+import pathlib
 import sys
 import warnings
 from typing import Optional, Sequence
 
-from . import batch, units
-from ._native import Error
+from . import batch, records, units
+from ._native import FLUID_DIRECTORY, Error
 from .extras import need
 from .fluid import Fluid
 from .names import fluids, substances
@@ -39,6 +40,24 @@ _QUANTITIES = (
     ("kappa_T", "1/Pa"),
     ("alpha_P", "1/K"),
 )
+
+
+# What a record is made of: the kind and number of the values, and what they are.
+_RECORD = {
+    "molar_mass": (float, None, "g/mol"),
+    "m": (float, None, "segment number"),
+    "sigma": (float, None, "segment diameter, A"),
+    "epsilon_k": (float, None, "dispersion energy over k, K"),
+    "omega": (float, None, "acentric factor"),
+    "T_range": (float, 2, "lowest and highest temperature, K"),
+    "cp": (float, "+", "ideal-gas heat capacity a b c d of a + b T + c T2 + d T3, J/(mol K)"),
+    "formation": (float, None, "ideal-gas enthalpy of formation at 298.15 K, J/mol"),
+    "dipole": (float, None, "D"),
+    "quadrupole": (float, None, "D A"),
+    "association": (float, 2, "energy over k, K, and volume"),
+    "sites": (int, 2, "numbers of donors and of acceptors, 1 1 by default"),
+    "source": (str, None, "where the parameters come from"),
+}
 
 
 def _values(properties: Properties) -> dict[str, Optional[float]]:
@@ -132,11 +151,35 @@ def _fluids(arguments) -> None:
         raise Error(f'no fluid of which name, formula or CAS number contains "{arguments.pattern}"')
     for name in found:
         substance = table.get(name)
-        print(
-            name
-            if substance is None
-            else f"{name:32} {substance.formula:12} {substance.cas:12} {', '.join(substance.synonyms)}".rstrip()
-        )
+        if arguments.parameters:
+            print(f"\n{_parameters(name)}")
+            continue
+        further = "" if substance is None else ", ".join([*substance.synonyms, *filter(None, [substance.reason])])
+        print(name if substance is None else f"{name:32} {substance.formula:12} {substance.cas:12} {further}".rstrip())
+
+
+def _parameters(name: str) -> str:
+    """The record of a fluid, without its blank lines."""
+    lines = (FLUID_DIRECTORY / f"{name}.saf").read_text(encoding="utf-8", errors="replace").splitlines()
+    return "\n".join(line for line in lines if line.strip())
+
+
+def _add(arguments) -> None:
+    if arguments.name.endswith(".saf"):
+        path = pathlib.Path(arguments.name)
+        name, text = path.stem, path.read_text(encoding="utf-8")
+    else:
+        wanted = {key: getattr(arguments, key) for key in _RECORD if getattr(arguments, key) is not None}
+        missing = [f"--{key}" for key in ("molar_mass", "m", "sigma", "epsilon_k") if key not in wanted]
+        if missing:
+            raise Error(f"a new fluid also needs {', '.join(missing)}; or name a record file, <name>.saf")
+        name, text = arguments.name, records.record(arguments.name, **wanted)
+    print(f"{records.add(name, text)}: critical at {Fluid(name).critical_point().T:.2f} K")
+
+
+def _home(arguments) -> None:
+    home = records.make_home(arguments.directory)
+    print(f"export TESSAREL_DATA={home.resolve()}")
 
 
 def _batch(arguments) -> None:
@@ -191,7 +234,18 @@ def _parser() -> argparse.ArgumentParser:
 
     listing = commands.add_parser("fluids", help="fluids by a part of their name, formula or CAS number")
     listing.add_argument("pattern", nargs="?", default="")
+    listing.add_argument("--parameters", action="store_true", help="the record of each: parameters and their sources")
     listing.set_defaults(run=_fluids)
+
+    own = commands.add_parser("fluid", help="fluids of your own").add_subparsers(required=True, metavar="command")
+    add = own.add_parser("add", help="add a fluid from a record file or from its parameters")
+    add.add_argument("name", help="a record file, <name>.saf, or the name of a fluid given by the options")
+    for key, (kind, count, text) in _RECORD.items():
+        add.add_argument(f"--{key}", type=kind, nargs=count, help=text)
+    add.set_defaults(run=_add)
+    home = own.add_parser("home", help="copy the data to a directory of your own, for the variable TESSAREL_DATA")
+    home.add_argument("directory")
+    home.set_defaults(run=_home)
 
     table = commands.add_parser(
         "batch",

@@ -43,10 +43,20 @@ class CriticalPoint(NamedTuple):
 
 
 class Spinodal(NamedTuple):
-    """Pressures [Pa] at which the liquid and the vapour become unstable."""
+    """Pressures [Pa], or temperatures [K], at which the liquid and the vapour become unstable."""
 
     liquid: float
     vapour: float
+
+
+def _rebuilt(names: list[str], z: list[float], changes: list[tuple[tuple, float]]) -> Fluid:
+    fluid = Fluid(names, z)
+    for (what, *where), value in changes:
+        if what == "kij":
+            fluid.set_kij(where[0], where[1], value)
+        else:
+            fluid.set_parameter(what, where[0], value)
+    return fluid
 
 
 def _encoded(name: str) -> bytes:
@@ -94,6 +104,7 @@ class Fluid:
     def __init__(self, names: str | Sequence[str] | Mapping[str, float], z: Sequence[float] | None = None) -> None:
         self.names, fractions = _composition(names, z)
         self._session = Session()
+        self._changes: dict[tuple, float] = {}
         self._select(fractions)
 
     def _select(self, fractions: list[float]) -> None:
@@ -178,8 +189,16 @@ class Fluid:
         other.names, fractions = _composition(self.names, z)
         with self._session:
             other._session = Session(clone_of=self._session)
+        other._changes = dict(self._changes)
         other._select(fractions)
         return other
+
+    def __deepcopy__(self, memo) -> Fluid:
+        return self.copy()
+
+    def __reduce__(self):
+        """A fluid travels as its names, fractions and changed parameters, in the order of the changes."""
+        return _rebuilt, (self.names, self._z, list(self._changes.items()))
 
     # ------------------------------------------------------------------------------------------------ states
 
@@ -341,6 +360,19 @@ class Fluid:
             )
         return Spinodal(liquid.value, vapour.value)
 
+    def spinodal_T(self, P: float) -> Spinodal:
+        """Temperatures [K] of the limits of stability at P [Pa]: the highest of a liquid, the lowest of a vapour."""
+        liquid, vapour = ctypes.c_double(), ctypes.c_double()
+        with self._session:
+            entry(
+                "calc_tspin",
+                number(P),
+                ctypes.byref(liquid),
+                ctypes.byref(vapour),
+                asked=f"spinodal at P = {P:.6g} Pa of {self!r}",
+            )
+        return Spinodal(liquid.value, vapour.value)
+
     def critical_point(self) -> CriticalPoint:
         """The critical point of the model, of a mixture the true one. Error where there is none that is stable."""
         out = [ctypes.c_double() for _ in range(3)]
@@ -401,6 +433,8 @@ class Fluid:
                 lengths=(length,),
                 asked=f"parameter {name} of {component} = {value!r}",
             )
+            self._changes.pop((name, component), None)
+            self._changes[name, component] = value
             self._read_info()
             self._version += 1
 
@@ -414,7 +448,16 @@ class Fluid:
                 number(value),
                 asked=f"k_ij of {first} and {second} = {value!r}",
             )
+            self._changes["kij", first, second] = value
             self._version += 1
+
+    def kij(self, first: str | int, second: str | int, T: float = 298.15) -> float:
+        """The binary interaction parameter k_ij of two components; of some pairs it depends on T [K]."""
+        values = doubles(self.n * self.n)
+        i, j = self._component(first), self._component(second)
+        with self._session:
+            library.tessarel_ps_calc_kij(integer(self.n), number(T), values)
+        return values[(i - 1) + (j - 1) * self.n]
 
     # ------------------------------------------------------------------------------------------------ pictures
 

@@ -8,6 +8,7 @@ from typing import TYPE_CHECKING, Optional, Sequence
 import numpy as np
 
 from ._native import Error
+from .extras import need
 
 if TYPE_CHECKING:
     from .fluid import Fluid

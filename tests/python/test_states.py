@@ -1,8 +1,10 @@
 """States, arrays of them, the phase boundary: against reference values, each other and the C interface."""
 
+import copy
 import csv
 import ctypes
 import pathlib
+import pickle
 import threading
 import warnings
 
@@ -237,6 +239,9 @@ def test_parameters_and_sensitivities():
     assert before.liquid.v == old[0] and fluid.state(T=300, P=40e5).liquid.v != old[0]
     with pytest.raises(tessarel.Error, match="have changed"):
         before.liquid.cp
+    fluid.set_kij("n-butane", 0, 0.07)
+    for twin in (pickle.loads(pickle.dumps(fluid)), copy.deepcopy(fluid.with_composition([0.4, 0.6])).with_composition(fluid.z)):
+        assert twin.kij(0, "n-butane") == 0.07 and twin.state(T=300, P=40e5).q == fluid.state(T=300, P=40e5).q
 
 
 def test_saturation_of_a_pure_fluid_agrees_with_reference_values():
@@ -257,6 +262,7 @@ def test_saturation_of_a_pure_fluid_agrees_with_reference_values():
     line = propane.saturation_line(30)
     assert line.ok.all() and (np.diff(line.liquid.rho) < 0).all() and (np.diff(line.vapour.rho) > 0).all()
     low, high = propane.spinodal(300)
+    assert propane.spinodal_T(high).vapour == pytest.approx(300, rel=1e-8)
     assert low < propane.dew_P(300) < high
     assert np.isnan(propane.dew_T([1e5, 1e9])).tolist() == [False, True]
 

@@ -32,6 +32,9 @@ def test_names_of_the_fluids_that_ship():
     with open(os.path.join(os.path.dirname(tessarel.__file__), "synonyms.csv"), encoding="utf-8") as file:
         assert {row["name"] for row in csv.DictReader(file)} <= set(table)
     assert tessarel.fluids("106-97-8") == ["n-butane", "n-butane e23"]
+    assert tessarel.fluids("7732") == ["water e23", "water", "water 4c"]
+    with pytest.raises(tessarel.Error, match='did you mean "water e23" or "water"'):
+        tessarel.Fluid("H2O")
 
 
 @pytest.mark.parametrize(
@@ -91,6 +94,43 @@ def test_command_line(tmp_path, capsys):
     assert report["critical"]["T"] == state.fluid.critical_point().T and "</svg>" in picture.read_text()
     assert cli.main(["fluids", "BENZ"]) == 0
     assert "71-43-2" in capsys.readouterr().out
+
+
+PARAMETERS = "--molar_mass 18.015 --m 2.36948 --sigma 2.15072 --epsilon_k 230.71557".split()
+BOND = "--association 2195.10176 0.35319 --omega 0.3443".split()
+
+
+def test_fluids_of_ones_own(tmp_path, monkeypatch):
+    """In a directory of the user's own; a process of its own, for the library reads TESSAREL_DATA once."""
+    home = tmp_path / "home"
+    assert cli.main(["fluid", "home", str(home)]) == 0 and (home / "BIPs.mix").exists()
+    monkeypatch.setenv("TESSAREL_DATA", str(home))
+
+    def command(*arguments):
+        run = subprocess.run([sys.executable, "-m", "tessarel.cli", *arguments], capture_output=True, text=True)
+        return run.returncode, run.stdout + run.stderr
+
+    status, text = command("fluid", "add", "my water", *PARAMETERS, *BOND, "--source", "a test")
+    assert status == 0 and "critical at" in text
+    mine = json.loads(command("state", "my water", "--T", "300", "--P", "1e5", "--json")[1])
+    shipped = tessarel.Fluid("water e23").state(T=300, P=1e5)
+    assert mine["liquid"]["v"] == pytest.approx(shipped.v, rel=1e-12)
+    assert command("fluids", "my w") == (0, "my water\n")
+    assert "a test" in command("fluids", "my w", "--parameters")[1]
+    record = tmp_path / "torn.saf"
+    record.write_text((home / "fluids" / "my water.saf").read_text()[:100])
+    for arguments, expected in (
+        (["my water", *PARAMETERS], "exists"),
+        (["water", *PARAMETERS], "ships"),
+        (["../x", *PARAMETERS], "cannot be the name"),
+        (["x", "--m", "1"], "also needs --molar_mass"),
+        (["x", *PARAMETERS, "--sigma", "-1"], "row"),
+        ([str(record)], "Unexpected data"),
+    ):
+        status, text = command("fluid", "add", *arguments)
+        assert status == 1 and expected in text, text
+    assert (home / "fluids" / "my water.saf").exists()
+    assert not (home / "fluids" / "x.saf").exists() and not (home / "fluids" / "torn.saf").exists()
 
 
 def write_jobs(path, rows):
