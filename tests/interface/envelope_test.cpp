@@ -159,10 +159,20 @@ TEST(EnvelopeReading, RoundTripsAndTexts) {
   EXPECT_TRUE(bubdew("T", "B", 250, 1).starts_with("TESSAREL error: the envelope is that of all"));
   EXPECT_TRUE(bubdew("T", "B", 250, 2, 0.6).starts_with("TESSAREL error: mole fractions"));
   EXPECT_EQ(bubdew("T", "D", std::nan("")), "Dew point calculation: input temperature out of range.");
-  std::array<char, 100> err{};
-  const std::int32_t code = 1234;
-  tessarel_errorstring(&code, err.data(), err.size());
-  EXPECT_EQ(host::text(err.data(), err.size()), "Bubble/dew point unknown error. Code =1234");
+  for (const auto& [code, expected] : std::initializer_list<std::pair<std::int32_t, const char*>>{
+           {0, "No errors"},
+           {461, "Bubble/dew point calc.: crash safety error..."},
+           {462, "Bubble point calc.: input condition is dew point condition."},
+           {463, "Dew point calc.: input condition is bubble point condition."},
+           {464, "Bubble/dew point calc.: error in polynomial interpolation..."},
+           {470, "Bubble/dew point calc.: too slow or no convergence."},
+           {471, "Bubble/dew point calc.: gap in calculated saturation line."},
+           {472, "Phase envelop calc.: max. pressure exceeded...."},
+           {1234, "Bubble/dew point unknown error. Code =1234"}}) {
+    std::array<char, 100> err{};
+    tessarel_errorstring(&code, err.data(), err.size());
+    EXPECT_EQ(host::text(err.data(), err.size()), expected);
+  }
   std::int32_t count = 0;
   static double t[5000], p[5000], x[100000], y[100000];
   tessarel_getphaseenv(&count, t, p, x, y);

@@ -264,8 +264,17 @@ TEST(Fitting, OddNumbersAreRefused) {
     EXPECT_FALSE(call(tessarel_p_kij, &size, &t, &one, &b).empty());
   }
   ASSERT_EQ(host::select({"propane"}, {1}), "No errors");
-  EXPECT_NE(call(tessarel_xy_kij, &one, &p, &t, &a, &b), "No errors");
-  EXPECT_NE(call(tessarel_p_kij, &one, &t, &one, &b), "No errors");
+  const std::string mixture = "TESSAREL error: an interaction parameter needs a mixture...";
+  EXPECT_EQ(call(tessarel_xy_kij, &one, &p, &t, &a, &b), "TESSAREL error: a mixture of two components is needed...");
+  EXPECT_EQ(call(tessarel_p_kij, &one, &t, &one, &b), mixture);
+  // A bond of no energy is no bond.
+  ASSERT_EQ(host::select({"methanol"}, {1}), "No errors");
+  const double none = 0, m = 1.5255, sigma = 3.23, epsil = 230;
+  EXPECT_EQ(call(tessarel_prho_mseekt, &m, &sigma, &epsil, &none, &none, &t, &a, &b), "No errors");
+  double c = 0, d = 0;
+  ASSERT_EQ(host::select({"propane"}, {1}), "No errors");
+  EXPECT_EQ(call(tessarel_prho_mset, &m, &sigma, &epsil, &t, &c, &d), "No errors");
+  EXPECT_NEAR(b, d, 1e-9 * d);
 }
 
 }  // namespace
