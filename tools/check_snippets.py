@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Compiles and runs the C and C++ snippets and runs the Python snippets of the documentation against a build tree.
+"""Compiles and runs the C and C++ snippets and runs the Python snippets of the documentation against a build tree, and
+looks for every text of the library on the page of error texts.
 
 Usage: check_snippets.py BUILD_DIR
 
@@ -14,7 +15,10 @@ import sys
 import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-PAGES = ["README.md", *sorted(str(p.relative_to(ROOT)) for p in (ROOT / "docs").glob("*.md"))]
+PAGES = ["README.md", *sorted(str(p.relative_to(ROOT)) for p in (ROOT / "docs").rglob("*.md"))]
+# What the library's messages begin with, as they stand in the sources.
+MESSAGE = re.compile(r'"((?:TESSAREL error|Input |Function [TP]m|Bubble|Dew|Brent|No conv|Michel|Critical|Phase env|'
+                     r'Phase code|Place|Temperature|Pressure|For this|T >|q <|Flash|Error|Unexp|Step|Too)(?:[^"\\\n]|\\.)*)"')
 
 
 def run(command):
@@ -24,7 +28,18 @@ def run(command):
     return done.stdout
 
 
+def check_messages():
+    page = (ROOT / "docs" / "errors.md").read_text(encoding="utf-8")
+    sources = (ROOT / "src").rglob("*.[ch]pp")
+    texts = {text for path in sources for text in MESSAGE.findall(path.read_text(encoding="utf-8"))}
+    # A place for a name or a number ends what the page can have.
+    missing = sorted(text for text in texts if re.split(r"[<%]|\\\"", text)[0].rstrip() not in page)
+    if missing or len(texts) < 100:
+        sys.exit(f"texts that docs/errors.md does not have: {missing}")
+
+
 def main():
+    check_messages()
     build = pathlib.Path(sys.argv[1]).resolve()
     library = build / "lib" / "libtessarel.so"
     count = 0

@@ -1,6 +1,6 @@
 #!/bin/sh
 # Installs the Python package into an environment of its own in build-python-venv/, and runs its tests and the examples
-# of README.md and docs/python.md. TESSAREL_PYTHON_BUILD names a build directory to take the library from, otherwise it is
+# of README.md and the pages of docs/. TESSAREL_PYTHON_BUILD names a build directory to take the library from, otherwise it is
 # built in build-python/.
 set -eu
 cd "$(dirname "$0")/.."
@@ -9,5 +9,5 @@ tools/packages.sh g++ cmake make libsqlite3-dev python3-venv python3-pip python3
 [ -x build-python-venv/bin/python ] || /usr/bin/python3 -m venv --system-site-packages build-python-venv
 build-python-venv/bin/pip install --quiet --no-build-isolation --no-deps --force-reinstall ./python
 export MPLBACKEND=Agg
-build-python-venv/bin/python -m doctest README.md docs/python.md
+build-python-venv/bin/python -m doctest README.md $(grep -l '>>> ' docs/*.md docs/*/*.md)
 build-python-venv/bin/python -m pytest -q -p no:cacheprovider tests/python

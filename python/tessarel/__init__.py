@@ -10,12 +10,13 @@ All values are SI, per mole: K, Pa, m3/mol, J/mol, J/(mol K); names that end in 
 from ._native import GAS_CONSTANT, Error
 from .envelope import Envelope, Sensitivity
 from .arrays import States
-from .fluid import CriticalPoint, Fluid, RangeWarning, Spinodal
+from .fluid import BoundaryPoint, CriticalPoint, Fluid, RangeWarning, Spinodal
 from .names import fluids, substances
 from .state import Phase, Properties, State
 
 __version__ = "2.5.1"
 __all__ = [
+    "BoundaryPoint",
     "CriticalPoint",
     "Envelope",
     "Error",

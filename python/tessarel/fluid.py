@@ -42,6 +42,15 @@ class CriticalPoint(NamedTuple):
     rho: float
 
 
+class BoundaryPoint(NamedTuple):
+    """A bubble or dew point: T [K], P [Pa], mole fractions of the liquid x and of the vapour y."""
+
+    T: float
+    P: float
+    x: np.ndarray
+    y: np.ndarray
+
+
 class Spinodal(NamedTuple):
     """Pressures [Pa], or temperatures [K], at which the liquid and the vapour become unstable."""
 
@@ -318,21 +327,36 @@ class Fluid:
 
             value = np.asarray(value, dtype=float)
             return np.array([each(float(one)) for one in value.flat]).reshape(value.shape)
-        result = ctypes.c_double()
-        asked = f"{which} at {float(value):.6g} of {self!r}"
+        return self._boundary_point(which, float(value))[0]
+
+    def _boundary_point(self, which: str, value: float) -> tuple[float, np.ndarray]:
+        """T or P of a bubble or dew point, and the mole fractions of the phase that appears."""
+        result, incipient = ctypes.c_double(), doubles(self.n, self._z)
+        asked = f"{which} at {value:.6g} of {self!r}"
         with self._session:
             if self.n == 1:
-                entry(
-                    "calc_psat" if which.endswith("p") else "calc_tsat",
-                    number(float(value)),
-                    ctypes.byref(result),
-                    asked=asked,
-                )
+                name = "calc_psat" if which.endswith("p") else "calc_tsat"
+                entry(name, number(value), ctypes.byref(result), asked=asked)
             else:
-                entry("calc_" + which, number(float(value)), doubles(self.n), ctypes.byref(result), asked=asked)
+                entry("calc_" + which, number(value), incipient, ctypes.byref(result), asked=asked)
         if not math.isfinite(result.value) or result.value == NOT_COMPUTED:
             raise Error(f"no result [{asked}]")
-        return result.value
+        return result.value, np.array(incipient)
+
+    def bubble_point(self, *, T: float | None = None, P: float | None = None) -> BoundaryPoint:
+        """The bubble point at given T [K] or P [Pa], with the composition of the first vapour."""
+        return self._point("bubble", T, P)
+
+    def dew_point(self, *, T: float | None = None, P: float | None = None) -> BoundaryPoint:
+        """The dew point at given T [K] or P [Pa], with the composition of the first liquid."""
+        return self._point("dew", T, P)
+
+    def _point(self, kind: str, t: float | None, p: float | None) -> BoundaryPoint:
+        if (t is None) == (p is None):
+            raise Error(f"a {kind} point needs one of T and P")
+        value, incipient = self._boundary_point(f"{kind}_{'p' if p is None else 't'}", float(t if p is None else p))
+        x, y = (self.z, incipient) if kind == "bubble" else (incipient, self.z)
+        return BoundaryPoint(value if t is None else float(t), value if p is None else float(p), x, y)
 
     def saturation_line(self, points: int = 100) -> arrays.States:
         """The line of a pure fluid from its lowest temperature to just below the critical one: T, P, and the saturated

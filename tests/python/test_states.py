@@ -264,6 +264,7 @@ def test_saturation_of_a_pure_fluid_agrees_with_reference_values():
     low, high = propane.spinodal(300)
     assert propane.spinodal_T(high).vapour == pytest.approx(300, rel=1e-8)
     assert low < propane.dew_P(300) < high
+    assert propane.bubble_point(T=300)[:2] == (300, propane.bubble_P(300))
     assert np.isnan(propane.dew_T([1e5, 1e9])).tolist() == [False, True]
 
 

@@ -3,6 +3,9 @@
 import csv
 import json
 import os
+import pathlib
+import re
+import shlex
 import signal
 import subprocess
 import sys
@@ -14,6 +17,8 @@ import pytest
 
 import tessarel
 from tessarel import batch, cli, units
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
 
 
 def test_names_of_the_fluids_that_ship():
@@ -131,6 +136,28 @@ def test_fluids_of_ones_own(tmp_path, monkeypatch):
         assert status == 1 and expected in text, text
     assert (home / "fluids" / "my water.saf").exists()
     assert not (home / "fluids" / "x.saf").exists() and not (home / "fluids" / "torn.saf").exists()
+
+
+PAGES = [ROOT / "README.md", *sorted((ROOT / "docs").rglob("*.md"))]
+
+
+@pytest.mark.parametrize("page", PAGES, ids=lambda page: page.name)
+def test_commands_of_the_documentation(page, tmp_path, monkeypatch, capsys):
+    """Each command line `tessarel ...` on the pages runs; those after `tessarel fluid home` in the directory it made."""
+    text = page.read_text(encoding="utf-8")
+    lines = [line.strip() for line in re.findall(r"^(?:    )?(?:\S*/bin/)?(tessarel .*)$", text, re.M)]
+    blocks = re.findall(r"^```sh\n(.*?)^```|^((?:    .*\n)+)", text, re.M | re.S)
+    commands = [line for line in lines if any(line in block for pair in blocks for block in pair)]
+    write_jobs(tmp_path / "jobs.csv", 10)
+    for command in commands:
+        if "--scheduler" in command or " parts " in command:
+            continue
+        run = subprocess.run(
+            [sys.executable, "-m", "tessarel.cli", *shlex.split(command)[1:]], cwd=tmp_path, capture_output=True, text=True
+        )
+        assert run.returncode == 0, (command, run.stderr)
+        if run.stdout.startswith("export TESSAREL_DATA="):
+            monkeypatch.setenv("TESSAREL_DATA", run.stdout.strip().partition("=")[2])
 
 
 def write_jobs(path, rows):
