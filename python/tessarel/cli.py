@@ -280,6 +280,7 @@ def main(arguments: Optional[Sequence[str]] = None) -> int:
     options = _parser().parse_args(_join_negative(sys.argv[1:] if arguments is None else arguments))
     with warnings.catch_warnings(record=True) as caught:
         warnings.simplefilter("always")
+        warnings.simplefilter("ignore", DeprecationWarning)  # of what others built with
         try:
             options.run(options)
         except (Error, OSError, UnicodeError, ImportError, csv.Error) as error:

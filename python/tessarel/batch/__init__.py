@@ -9,6 +9,7 @@ of tables gives a folder of tables.
 
 from __future__ import annotations
 
+import collections
 import fcntl
 import itertools
 import os
@@ -112,30 +113,34 @@ def _stream(source: tables.Source, output, default, threads, progress, rows_at_o
         rows = source.rows()
         done = tables.resume(out, header, rows)
         if done < 0:
-            tables.append(out, [header])
+            tables.append(out, tables.encode([header]))
             done = 0
         bar = _bar(source.count() if progress else 0, done, progress, "row")
         count = 0
         with warnings.catch_warnings():
             warnings.simplefilter("ignore")
-            for solved in _solved(columns, default, threads, _chunks(rows, rows_at_once), client):
-                tables.append(out, solved)
-                count += len(solved)
-                bar.update(len(solved))
+            sizes: collections.deque[int] = collections.deque()
+            chunks = _chunks(rows, rows_at_once, sizes)
+            for block in _solved(columns, default, threads, chunks, client):
+                tables.append(out, block)
+                count += sizes[0]
+                bar.update(sizes.popleft())
         bar.close()
     return count
 
 
-def _chunks(rows: Iterator[list[str]], size: int) -> Iterator[list[list[str]]]:
+def _chunks(rows: Iterator[list[str]], size: int, sizes: collections.deque[int]) -> Iterator[list[list[str]]]:
     while chunk := list(itertools.islice(rows, size)):
+        sizes.append(len(chunk))
         yield chunk
 
 
-def _solved(columns, default, threads, chunks, client) -> Iterator[list[list[str]]]:
+def _solved(columns, default, threads, chunks, client) -> Iterator[bytes]:
     if client is None:
-        return map(Solver(columns, threads).solve, chunks)
-    fluid = None if default is None else tuple(default.items())
-    return cluster.in_order(client, cluster.solve, ((tuple(columns.header), fluid, chunk) for chunk in chunks))
+        solver = Solver(columns, threads)
+        return (tables.encode(solver.solve(chunk)) for chunk in chunks)
+    titles, fluid = tuple(columns.header), None if default is None else tuple(default.items())
+    return cluster.in_order(client, cluster.solve, ((titles, fluid, tables.encode(chunk)) for chunk in chunks))
 
 
 class _NoBar:

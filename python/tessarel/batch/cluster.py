@@ -8,12 +8,14 @@ from __future__ import annotations
 
 import collections
 import contextlib
+import logging
 from functools import lru_cache
 from typing import Callable, Iterable, Iterator, Optional
 
 from .._native import Error
 from ..extras import need
 from .jobs import Columns, Solver
+from .tables import decode, encode
 
 #: Pieces of work under way for each thread of the workers: enough that none waits, few enough for any memory.
 PIECES_PER_THREAD = 3
@@ -29,7 +31,11 @@ def client(scheduler: Optional[str], workers: Optional[int]):
     with contextlib.ExitStack() as stack:
         if scheduler is None:
             local = distributed.LocalCluster(
-                n_workers=workers, threads_per_worker=1, processes=True, dashboard_address=None
+                n_workers=workers,
+                threads_per_worker=1,
+                processes=True,
+                dashboard_address=None,
+                silence_logs=logging.ERROR,
             )
             scheduler = stack.enter_context(local)
         yield stack.enter_context(distributed.Client(scheduler))
@@ -57,6 +63,6 @@ def _solver(titles: tuple[str, ...], default: Optional[tuple[tuple[str, float], 
     return Solver(Columns(list(titles), None if default is None else dict(default)), threads=1)
 
 
-def solve(titles: tuple[str, ...], default, rows: list[list[str]]) -> list[list[str]]:
-    """The rows with their results: what a worker does."""
-    return _solver(titles, default).solve(rows)
+def solve(titles: tuple[str, ...], default, block: bytes) -> bytes:
+    """Encoded rows with their results: what a worker does. Texts travel as one piece, not as so many objects."""
+    return encode(_solver(titles, default).solve(decode(block)))

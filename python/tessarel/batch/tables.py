@@ -88,10 +88,19 @@ def resume(out: IO[bytes], header: list[str], rows: Iterator[list[str]]) -> int:
     return done
 
 
-def append(out: IO[bytes], rows: list[list[str]]) -> None:
-    """Writes rows so that they outlast a crash of the machine."""
+def encode(rows: list[list[str]]) -> bytes:
+    """Rows as they stand in a CSV file."""
     text = io.StringIO(newline="")
     csv.writer(text, lineterminator="\n").writerows(rows)
-    out.write(text.getvalue().encode("utf-8"))
+    return text.getvalue().encode("utf-8")
+
+
+def decode(block: bytes) -> list[list[str]]:
+    return list(csv.reader(io.StringIO(block.decode("utf-8"), newline="")))
+
+
+def append(out: IO[bytes], block: bytes) -> None:
+    """Writes encoded rows so that they outlast a crash of the machine."""
+    out.write(block)
     out.flush()
     os.fsync(out.fileno())
