@@ -1,5 +1,5 @@
 # The installed tree. The library finds its data by its own path: <prefix>/lib/libtessarel.so reads
-# <prefix>/lib/BIPs.mix and <prefix>/fluids/. So the library goes to plain lib, whatever the system's habit.
+# <prefix>/share/tessarel/. So the library goes to plain lib, whatever the system's habit, and the tree can be moved.
 include(CMakePackageConfigHelpers)
 
 set(CMAKE_INSTALL_LIBDIR lib)
@@ -13,8 +13,8 @@ set_property(TARGET tessarel APPEND PROPERTY LINK_DEPENDS ${tessarel_exports})
 install(TARGETS tessarel EXPORT tessarel-targets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(DIRECTORY include/tessarel DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN *.h PATTERN *.hpp
         PATTERN *.f90)
-install(FILES ${TESSAREL_FLUID_FILES} ${TESSAREL_FLUID_DATABASE} DESTINATION fluids)
-install(FILES ${TESSAREL_BIPS_FILE} DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(FILES ${TESSAREL_FLUID_FILES} ${TESSAREL_FLUID_DATABASE} DESTINATION share/tessarel/fluids)
+install(FILES ${TESSAREL_BIPS_FILE} DESTINATION share/tessarel)
 install(FILES LICENSE README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN *.md PATTERN *.svg)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN *.c PATTERN *.cpp PATTERN *.f90

@@ -20,7 +20,7 @@ endfunction()
 
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${work}/prefix --config "${CONFIG}")
 file(RENAME ${work}/prefix ${prefix})
-foreach(file include/tessarel/tessarel.h lib/BIPs.mix fluids/propane.saf)
+foreach(file include/tessarel/tessarel.h share/tessarel/BIPs.mix share/tessarel/fluids/propane.saf)
   if(NOT EXISTS "${prefix}/${file}")
     message(FATAL_ERROR "not installed: ${file}")
   endif()
