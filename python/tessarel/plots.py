@@ -103,7 +103,7 @@ class _Boundary:
 
 
 def _smooth(rows: np.ndarray, between: int = 8) -> np.ndarray:
-    """More points on a branch, by cubic pieces through those that it has, along their distance in T and ln P."""
+    """More points on a branch, by the natural cubic spline through those it has, by distance in T and ln P."""
     rows = rows[:, np.isfinite(rows[:2]).all(axis=0)]
     t, p = rows[:2]
     if t.size < 4:
@@ -112,7 +112,7 @@ def _smooth(rows: np.ndarray, between: int = 8) -> np.ndarray:
     rows = np.delete(rows, np.flatnonzero(step < 1e-9) + 1, axis=1)
     at = np.concatenate([[0], np.cumsum(step[step >= 1e-9])])
     values = np.vstack([rows[:1], np.log(rows[1:2]), rows[2:]])
-    slopes = np.gradient(values, at, axis=1)
+    slopes = _spline_slopes(at, values)
     k = np.repeat(np.arange(at.size - 1), between)
     f = np.tile(np.arange(between) / between, at.size - 1)
     width = (at[1:] - at[:-1])[k]
@@ -125,6 +125,16 @@ def _smooth(rows: np.ndarray, between: int = 8) -> np.ndarray:
     out = np.hstack([out, values[:, -1:]])
     out[1] = np.exp(out[1])
     return out
+
+
+def _spline_slopes(at: np.ndarray, values: np.ndarray) -> np.ndarray:
+    """First derivatives, at the points, of the cubic spline without curvature at its ends; values (rows, points)."""
+    inverse = 1 / np.diff(at)
+    sides = np.concatenate([[0], inverse]), np.concatenate([inverse, [0]])
+    matrix = np.diag(2 * (sides[0] + sides[1])) + np.diag(inverse, -1) + np.diag(inverse, 1)
+    pull = 3 * np.diff(values, axis=1) * inverse**2
+    edge = np.zeros((values.shape[0], 1))
+    return np.linalg.solve(matrix, (np.hstack([edge, pull]) + np.hstack([pull, edge])).T).T
 
 
 def _single(fluid: Fluid, t: float, p: float, phase: str) -> tuple[float, float]:
