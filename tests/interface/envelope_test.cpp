@@ -15,6 +15,14 @@ double ask(Query query, double value, const std::string& expected = "No errors")
   return result;
 }
 
+std::array<double, 2> log_fugacities(const std::array<double, 2>& x, double t, double p, std::int32_t phase) {
+  const std::int32_t n = 2;
+  std::array<double, 2> f{};
+  tessarel_calc_lnphi(&n, x.data(), &t, &p, &phase, f.data());
+  for (std::size_t i = 0; i < 2; ++i) f[i] += std::log(x[i]);
+  return f;
+}
+
 std::array<double, 4> maxima() {
   std::array<double, 4> m{};
   tessarel_getmaxima(&m[0], &m[1], &m[2], &m[3]);
@@ -142,10 +150,19 @@ TEST(EnvelopeReading, AnotherCompositionChangesNothing) {
 
 TEST(EnvelopeReading, RoundTripsAndTexts) {
   ASSERT_EQ(host::select({"methane", "n-butane"}, {0.5, 0.5}), "No errors");
-  for (const double t : {200.0, 250.0, 300.0})
+  for (const double t : {200.0, 250.0, 300.0}) {
     EXPECT_NEAR(ask(tessarel_calc_bubble_t, ask(tessarel_calc_bubble_p, t)), t, 1e-8);
-  for (const double t : {200.0, 250.0, 300.0})
     EXPECT_NEAR(ask(tessarel_calc_dew_t, ask(tessarel_calc_dew_p, t)), t, 1e-8);
+    for (const bool bubble : {true, false}) {
+      std::array<double, 2> z{0.5, 0.5}, incipient{};
+      std::array<char, 100> err{};
+      double p = 0;
+      (bubble ? tessarel_calc_bubble_p : tessarel_calc_dew_p)(&t, incipient.data(), &p, err.data(), err.size());
+      const auto in_feed = log_fugacities(z, t, p, bubble ? 1 : 2),
+                 beside = log_fugacities(incipient, t, p, bubble ? 2 : 1);
+      for (std::size_t i = 0; i < 2; ++i) EXPECT_NEAR(in_feed[i], beside[i], 1e-8) << t << bubble;
+    }
+  }
   const auto m = maxima();
   // At the turning points themselves, and next to them on the outer side.
   EXPECT_NEAR(ask(tessarel_calc_dew_p, m[0]), m[1] * 1e5, 1e-6 * m[1] * 1e5);
