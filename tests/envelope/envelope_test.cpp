@@ -225,9 +225,56 @@ TEST(Envelope, RunsThatStoppedEarly) {
   table->gap = false;
   fill({1, 2, 4, 3.8}, {4.5, 4.2, 3.5, 1.5, 0.5});
   for (int j = 5; j <= table->npnt; ++j) table->point(j)[1] = 1.5;
+  for (const int after : {2, 5, 7}) table->extrema[static_cast<std::size_t>(table->extrema_count++)].after = after;
   removeoverlap2(1, *table);
+  EXPECT_EQ(table->extrema[0].after, 2);
+  EXPECT_EQ(table->extrema[1].after, -1);  // on the part that went
+  EXPECT_EQ(table->extrema[2].after, 5);
   EXPECT_FALSE(table->gap);
   EXPECT_EQ(pressures(), (std::vector<double>{1, 2, 4, 3.8, 3.5, 1.5, 0.5}));
+}
+
+/// Where the critical point goes among points of ln K, T and P, and what moves with it.
+TEST(Envelope, PlaceOfTheCriticalPoint) {
+  const struct {
+    const char* what;
+    std::vector<double> lnk, t, p;
+    int seam;
+    double tc, pc;
+    int place;  // 0: nowhere
+  } cases[] = {
+      {"where ln K changes its sign", {2, 1, -1, -2}, {300, 320, 340, 330}, {10, 20, 30, 15}, 5, 330, 25, 3},
+      {"at a point of it", {2, 0, -1, -2}, {300, 330, 340, 330}, {10, 25, 30, 15}, 5, 330, 25, 2},
+      {"at the seam of two runs, where it keeps it",
+       {2, 1, 1, 2},
+       {300, 320, 340, 330},
+       {10, 20, 30, 15},
+       3,
+       330,
+       25,
+       3},
+      {"of ln K alone, near in T", {2, 1, -1, -2}, {300, 320, 340, 330}, {10, 20, 30, 15}, 5, 330, 8, 3},
+      {"of ln K alone, far from it", {2, 1, -1, -2}, {300, 320, 340, 330}, {10, 20, 30, 15}, 5, 250, 8, 0},
+      {"the third of three changes, by P", {2, -1, 1, -2}, {300, 340, 330, 350}, {10, 15, 25, 35}, 5, 335, 30, 4},
+  };
+  for (const auto& c : cases) {
+    const auto table = std::make_unique<Table>();
+    table->vap_idx = c.seam;
+    for (std::size_t k = 0; k < c.lnk.size(); ++k)
+      table->point(++table->npnt) = {c.lnk[k], std::log(c.t[k]), std::log(c.p[k])};
+    table->extrema_count = 2;
+    table->extrema[0].after = 1;
+    table->extrema[1].after = 3;
+    table->extrema[1].x[0] = -1.5;
+    const int code = insertcritpnt(1, c.tc, c.pc, *table);
+    EXPECT_EQ(code, c.place == 0 ? no_critical_point : 0) << c.what;
+    EXPECT_EQ(table->idx_cp, c.place) << c.what;
+    EXPECT_EQ(table->npnt, c.place == 0 ? 4 : 5) << c.what;
+    if (c.place == 0) continue;
+    EXPECT_NEAR(table->point(c.place)[1], std::log(c.tc), 1e-15) << c.what;
+    EXPECT_EQ(table->extrema[0].after, 1) << c.what;
+    EXPECT_EQ(table->extrema[1].after, 4) << c.what;
+  }
 }
 
 /// All ln K vanish at an azeotrope too, which is no critical point: the line's is the one of the search.
