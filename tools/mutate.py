@@ -19,8 +19,8 @@ The search for places trusts the format: binary operators stand between blanks, 
 
 A fault counts when it compiles and changes an object file. The test programs are built and run one after the other
 with CTest, each test in a process of its own, the quickest program first and no further than the first failure; last
-come the samples of the sweeps in bench/. Tests that exceed the time limit catch the fault as a hang. Afterwards the file and the build tree are put back as they were,
-times included: a fault costs one incremental build, its removal none.
+come the samples of the sweeps in bench/. Tests that exceed the time limit catch the fault as a hang. Afterwards the
+file and the build tree are put back as they were, times included: a fault costs one incremental build, its removal none.
 
 The report is written again after every fault; Ctrl-C ends with what there is. Expect survivors that change no result:
 a start value, a tolerance, a larger array.
