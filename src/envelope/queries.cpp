@@ -107,7 +107,9 @@ bool along_line(Saturation& system, const Stretch& stretch, std::size_t k, std::
     for (const double share : {0.5, 0.9, 0.1, 0.99, 0.01}) solved = solved || solved_at(share);
     if (!solved) return false;
     const double f = x[spec] - value;
-    if (std::abs(f) < 1e-14 * (1.0 + std::abs(value)) || std::abs(high[k] - low[k]) < 1e-13) return true;
+    if (std::abs(f) < 1e-14 * (1.0 + std::abs(value))) return true;
+    // Where both ends say the same, rounding decides what the variable is: next to a critical point by far too much.
+    if (std::abs(high[k] - low[k]) < 1e-13) return std::abs(f) < 1e-9;
     if (f * f_low > 0) {
       low = x;
       f_low = f;
@@ -129,11 +131,17 @@ bool beside_critical(Saturation& system, const Stretch& stretch, std::size_t k, 
                      std::size_t size, Point& x) {
   const bool first = stretch.a[k] == 0;
   const Point &critical = first ? stretch.a : stretch.b, &end = first ? stretch.b : stretch.a;
-  if (critical[k] != 0 || std::abs(value - critical[spec]) > 1e-5) return false;
-  const double reach = std::min(1.0, 1e-3 / std::abs(end[k]));
-  Point near = critical, slope{};
-  for (std::size_t i = 0; i + 2 < size; ++i) near[i] = reach * end[i];
-  if (!system.solve(near, static_cast<int>(k), near[k], Finish::confirmed)) return false;
+  if (critical[k] != 0 || std::abs(value - critical[spec]) > 3e-4) return false;
+  constexpr double nearest = 3e-3, far = 1e-2;
+  Point near = end, slope{};
+  while (std::abs(near[k]) > nearest) {
+    const double part = std::max(0.3, nearest / std::abs(near[k]));
+    Point next{};
+    for (std::size_t i = 0; i < size; ++i) next[i] = critical[i] + part * (near[i] - critical[i]);
+    if (!system.solve(next, static_cast<int>(k), next[k], Finish::confirmed)) break;
+    near = next;
+  }
+  if (std::abs(near[k]) > far || !system.solve(near, static_cast<int>(k), near[k], Finish::confirmed)) return false;
   system.tangent(slope);
   const auto linear = [&](std::size_t i) { return 2 * (near[i] - critical[i]) - slope[i] * near[k]; };
   const auto square = [&](std::size_t i) { return slope[i] * near[k] - (near[i] - critical[i]); };

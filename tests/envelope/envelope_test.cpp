@@ -255,6 +255,7 @@ TEST(Envelope, PlaceOfTheCriticalPoint) {
        3},
       {"of ln K alone, near in T", {2, 1, -1, -2}, {300, 320, 340, 330}, {10, 20, 30, 15}, 5, 330, 8, 3},
       {"of ln K alone, far from it", {2, 1, -1, -2}, {300, 320, 340, 330}, {10, 20, 30, 15}, 5, 250, 8, 0},
+      {"the flatter of two near changes", {2, -1, 1, -2}, {300, 340, 330, 350}, {10, 15, 25, 35}, 5, 335, 8, 4},
       {"the third of three changes, by P", {2, -1, 1, -2}, {300, 340, 330, 350}, {10, 15, 25, 35}, 5, 335, 30, 4},
   };
   for (const auto& c : cases) {
@@ -310,6 +311,33 @@ TEST(Envelope, QueriesBesideTheMaximum) {
       EXPECT_LT(point.result, table->t_pmaxpe) << share << " " << below;
       EXPECT_GT(point.result, last) << share << " " << below;
       last = point.result;
+    }
+  }
+}
+
+/// Next to the critical point the slope of the line goes on as it did, though the equations decide less and less.
+TEST(Envelope, QueriesBesideTheCriticalPoint) {
+  const std::pair<std::vector<std::string>, Values> mixtures[] = {
+      {{"methane", "n-butane"}, {0.5, 0.5}},
+      {{"methane", "ethane", "propane", "n-butane", "nitrogen"}, {0.85, 0.07, 0.04, 0.02, 0.02}}};
+  for (const auto& [names, z] : mixtures) {
+    const TestFluid f(names, z);
+    const auto table = std::make_unique<Table>();
+    ASSERT_EQ(calc_phaseenv(f.fluid(), *table), 0);
+    for (const bool by_t : {true, false}) {
+      if (!by_t && table->t_pmaxpe < table->tcrtpe) continue;  // the bubble line falls to the critical point
+      const double given = by_t ? table->tcrtpe : table->pcrtpe, asked = by_t ? table->pcrtpe : table->tcrtpe;
+      const auto slope = [&](double share) {
+        SaturationPoint point;
+        bool interpolated = true;
+        const double value = given * (1 - share);
+        EXPECT_EQ(calc_bubdew(f.fluid(), *table, by_t ? 'T' : 'P', 'B', value, point, interpolated), 0);
+        EXPECT_FALSE(interpolated) << share;
+        return (point.result - asked) / (value - given);
+      };
+      const double near = slope(6e-4), far = slope(1.2e-3);
+      for (const double share : {3e-4, 1e-4, 3e-5, 1e-5, 3e-6, 1e-6, 1e-7})
+        EXPECT_NEAR(slope(share) / (near + (near - far) * (1 - share / 6e-4)), 1, 1e-4) << share;
     }
   }
 }
