@@ -92,9 +92,10 @@ double lowest_on_branch(const Table& table, bool upwards, std::size_t spec) {
 }
 
 /// Beside a turning point of T or P the variable asked for hardly moves along the line: the point at which it has its
-/// value, by false position (Illinois) over points solved at given ln K of the component k.
-bool along_line(Saturation& system, const Stretch& stretch, std::size_t k, std::size_t spec, double value,
-                std::size_t size, Point& x) {
+/// value, by false position (Illinois) over points solved at given ln K of the component k. Returns how far the
+/// variable is off, which next to a critical point is rounding of any size; HUGE_VAL where no point was found.
+double along_line(Saturation& system, const Stretch& stretch, std::size_t k, std::size_t spec, double value,
+                  std::size_t size, Point& x) {
   Point low = stretch.a, high = stretch.b;
   double f_low = low[spec] - value, f_high = high[spec] - value;
   for (int pass = 0, side = 0; pass < 60; ++pass) {
@@ -105,11 +106,9 @@ bool along_line(Saturation& system, const Stretch& stretch, std::size_t k, std::
     // Newton's method needs a start nearer to it where T and P go with the square of ln K: then from beside the ends.
     bool solved = pass <= 40 && solved_at(f_low / (f_low - f_high));
     for (const double share : {0.5, 0.9, 0.1, 0.99, 0.01}) solved = solved || solved_at(share);
-    if (!solved) return false;
+    if (!solved) return HUGE_VAL;
     const double f = x[spec] - value;
-    if (std::abs(f) < 1e-14 * (1.0 + std::abs(value))) return true;
-    // Where both ends say the same, rounding decides what the variable is: next to a critical point by far too much.
-    if (std::abs(high[k] - low[k]) < 1e-13) return std::abs(f) < 1e-9;
+    if (std::abs(f) < 1e-14 * (1.0 + std::abs(value)) || std::abs(high[k] - low[k]) < 1e-13) return std::abs(f);
     if (f * f_low > 0) {
       low = x;
       f_low = f;
@@ -122,7 +121,7 @@ bool along_line(Saturation& system, const Stretch& stretch, std::size_t k, std::
       side = 1;
     }
   }
-  return std::abs(x[spec] - value) < 1e-12;
+  return std::abs(x[spec] - value) < 1e-12 ? 0 : HUGE_VAL;
 }
 
 /// So near a critical point that the equations decide nothing: on the parabola through it with the value and the slope
@@ -231,8 +230,16 @@ int calc_bubdew(const Fluid& fluid, const Table& table, char given, char what, d
       x = expected;
       solved = system.solve(x, static_cast<int>(spec), target) && !off();
     }
-    if (!solved) solved = along_line(system, found, k, spec, target, size, x);
-    if (!solved) solved = beside_critical(system, found, k, spec, target, size, x);
+    if (!solved) {
+      const double miss = along_line(system, found, k, spec, target, size, x);
+      solved = miss < 1e-9;
+      Point parabola{};
+      if (!solved && beside_critical(system, found, k, spec, target, size, parabola)) {
+        x = parabola;
+        solved = true;
+      }
+      solved = solved || miss < 1e-7;
+    }
     if (!solved) {
       interpolated = true;
       x = expected;
