@@ -14,8 +14,8 @@ import numpy as np
 
 from ._native import ERROR_FIELD, NOT_COMPUTED, Error, Message, Session, library
 from .extras import need
-from .forms import Forms, HeatForms
-from .state import DERIVED, FRACTIONS, LIQUID, STATE, VAPOUR
+from .forms import HeatForms
+from .state import DERIVED, FRACTIONS, LIQUID, STATE, VAPOUR, State
 
 if TYPE_CHECKING:
     from .fluid import Fluid, Pair
@@ -34,26 +34,81 @@ def _column(place: int, meaning: str):
     return cached_property(read)
 
 
-class PhaseArrays(Forms):
-    """One phase of the states: T [K], P [Pa], v [m3/mol], u, h [J/mol], s [J/(mol K)], z (..., n); nan where it is not
-    there."""
+def _of_each(index: int, meaning: str):
+    """A property of a phase of the states that each of them is asked for: a call of the library for each."""
 
-    def __init__(self, states: States, values: list[np.ndarray], z: np.ndarray, molar_masses: np.ndarray) -> None:
+    def read(self: PhaseArrays) -> np.ndarray:
+        return self._derived[index]
+
+    read.__doc__ = meaning
+    return property(read)
+
+
+class PhaseArrays(HeatForms):
+    """One phase of the states: T [K], P [Pa], v [m3/mol], u, h [J/mol], s [J/(mol K)], z (..., n); nan where it is not
+    there.
+
+    cv and what follows it here, and lnphi, are calculated when first asked for, one state after the other.
+    """
+
+    def __init__(self, states: States, name: str, values: list[np.ndarray], z: np.ndarray) -> None:
         self.T, self.P = states.T, states.P
         self.v, self.u, self.h, self.s = values
         self.z = z
-        self.molar_mass = z @ molar_masses
+        self.molar_mass = z @ states.fluid.molar_masses
+        self._states, self._name = states, name
+
+    cv = _of_each(0, "Isochoric heat capacity [J/(mol K)].")
+    cp = _of_each(1, "Isobaric heat capacity [J/(mol K)].")
+    w = _of_each(2, "Speed of sound [m/s].")
+    joule_thomson = _of_each(3, "Joule-Thomson coefficient [K/Pa].")
+    kappa_T = _of_each(4, "Isothermal compressibility [1/Pa].")
+    alpha_P = _of_each(5, "Thermal expansion [1/K].")
+
+    @cached_property
+    def lnphi(self) -> np.ndarray:
+        """Logarithms of the fugacity coefficients, components last."""
+        return self._each(lambda phase: phase.lnphi, self.z.shape)
+
+    @cached_property
+    def _derived(self) -> np.ndarray:
+        return np.moveaxis(self._each(lambda phase: phase._derived_values(), (*self.T.shape, 7)), -1, 0)
+
+    def _each(self, values, shape: tuple[int, ...]) -> np.ndarray:
+        """The values of this phase of every state that has it; nan where the library refuses them."""
+        self._states._check_version()
+        out = np.full(shape, np.nan)
+        for place in zip(*np.nonzero(self._states._there(self._name))):
+            try:
+                out[place] = values(getattr(self._states[place], self._name))
+            except Error:
+                pass
+        return out
 
 
 class States(HeatForms):
     """States as arrays of one shape, with the names and units of State.
 
-    Where there is no state `ok` is False, all values are nan, and `message` tells why.
+    Where there is no state `ok` is False, all values are nan, and `message` tells why. `states[2]`, or `states[2, 0]`
+    with two axes, is one of them as a State.
     """
 
     def __init__(self, fluid: Fluid, shape: tuple[int, ...], job: _Job) -> None:
         self.shape, self.molar_mass = shape, fluid.molar_mass
-        self._molar_masses, self._job = fluid.molar_masses, job
+        self.fluid, self._version, self._job = fluid, fluid._version, job
+
+    _check_version = State._check_version
+
+    def __getitem__(self, place: int | tuple[int, ...]) -> State:
+        """The state at this place, an error if there is none."""
+        flat = np.arange(self.ok.size).reshape(self.shape)[place]
+        if np.ndim(flat):
+            raise Error(f"states of shape {self.shape} need {len(self.shape)} indices to name one of them")
+        if not self.ok.flat[flat]:
+            raise Error(f"{self._job.failed[int(flat)]} [state {place}]")
+        job = self._job
+        row = [*job.values[:, flat].tolist(), *job.x[flat].tolist(), *job.y[flat].tolist()]
+        return State(self.fluid, row, job.pair.forced, self._version)
 
     def _values(self, place: int) -> np.ndarray:
         column = self._job.values[place]
@@ -98,7 +153,7 @@ class States(HeatForms):
         values = [
             np.where(two, self._values(place + k), np.where(there, self._values(2 + k), np.nan)) for k in range(4)
         ]
-        return PhaseArrays(self, values, z, self._molar_masses)
+        return PhaseArrays(self, phase, values, z)
 
     @cached_property
     def x(self) -> np.ndarray:
@@ -110,12 +165,12 @@ class States(HeatForms):
         """Mole fractions of the vapour, components last; nan where there is none."""
         return np.where(self._there("vapour")[..., None], self._job.y.reshape(*self.shape, -1), np.nan)
 
-    @property
+    @cached_property
     def liquid(self) -> PhaseArrays:
         """The liquid of each state, also where it is alone; nan where there is none."""
         return self._phase("liquid", LIQUID, self.x)
 
-    @property
+    @cached_property
     def vapour(self) -> PhaseArrays:
         """The vapour of each state, also where it is alone; nan where there is none."""
         return self._phase("vapour", VAPOUR, self.y)

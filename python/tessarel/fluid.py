@@ -284,7 +284,7 @@ class Fluid:
                 RangeWarning,
                 stacklevel=2,
             )
-        return State(self, row, pair.forced)
+        return State(self, row, pair.forced, self._version)
 
     def states(
         self, *, phase: str | None = None, threads: int | None = None, progress: bool = False, **given

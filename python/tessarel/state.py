@@ -131,8 +131,8 @@ class State(Properties):
 
     __slots__ = ("q", "_row", "_forced")
 
-    def __init__(self, fluid: Fluid, row: list[float], forced: str | None) -> None:
-        self.fluid, self._version, self._row, self._forced = fluid, fluid._version, row, forced
+    def __init__(self, fluid: Fluid, row: list[float], forced: str | None, version: int) -> None:
+        self.fluid, self._version, self._row, self._forced = fluid, version, row, forced
         self.T, self.P, self.v, self.u, self.h, self.s, self.q = row[:7]
         self._derived = None
         self._root = LOWER_GIBBS if forced is None else LIQUID_ROOT if forced == "liquid" else VAPOUR_ROOT

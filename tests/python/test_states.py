@@ -191,6 +191,14 @@ def test_arrays_have_the_bits_of_single_states_on_any_number_of_threads():
         state = fluid.state(T=float(t[i, 0]), P=float(p[j]))
         assert [state.v, state.h, state.s, state.q] == [a[i, j] for a in (one.v, one.h, one.s, one.q)]
         assert state.phase == "two phases" or state.cp == one.cp[i, j]
+        assert repr(one[i, j]) == repr(state)
+        for name in ("liquid", "vapour"):
+            found, phases = getattr(one, name), state.phase in ("two phases", name)
+            same = [getattr(getattr(state, name), p) for p in ("cv_mass", "w")] if phases else [np.nan] * 2
+            np.testing.assert_array_equal([found.cv_mass[i, j], found.w[i, j]], same)
+            np.testing.assert_array_equal(found.lnphi[i, j], getattr(state, name).lnphi if phases else np.nan)
+    with pytest.raises(tessarel.Error, match="positive finite numbers"):
+        one[3, 0]
     forced = fluid.states(T=[250.0, 251.0], P=60e5, phase="liquid")
     assert forced.v[0] == fluid.state(T=250.0, P=60e5, phase="liquid").v and np.isnan(forced.vapour.v).all()
 
