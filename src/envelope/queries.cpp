@@ -11,7 +11,7 @@ using fluid::at;
 
 namespace {
 
-constexpr int bad_given = 455, bad_what = 456, not_found = 461, no_convergence = 470;
+constexpr int bad_given = 455, bad_what = 456, not_found = 461, only_dew = 462, only_bubble = 463, no_convergence = 470;
 
 /// A stretch of the line between two neighbouring points, or a point and an extremum.
 struct Stretch {
@@ -75,6 +75,21 @@ bool walk(const Table& table, std::size_t n, bool upwards, Visit&& visit) {
       if (visit(Stretch{lower, *nodes[i], *nodes[i + 1]})) return true;
   }
   return false;
+}
+
+/// The first stretch on the way from one end that has the value; `exact` where it is that of `found.a`.
+bool first_stretch(const Table& table, std::size_t n, bool upwards, std::size_t spec, double value, Stretch& found,
+                   bool& exact) {
+  return walk(table, n, upwards, [&](const Stretch& s) {
+    const double a = s.a[spec] - value, b = s.b[spec] - value;
+    // Within rounding of the end of the line or of an extremum.
+    const bool touches = std::abs(a) < 2e-12 || std::abs(b) < 2e-12;
+    if (!(a * b <= 0) && !touches) return false;
+    found = s;
+    exact = a == 0 || b == 0 || touches;
+    if (exact && (std::abs(b) < std::abs(a))) std::swap(found.a, found.b);
+    return true;
+  });
 }
 
 /// The lowest value of a variable on a branch, from its end to the critical point or the other run. On an open line
@@ -187,17 +202,7 @@ int calc_bubdew(const Fluid& fluid, const Table& table, char given, char what, d
   if (!(value >= low * (1.0 - 1e-12) && value <= high * (1.0 + 1e-12))) return (bubble ? 457 : 459) + (by_t ? 1 : 0);
   Stretch found;
   bool exact = false;
-  const bool bracketed = walk(table, n, upwards, [&](const Stretch& s) {
-    const double a = s.a[spec] - target, b = s.b[spec] - target;
-    // Within rounding of the end of the line or of an extremum.
-    const bool touches = std::abs(a) < 2e-12 || std::abs(b) < 2e-12;
-    if (!(a * b <= 0) && !touches) return false;
-    found = s;
-    exact = a == 0 || b == 0 || touches;
-    if (exact && (std::abs(b) < std::abs(a))) std::swap(found.a, found.b);
-    return true;
-  });
-  if (!bracketed) return not_found;
+  if (!first_stretch(table, n, upwards, spec, target, found, exact)) return not_found;
   const Arena::Frame frame(fluid.eos.arena());
   const double beta = table.beta(found.lower);
   Saturation system(fluid.eos, fluid.n, fluid.z, beta);
@@ -252,6 +257,21 @@ int calc_bubdew(const Fluid& fluid, const Table& table, char given, char what, d
   (bubble ? point.y : point.x) = beta < 0.5 ? vapour : liquid;
   point.result = std::exp(by_t ? x[n + 1] : x[n]);
   return 0;
+}
+
+int lacks_kind(int n, const Table& table, char given, char what, double value) {
+  const bool bubble = what == 'B';
+  if (table.idx_cp != 0 || table.vap_idx != (bubble ? 1 : 0)) return 0;
+  const std::size_t spec = at(n) + (given == 'T' ? 0 : 1);
+  Stretch up, down;
+  bool exact = false;
+  if (!first_stretch(table, at(n), true, spec, std::log(value), up, exact) ||
+      !first_stretch(table, at(n), false, spec, std::log(value), down, exact))
+    return 0;
+  const bool once =
+      up.lower == down.lower && std::minmax(up.a[spec], up.b[spec]) == std::minmax(down.a[spec], down.b[spec]);
+  if (!once) return 0;
+  return bubble ? only_dew : only_bubble;
 }
 
 bool dew_without_trace(const Fluid& fluid, double p, double& t) {
@@ -313,9 +333,9 @@ Message errorstring(int ierr, FixedText<64>& text) {
       return "Dew point calculation: input temperature out of range.";
     case not_found:
       return "Bubble/dew point calc.: crash safety error...";
-    case 462:
+    case only_dew:
       return "Bubble point calc.: input condition is dew point condition.";
-    case 463:
+    case only_bubble:
       return "Dew point calc.: input condition is bubble point condition.";
     case 464:
       return "Bubble/dew point calc.: error in polynomial interpolation...";

@@ -20,6 +20,10 @@ struct SaturationPoint {
 int calc_bubdew(const eos::Fluid& fluid, const Table& table, char given, char what, double value,
                 SaturationPoint& point, bool& interpolated);
 
+/// Whether a query of calc_bubdew asks for a kind of point that the line lacks: an open line of one run at a value that
+/// it passes once has no other answer than its own. Returns 0, or the code 462 for a bubble and 463 for a dew query.
+int lacks_kind(int n, const Table& table, char given, char what, double value);
+
 /// A dew temperature [K] at `p` [bar] from nothing but the feed, to about the price of a flash. It may be a metastable
 /// one; false where Newton's method does not arrive.
 bool dew_without_trace(const eos::Fluid& fluid, double p, double& t);

@@ -50,6 +50,7 @@ class Tracer {
   void update_cubic(bool has_last, const Point& x, const Point& dx);
   void cp_and_extrema(const Point& x, const Point& dx);
   void critpntstrategy(Point& x);
+  [[nodiscard]] bool goes_on_by_lnk(Saturation& system, Point& x);
   void turn_selectors(Saturation& system, const Point& x) const;
   void add_extremum(std::size_t variable, double s, bool minimum);
   [[nodiscard]] bool meets_at_critical(bool crossed) const;
@@ -337,6 +338,37 @@ void Tracer::critpntstrategy(Point& x) {
   }
 }
 
+/// A way on for a run that is stuck beside a critical point with T or P specified: where the phases become alike over a
+/// long piece of the line, these leave ln K open to several digits, and Newton's method does not settle. Takes back the
+/// points at which ln K had less than doubled, and sets x by its largest ln K, at the mirror image of the newest point.
+bool Tracer::goes_on_by_lnk(Saturation& system, Point& x) {
+  const int stuck = table_.npnt, begin = std::max(table_.vap_idx, 1);
+  const Point end = table_.point(stuck);
+  const std::size_t k = Table::largest(fluid_.n, end);
+  if (spec_ < n_ || scale_of(end) > 0.01) return false;
+  while (table_.npnt > begin && std::abs(table_.point(table_.npnt)[k]) < 2.0 * std::abs(end[k])) --table_.npnt;
+  if (table_.npnt == begin) {
+    table_.npnt = stuck;
+    return false;
+  }
+  while (table_.extrema_count > 0 && table_.extrema[at(table_.extrema_count - 1)].after >= table_.npnt)
+    --table_.extrema_count;
+  spec_ = k;
+  Point step{}, dx{};
+  for (const int j : {table_.npnt - 1, table_.npnt}) {
+    x = table_.point(j);
+    at_point_ = system.selectors = selectors_of(table_.turned[at(j - 1)]);
+    if (!system.prepare(x, static_cast<int>(k), x[k]) || !system.correction(step)) return false;
+    last_contrast_ = contrast_;
+    contrast_ = contrast();
+  }
+  system.tangent(dx);
+  update_cubic(false, x, dx);
+  ds_ = -2.0 * x[k];
+  extrapolate(ds_, x);
+  return true;
+}
+
 int Tracer::run(int beta, double start_pressure) {
   Saturation& system = beta == 0 ? bubble_ : dew_;
   system_ = &system;
@@ -349,7 +381,7 @@ int Tracer::run(int beta, double start_pressure) {
   at_point_ = system.selectors = {1, -1};
   ds_ = 1;
   cubic_ = {};
-  bool first = true;
+  bool first = true, by_lnk = false;
   double t = std::exp(x[n_]);
   const double lowest = t - 1.0;
   const fluid::Parameters& p = fluid_.eos.parameters();
@@ -359,6 +391,10 @@ int Tracer::run(int beta, double start_pressure) {
     // Below the pressure at which runs begin a line of two liquids goes on to none at all.
     if (!first && (t < lowest || t > highest || table_.point(table_.npnt)[n_ + 1] < lowest_lnp)) return 0;
     const Corrected corrected = newtonsolver(system, first, x, dx);
+    if (corrected.ierr == step_too_small && !by_lnk && goes_on_by_lnk(system, x)) {
+      by_lnk = true;
+      continue;
+    }
     if (corrected.ierr != 0) return corrected.ierr;
     at_point_ = system.selectors;
     last_contrast_ = contrast_;

@@ -62,15 +62,19 @@ Message saturation_alone(const eos::Fluid& fluid, char given, double value, enve
 
 Message bubble_or_dew(Session& session, const double* z, char given, char what, double value,
                       envelope::SaturationPoint& point, FixedText<64>& text) {
-  point.result = fluid::not_computed;
+  point = {};
   std::copy_n(z, session.n(), point.x.begin());
   std::copy_n(z, session.n(), point.y.begin());
+  const envelope::SaturationPoint unanswered = point;
   if (const eos::Fluid alone{session.eos(), session.n(), z, session.limits}; alone.n > 1 && alone.pure())
     return saturation_alone(alone, given, value, point);
   if (!envelope_for_query(session, z)) return "Error calculating phase envelope...";
   bool interpolated = false;
   const eos::Fluid fluid{session.eos(), session.n(), z, session.limits};
-  const int code = envelope::calc_bubdew(fluid, *session.envelope.table, given, what, value, point, interpolated);
+  const envelope::Table& table = *session.envelope.table;
+  int code = envelope::calc_bubdew(fluid, table, given, what, value, point, interpolated);
+  if (code == 0) code = envelope::lacks_kind(fluid.n, table, given, what, value);
+  if (code != 0) point = unanswered;
   if (interpolated) ++session.work.statistics.interpolated_queries;
   return envelope::errorstring(code, text);
 }
