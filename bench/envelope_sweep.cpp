@@ -151,7 +151,7 @@ class Sweep {
 
   Saturation system_at(const eos::Fluid& fluid, int j) const {
     Saturation system(fluid.eos, fluid.n, fluid.z, table_->beta(j));
-    system.selectors = envelope::selectors_of(table_->turned[at(j - 1)]);
+    system.selectors = table_->selectors[at(j - 1)];
     return system;
   }
 

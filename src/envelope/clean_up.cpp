@@ -305,7 +305,7 @@ int insertcritpnt(int n, double tc, double pc, Table& table) {
   inserted[size] = lnt;
   inserted[size + 1] = lnp;
   table.tangent(place + 1) = {};
-  table.turned[at(place)] = table.turned[at(place + 1)];
+  table.selectors[at(place)] = table.selectors[at(place + 1)];
   if (place < table.vap_idx) ++table.vap_idx;
   table.idx_cp = place + 1;
   return 0;

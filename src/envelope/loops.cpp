@@ -75,7 +75,7 @@ bool solve_on(const Fluid& fluid, const Table& table, int j, double lnt, OnLine&
   const auto n = at(fluid.n);
   const Arena::Frame frame(fluid.eos.arena());
   Saturation system(fluid.eos, fluid.n, fluid.z, table.beta(j));
-  system.selectors = selectors_of(table.turned[at(j - 1)]);
+  system.selectors = table.selectors[at(j - 1)];
   if (s.x[n] == 0) {
     const Point &a = table.point(j), &b = table.point(j + 1);
     const double share = a[n] != b[n] ? (lnt - a[n]) / (b[n] - a[n]) : 0.0;
@@ -90,22 +90,30 @@ bool solve_on(const Fluid& fluid, const Table& table, int j, double lnt, OnLine&
   return true;
 }
 
+/// Whether the feed is in equilibrium with two different phases, not with one that both stretches have.
+bool are_apart(std::size_t n, const Table& table, const Crossing& c, const OnLine& first, const OnLine& second) {
+  const double same_side = table.beta(c.i) == table.beta(c.j) ? 1.0 : -1.0;
+  double apart = 0;
+  for (std::size_t i = 0; i < n; ++i) apart = std::max(apart, std::abs(first.x[i] - same_side * second.x[i]));
+  return apart > 1e-3;
+}
+
 /// Newton's method on the difference of the pressures of both stretches.
 bool refine(const Fluid& fluid, const Table& table, const Crossing& c, OnLine& first, OnLine& second) {
   const auto n = at(fluid.n);
-  double lnt = c.lnt;
+  double lnt = c.lnt, last = HUGE_VAL;
   for (int pass = 0; pass < 12; ++pass) {
     if (!solve_on(fluid, table, c.i, lnt, first) || !solve_on(fluid, table, c.j, lnt, second)) return false;
+    if (!are_apart(n, table, c, first, second)) return false;
     const double step =
         std::clamp((second.x[n + 1] - first.x[n + 1]) / (first.dx[n + 1] - second.dx[n + 1]), -0.1, 0.1);
     if (!std::isfinite(step)) return false;
-    if (std::abs(step) < 1e-13 || (pass > 6 && std::abs(step) < 1e-11)) {
-      double apart = 0;  // two incipient phases
-      for (std::size_t i = 0; i < n; ++i) apart = std::max(apart, std::abs(first.x[i] - second.x[i]));
-      return std::abs(first.bulk_density / second.bulk_density - 1.0) < 1e-6 && apart > 1e-3 &&
-             std::abs(lnt - c.lnt) < 0.05;
-    }
+    // Two liquids of nearly one composition hand rounding on to their pressure a thousandfold.
+    const bool rounding = std::abs(step) < 1e-9 && std::abs(step) > 0.3 * last;
+    if (std::abs(step) < 1e-13 || rounding)
+      return std::abs(first.bulk_density / second.bulk_density - 1.0) < 1e-6 && std::abs(lnt - c.lnt) < 0.05;
     lnt += step;
+    last = std::abs(step);
   }
   return false;
 }
@@ -127,16 +135,16 @@ void cut(std::size_t n, Table& table, const Crossing& c, const OnLine& first, co
     table.extrema[at(kept++)] = extremum;
   }
   table.extrema_count = kept;
-  const bool turned_first = table.turned[at(c.i - 1)], turned_second = table.turned[at(c.j - 1)];
+  const Selectors of_first = table.selectors[at(c.i - 1)], of_second = table.selectors[at(c.j - 1)];
   for (int k = c.j + 1; k <= table.npnt; ++k) table.copy_point(k, k - shift);
   table.npnt -= shift;
-  const auto put = [&](int j, const OnLine& s, bool turned) {
+  const auto put = [&](int j, const OnLine& s, Selectors selectors) {
     table.point(j) = s.x;
     table.tangent(j) = s.dx;
-    table.turned[at(j - 1)] = turned;
+    table.selectors[at(j - 1)] = selectors;
   };
-  put(c.i + 1, first, turned_first);
-  put(c.i + 2, second, turned_second);
+  put(c.i + 1, first, of_first);
+  put(c.i + 2, second, of_second);
   if (seam > c.j)
     table.vap_idx -= shift;
   else if (seam > c.i)
@@ -144,6 +152,14 @@ void cut(std::size_t n, Table& table, const Crossing& c, const OnLine& first, co
 }
 
 }  // namespace
+
+int meeting_of_runs(const Fluid& fluid, const Table& table) {
+  const auto n = at(fluid.n);
+  OnLine first, second;
+  for (Crossing c; next_crossing(n, table, c); first = second = {})
+    if (c.i < table.vap_idx && c.j >= table.vap_idx && refine(fluid, table, c, first, second)) return c.i;
+  return 0;
+}
 
 bool cut_loops(const Fluid& fluid, Table& table) {
   const auto n = at(fluid.n);

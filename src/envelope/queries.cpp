@@ -206,7 +206,7 @@ int calc_bubdew(const Fluid& fluid, const Table& table, char given, char what, d
   const Arena::Frame frame(fluid.eos.arena());
   const double beta = table.beta(found.lower);
   Saturation system(fluid.eos, fluid.n, fluid.z, beta);
-  system.selectors = selectors_of(table.turned[at(found.lower - 1)]);
+  system.selectors = table.selectors[at(found.lower - 1)];
   Point x{};
   if (exact) {
     x = found.a;

@@ -12,16 +12,6 @@
 
 namespace tessarel::envelope {
 
-/// Which density root the phase in the place of the liquid and the one in the place of the vapour take: 1 the liquid-
-/// like, -1 the vapour-like. Both turn round at a critical point.
-struct Selectors {
-  int liquid = 1, vapour = -1;
-  [[nodiscard]] bool turned() const { return liquid < 0; }
-};
-inline Selectors selectors_of(bool turned) {
-  return turned ? Selectors{-1, 1} : Selectors{1, -1};
-}
-
 /// Whether the last evaluation is spared that would only confirm the solution; phases and Jacobian are then those of
 /// the iterate before, some 1e-6 beside it.
 enum class Finish { early, confirmed };

@@ -13,17 +13,30 @@ namespace tessarel::envelope {
 /// ln K of each component (K = y / x, vapour over liquid), then ln T [K], ln P [bar].
 using Point = std::array<double, fluid::nmax + 2>;
 
+/// Which density root the phase in the place of the liquid and the one in the place of the vapour take: 1 the liquid-
+/// like, -1 the vapour-like. Both turn round at a critical point. Two liquids of which one has a vapour-like root as
+/// well take the liquid-like one.
+struct Selectors {
+  int liquid = 1, vapour = -1;
+  [[nodiscard]] bool turned() const { return liquid < 0; }
+  [[nodiscard]] bool alike() const { return liquid == vapour; }
+};
+inline Selectors selectors_of(bool turned) {
+  return turned ? Selectors{-1, 1} : Selectors{1, -1};
+}
+inline constexpr Selectors two_liquids{1, 1};
+
 struct Table {
   static constexpr int capacity = 5000;
 
   std::array<Point, capacity> points;    ///< point j, counted from 1, at [j - 1]
   std::array<Point, capacity> tangents;  ///< derivatives by the variable that was specified at the point
-  std::array<bool, capacity> turned{};   ///< the phase labelled liquid takes the vapour-like root
-  int npnt = 0;                          ///< points in use
-  int vap_idx = 0;                       ///< first point of the dew side, 0 while there is none
-  int idx_cp = 0;                        ///< the critical point, 0 if none
-  bool gap = false;                      ///< the two runs did not meet
-  int debug = 0;                         ///< above 0 the steps of a trace print
+  std::array<Selectors, capacity> selectors{};
+  int npnt = 0;      ///< points in use
+  int vap_idx = 0;   ///< first point of the dew side, 0 while there is none
+  int idx_cp = 0;    ///< the critical point, 0 if none
+  bool gap = false;  ///< the two runs did not meet
+  int debug = 0;     ///< above 0 the steps of a trace print
 
   /// A turning point of T or P between two points of the table.
   struct Extremum {
@@ -68,12 +81,12 @@ struct Table {
   void copy_point(int from, int to) {
     point(to) = point(from);
     tangent(to) = tangent(from);
-    turned[fluid::at(to - 1)] = turned[fluid::at(from - 1)];
+    selectors[fluid::at(to - 1)] = selectors[fluid::at(from - 1)];
   }
   void swap_points(int a, int b) {
     std::swap(point(a), point(b));
     std::swap(tangent(a), tangent(b));
-    std::swap(turned[fluid::at(a - 1)], turned[fluid::at(b - 1)]);
+    std::swap(selectors[fluid::at(a - 1)], selectors[fluid::at(b - 1)]);
   }
 };
 

@@ -38,10 +38,13 @@ class Tracer {
   int run(int beta, double start_pressure);
   int second_run();
   int complete(int first_end, int& beta);
-  void end_at_lost_root(int first);
+  void end_at(int last);
+  [[nodiscard]] int last_on_labels(int first) const;
+  void label_two_liquids(int last);
+  [[nodiscard]] bool lies_on(int j, const Selectors& selectors) const;
   [[nodiscard]] bool vapour_is_stable(const Point& x) const;
   [[nodiscard]] bool liquid_is_stable(const Point& x) const;
-  [[nodiscard]] bool first_run_counts(int points, bool crossed) const;
+  [[nodiscard]] bool first_run_counts(int points, bool crossed, int end) const;
   void start(int beta, double start_pressure, Point& x);
   Corrected newtonsolver(Saturation& system, bool first, Point& x, Point& dx);
   [[nodiscard]] std::size_t selectspecvar(const Point& dx) const;
@@ -50,7 +53,10 @@ class Tracer {
   void update_cubic(bool has_last, const Point& x, const Point& dx);
   void cp_and_extrema(const Point& x, const Point& dx);
   void critpntstrategy(Point& x);
-  [[nodiscard]] bool goes_on_by_lnk(Saturation& system, Point& x);
+  template <class Drop>
+  bool rewind(Saturation& system, std::size_t spec, const Selectors* selectors, Drop drop, Point& x);
+  bool goes_on_by_lnk(Saturation& system, Point& x);
+  bool goes_on_as_two_liquids(Saturation& system, Point& x);
   void turn_selectors(Saturation& system, const Point& x) const;
   void add_extremum(std::size_t variable, double s, bool minimum);
   [[nodiscard]] bool meets_at_critical(bool crossed) const;
@@ -251,7 +257,7 @@ void Tracer::add_extremum(std::size_t variable, double s, bool minimum) {
   for (std::size_t i = 0; i < n_ + 2; ++i) interpolated[i] = cubic_.value(i, s);
   Point x = interpolated;
   // The step may have passed a critical point behind the extremum.
-  const bool passed = table_.turned[at(last - 1)] != table_.turned[at(last - 2)];
+  const bool passed = table_.selectors[at(last - 1)].turned() != table_.selectors[at(last - 2)].turned();
   system_->selectors = passed && opposite(x, table_.point(last)) ? selectors_of(!at_point_.turned()) : at_point_;
   Point critical{};
   const Critical& known = critical_[at(beta_)];
@@ -338,33 +344,54 @@ void Tracer::critpntstrategy(Point& x) {
   }
 }
 
-/// A way on for a run that is stuck beside a critical point with T or P specified: where the phases become alike over a
-/// long piece of the line, these leave ln K open to several digits, and Newton's method does not settle. Takes back the
-/// points at which ln K had less than doubled, and sets x by its largest ln K, at the mirror image of the newest point.
-bool Tracer::goes_on_by_lnk(Saturation& system, Point& x) {
-  const int stuck = table_.npnt, begin = std::max(table_.vap_idx, 1);
-  const Point end = table_.point(stuck);
-  const std::size_t k = Table::largest(fluid_.n, end);
-  if (spec_ < n_ || scale_of(end) > 0.01) return false;
-  while (table_.npnt > begin && std::abs(table_.point(table_.npnt)[k]) < 2.0 * std::abs(end[k])) --table_.npnt;
-  if (table_.npnt == begin) {
-    table_.npnt = stuck;
-    return false;
-  }
-  while (table_.extrema_count > 0 && table_.extrema[at(table_.extrema_count - 1)].after >= table_.npnt)
-    --table_.extrema_count;
-  spec_ = k;
+/// Takes back the newest points as long as `drop` wants it, and makes the one then newest the start of the next step,
+/// with `spec` specified and the roots `selectors` if they hold there.
+template <class Drop>
+bool Tracer::rewind(Saturation& system, std::size_t spec, const Selectors* selectors, Drop drop, Point& x) {
+  const int begin = std::max(table_.vap_idx, 1);
+  int last = table_.npnt;
+  while (last > begin && drop(table_.point(last))) --last;
+  if (last == begin) return false;
   Point step{}, dx{};
-  for (const int j : {table_.npnt - 1, table_.npnt}) {
+  for (const int j : {last - 1, last}) {
     x = table_.point(j);
-    at_point_ = system.selectors = selectors_of(table_.turned[at(j - 1)]);
-    if (!system.prepare(x, static_cast<int>(k), x[k]) || !system.correction(step)) return false;
+    system.selectors = selectors != nullptr ? *selectors : table_.selectors[at(j - 1)];
+    if (!system.prepare(x, static_cast<int>(spec), x[spec]) || system.residual() > 1e-8 || !system.correction(step))
+      return false;
     last_contrast_ = contrast_;
     contrast_ = contrast();
   }
   system.tangent(dx);
+  at_point_ = table_.selectors[at(last - 1)] = system.selectors;
+  table_.npnt = last;
+  while (table_.extrema_count > 0 && table_.extrema[at(table_.extrema_count - 1)].after >= last) --table_.extrema_count;
+  spec_ = spec;
   update_cubic(false, x, dx);
+  return true;
+}
+
+/// A way on for a run that is stuck beside a critical point with T or P specified: where the phases become alike over a
+/// long piece of the line, these leave ln K open to several digits, and Newton's method does not settle. From where the
+/// largest ln K is twice that of the newest point, to its mirror image.
+bool Tracer::goes_on_by_lnk(Saturation& system, Point& x) {
+  const Point end = table_.point(table_.npnt);
+  const std::size_t k = Table::largest(fluid_.n, end);
+  if (spec_ < n_ || scale_of(end) > 0.01) return false;
+  const auto drop = [&](const Point& p) { return std::abs(p[k]) < 2.0 * std::abs(end[k]); };
+  if (!rewind(system, k, nullptr, drop, x)) return false;
   ds_ = -2.0 * x[k];
+  extrapolate(ds_, x);
+  return true;
+}
+
+/// A way on for a dew run that follows a second liquid and is stuck where a vapour-like root appears beside its own.
+bool Tracer::goes_on_as_two_liquids(Saturation& system, Point& x) {
+  const std::size_t spec = spec_;
+  const Point end = table_.point(table_.npnt);
+  if (&system == &bubble_) return false;
+  const auto drop = [&](const Point& p) { return std::abs(p[spec] - end[spec]) < 1e-3; };
+  if (!rewind(system, spec, &two_liquids, drop, x)) return false;
+  ds_ = 2.0 * (end[spec] - x[spec]);
   extrapolate(ds_, x);
   return true;
 }
@@ -381,7 +408,7 @@ int Tracer::run(int beta, double start_pressure) {
   at_point_ = system.selectors = {1, -1};
   ds_ = 1;
   cubic_ = {};
-  bool first = true, by_lnk = false;
+  bool first = true, by_lnk = false, by_liquids = false;
   double t = std::exp(x[n_]);
   const double lowest = t - 1.0;
   const fluid::Parameters& p = fluid_.eos.parameters();
@@ -395,6 +422,10 @@ int Tracer::run(int beta, double start_pressure) {
       by_lnk = true;
       continue;
     }
+    if (corrected.ierr == step_too_small && !by_liquids && goes_on_as_two_liquids(system, x)) {
+      by_liquids = true;
+      continue;
+    }
     if (corrected.ierr != 0) return corrected.ierr;
     at_point_ = system.selectors;
     last_contrast_ = contrast_;
@@ -403,7 +434,7 @@ int Tracer::run(int beta, double start_pressure) {
     if (first && beta == 1) table_.vap_idx = table_.npnt;
     table_.point(table_.npnt) = x;
     table_.tangent(table_.npnt) = dx;
-    table_.turned[at(table_.npnt - 1)] = at_point_.turned();
+    table_.selectors[at(table_.npnt - 1)] = at_point_;
     if (at_point_.turned()) crossed_ = true;
     t = std::exp(x[n_]);
     table_.say("%5d%4d%4d%14.6f%12.5f%3d", table_.npnt, corrected.iterations, static_cast<int>(spec_) + 1,
@@ -436,16 +467,16 @@ bool Tracer::liquid_is_stable(const Point& x) const {
              .code == 3;
 }
 
-/// Whether a first run of so many points belongs beside a second one: it does not where it is the line of a liquid that
-/// is about to split, or a piece of what the second run has passed.
-bool Tracer::first_run_counts(int points, bool crossed) const {
+/// Whether a first run of so many points belongs beside a second one that ends at the point `end`: it does not where it
+/// is the line of a liquid that is about to split, or a piece of what the second run has passed.
+bool Tracer::first_run_counts(int points, bool crossed, int end) const {
   if (crossed && critical_[0].t > 0) {
     Point critical{};
     critical[n_] = std::log(critical_[0].t * (1.0 + 1e-4));
     critical[n_ + 1] = std::log(critical_[0].p / pascal_per_bar);
     return liquid_is_stable(critical);
   }
-  if (crossed_ && table_.point(1)[n_] > table_.point(table_.npnt)[n_]) return false;
+  if (crossed_ && table_.point(1)[n_] > table_.point(end)[n_]) return false;
   return liquid_is_stable(table_.point((points + 1) / 2));
 }
 
@@ -457,26 +488,42 @@ int Tracer::second_run() {
   return ierr;
 }
 
-/// Ends the points from `first` on before one at which the phases are not on the roots that their labels say: the line
-/// has then followed a phase whose root is the other one by now.
-void Tracer::end_at_lost_root(int first) {
-  for (int j = first; j <= table_.npnt; ++j) {
-    const Arena::Frame frame(fluid_.eos.arena());
-    Saturation fresh(fluid_.eos, fluid_.n, fluid_.z, table_.beta(j));
-    fresh.selectors = selectors_of(table_.turned[at(j - 1)]);
-    const Point& x = table_.point(j);
-    if (fresh.prepare(x, fluid_.n, x[n_]) && fresh.residual() < 1e-8) continue;
-    table_.npnt = j - 1;
-    for (int e = 0; e < table_.extrema_count; ++e)
-      if (table_.extrema[at(e)].after >= j - 1) table_.extrema[at(e)].after = 0;
-    return;
-  }
+/// Whether a point of the line is met by the phases on these roots, whatever was found before.
+bool Tracer::lies_on(int j, const Selectors& selectors) const {
+  const Arena::Frame frame(fluid_.eos.arena());
+  Saturation fresh(fluid_.eos, fluid_.n, fluid_.z, table_.beta(j));
+  fresh.selectors = selectors;
+  const Point& x = table_.point(j);
+  return fresh.prepare(x, fluid_.n, x[n_]) && fresh.residual() < 1e-8;
+}
+
+/// Ends the line at its point `last`.
+void Tracer::end_at(int last) {
+  table_.npnt = last;
+  for (int e = 0; e < table_.extrema_count; ++e)
+    if (table_.extrema[at(e)].after >= last) table_.extrema[at(e)].after = 0;
+}
+
+/// The last of the points from `first` on before one at which the phases are not on the roots that their labels say:
+/// the line has then followed a phase whose root is the other one by now.
+int Tracer::last_on_labels(int first) const {
+  int j = first;
+  const auto labelled = [&](const Selectors& s) { return !s.alike() && lies_on(j, s); };
+  while (j <= table_.npnt && labelled(table_.selectors[at(j - 1)])) ++j;
+  return j - 1;
+}
+
+/// The points behind `last` are those of two liquids as long as both have that root.
+void Tracer::label_two_liquids(int last) {
+  int j = last + 1;
+  for (; j <= table_.npnt && lies_on(j, two_liquids); ++j) table_.selectors[at(j - 1)] = two_liquids;
+  end_at(j - 1);
 }
 
 /// The second run, and what of both is the boundary. Sets `beta` as the clean-up wants it; returns how it ended.
 int Tracer::complete(int first_end, int& beta) {
   const bool crossed = crossed_;
-  end_at_lost_root(1);
+  end_at(last_on_labels(1));
   const int points = table_.npnt, extrema = table_.extrema_count;
   if (first_end == 0) ++fluid_.eos.work.statistics.added_runs;
   beta = 1;
@@ -491,23 +538,31 @@ int Tracer::complete(int first_end, int& beta) {
     critical_[1] = {};
     return first_end == bad_start ? bad_start : 0;
   }
-  if (second_end == 0 && crossed_) {
+  if (second_end == 0 && crossed_ && !table_.selectors[at(table_.npnt - 1)].alike()) {
     critical_[0] = {};
     return 0;
   }
-  end_at_lost_root(table_.vap_idx);
-  if (points == 0 || !first_run_counts(points, crossed)) {
+  // Behind its labels the second run goes on as a line of two liquids, of which the first one, crossing it, tells how
+  // much is the boundary.
+  const int labelled = last_on_labels(table_.vap_idx);
+  const bool whole = points > 0 && first_run_counts(points, crossed, labelled);
+  label_two_liquids(labelled);
+  turn_second_run(table_);
+  const int met = meeting_of_runs(fluid_, table_);
+  const bool begins = whole || (met > 1 && liquid_is_stable(table_.point((met + 1) / 2)));
+  if (met > 0 && begins && cut_loops(fluid_, table_)) {
+    if (!whole) critical_[0] = {};
+    beta = 0;
+    return 0;
+  }
+  turn_second_run(table_);
+  end_at(labelled);
+  if (!whole) {
     drop_first_run(table_);
     critical_[0] = {};
     beta = 0;
     return 0;
   }
-  turn_second_run(table_);
-  if (cut_loops(fluid_, table_)) {
-    beta = 0;
-    return 0;
-  }
-  turn_second_run(table_);
   return pressure_too_high;  // or another early end: the clean-up treats them alike
 }
 

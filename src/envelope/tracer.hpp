@@ -37,6 +37,8 @@ struct Cubic {
 /// are in equilibrium with the feed, the line is metastable, returns at limits of stability and passes it again. The
 /// point comes into the table twice, once for each phase. True if anything was cut.
 bool cut_loops(const eos::Fluid& fluid, Table& table);
+/// The stretch of the first run that the second one crosses so, 0 if there is none.
+int meeting_of_runs(const eos::Fluid& fluid, const Table& table);
 
 /// The clean-up of two runs that both stopped early (clean_up.cpp).
 void drop_first_run(Table& table);

@@ -131,7 +131,7 @@ TEST(Envelope, RetrogradePoints) {
     double found = 0;
     for (int j = std::max(nearest - 2, 1); j <= std::min(nearest + 2, table.npnt); ++j) {
       Saturation line(fluid.eos, fluid.n, fluid.z, table.beta(j));
-      line.selectors = selectors_of(table.turned[static_cast<std::size_t>(j - 1)]);
+      line.selectors = table.selectors[static_cast<std::size_t>(j - 1)];
       Point x = table.point(j);
       if (line.solve(x, fluid.n + 1, std::log(p)) && std::abs(std::exp(x[n]) - t) < std::abs(found - t))
         found = std::exp(x[n]);
@@ -338,6 +338,37 @@ TEST(Envelope, QueriesBesideTheCriticalPoint) {
       const double near = slope(6e-4), far = slope(1.2e-3);
       for (const double share : {3e-4, 1e-4, 3e-5, 1e-5, 3e-6, 1e-6, 1e-7})
         EXPECT_NEAR(slope(share) / (near + (near - far) * (1 - share / 6e-4)), 1, 1e-4) << share;
+    }
+  }
+}
+
+/// A light gas with some methanol: a bubble line up to a three-phase point, from there the boundary to a second liquid,
+/// whose phases have a vapour-like root beside theirs. The flash has two phases below and one above.
+TEST(Envelope, BubbleLineThatMeetsASecondLiquid) {
+  const struct {
+    const char* gas;
+    double share;
+    std::vector<double> temperatures;
+    bool critical;
+  } cases[] = {{"ethane", 0.95, {180, 267.3, 282, 310}, false},
+               {"carbon dioxide", 0.95, {268.5, 294.2, 310}, false},
+               {"ethane", 0.8, {180, 238.2, 305, 311.5}, true}};
+  for (const auto& c : cases) {
+    const TestFluid f({c.gas, "methanol"}, {c.share, 1 - c.share});
+    const auto table = std::make_unique<Table>();
+    calc_phaseenv(f.fluid(), *table);
+    EXPECT_EQ(table->idx_cp > 0, c.critical) << c.gas;
+    for (const double t : c.temperatures) {
+      SaturationPoint point;
+      bool interpolated = true;
+      ASSERT_EQ(calc_bubdew(f.fluid(), *table, 'T', 'B', t, point, interpolated), 0) << c.gas << t;
+      EXPECT_EQ(lacks_kind(f.n, *table, 'T', 'B', t), 0) << c.gas << t;
+      EXPECT_FALSE(interpolated) << c.gas << t;
+      const auto phases = [&](double share) {
+        return flash::flmain(f.fluid(), t, point.result * share * 1e5, false, nullptr, nullptr).code == 3 ? 1 : 2;
+      };
+      EXPECT_EQ(phases(1 - 1e-5), 2) << c.gas << t;
+      EXPECT_EQ(phases(1 + 1e-5), 1) << c.gas << t;
     }
   }
 }

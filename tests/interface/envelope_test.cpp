@@ -195,6 +195,13 @@ TEST(EnvelopeReading, RoundTripsAndTexts) {
   tessarel_getphaseenv(&count, t, p, x, y);
   ASSERT_GT(count, 20);
   EXPECT_NEAR(*std::max_element(p, p + count), m[2], 0.02 * m[2]);
+  // A dew line to 1000 bar is no answer to the question for a bubble point.
+  ASSERT_EQ(host::select({"methane", "water"}, {0.7, 0.3}), "No errors");
+  EXPECT_GT(ask(tessarel_calc_dew_p, 300), 10000);
+  for (const auto& query : {tessarel_calc_bubble_p, tessarel_calc_bubble_t})
+    EXPECT_EQ(ask(query, query == tessarel_calc_bubble_p ? 300 : 1e5,
+                  "Bubble point calc.: input condition is dew point condition."),
+              -8888.8);
   ASSERT_EQ(host::select({"propane"}, {1.0}), "No errors");
   ask(tessarel_calc_dew_p, 300, "TESSAREL error: a phase envelope needs a mixture...");
 }
